@@ -1,0 +1,13 @@
+// Between the platform's UTF-16 and the file system's UTF-8.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform
+{
+// Lone surrogates become U+FFFD; a name that has one therefore never reaches a file that has not.
+std::string ToUtf8(std::u16string_view text);
+// Ill-formed sequences become U+FFFD.
+std::u16string FromUtf8(std::string_view text);
+} // namespace platform
