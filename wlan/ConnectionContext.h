@@ -1,0 +1,66 @@
+// The host's connection context: the record that every profile operation receives right after the profile text.
+//
+// Its layout belongs to the platform; four fields of it are read here, by byte position. The record stays the host's
+// and is only looked at while the operation that received it runs.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstring>
+
+// Capacity of the profile name within the context, in UTF-16 code units.
+inline constexpr std::size_t connectionContextNameCapacity = 256;
+
+namespace ConnectionContextOffset
+{
+inline constexpr std::size_t connectionKind = 8; // unsigned 32-bit
+inline constexpr std::size_t profileName = 24;   // zero-terminated UTF-16 in connectionContextNameCapacity code units
+inline constexpr std::size_t profileFlags = 536; // unsigned 32-bit
+inline constexpr std::size_t interfaceGuid = 540;
+inline constexpr std::size_t end = 556;
+} // namespace ConnectionContextOffset
+
+// Reads the fields. The address need not be aligned; it must be followed by ConnectionContextOffset::end readable bytes.
+class CConnectionContextReader
+{
+public:
+    // pContext is borrowed and must not be null.
+    explicit CConnectionContextReader(const void* pContext) : m_pContext(static_cast<const BYTE*>(pContext))
+    {
+    }
+
+    DWORD ConnectionKind() const
+    {
+        return Read<DWORD>(ConnectionContextOffset::connectionKind);
+    }
+
+    // The name, terminated here also when the host filled all its code units.
+    std::array<WCHAR, connectionContextNameCapacity + 1> ProfileName() const
+    {
+        std::array<WCHAR, connectionContextNameCapacity + 1> name{};
+        std::memcpy(name.data(), m_pContext + ConnectionContextOffset::profileName, connectionContextNameCapacity * sizeof(WCHAR));
+        return name;
+    }
+
+    DWORD ProfileFlags() const
+    {
+        return Read<DWORD>(ConnectionContextOffset::profileFlags);
+    }
+
+    GUID InterfaceGuid() const
+    {
+        return Read<GUID>(ConnectionContextOffset::interfaceGuid);
+    }
+
+private:
+    template <class Field>
+    Field Read(std::size_t cbOffset) const
+    {
+        Field field;
+        std::memcpy(&field, m_pContext + cbOffset, sizeof(field));
+        return field;
+    }
+
+    const BYTE* m_pContext;
+};
