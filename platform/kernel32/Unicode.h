@@ -7,7 +7,8 @@
 namespace platform
 {
 // Lone surrogates become U+FFFD; a name that has one therefore never reaches a file that has not.
-std::string ToUtf8(std::u16string_view text);
-// Ill-formed sequences become U+FFFD.
-std::u16string FromUtf8(std::string_view text);
+// pbWellFormed, when given, is set to whether there was none.
+std::string ToUtf8(std::u16string_view text, bool* pbWellFormed = nullptr);
+// Ill-formed sequences become U+FFFD. pbWellFormed, when given, is set to whether there was none.
+std::u16string FromUtf8(std::string_view text, bool* pbWellFormed = nullptr);
 } // namespace platform

@@ -1,0 +1,64 @@
+#include "platform/kernel32/Environment.h"
+
+#include "platform/kernel32/KernelCall.h"
+#include "platform/kernel32/TextResult.h"
+#include "platform/kernel32/Unicode.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <mutex>
+
+namespace platform
+{
+namespace
+{
+std::mutex& EnvironmentLock()
+{
+    static auto* const pLock = new std::mutex;
+    return *pLock;
+}
+
+bool IsVariableName(LPCWSTR szName)
+{
+    return szName && *szName && std::u16string_view(szName).find(u'=') == std::u16string_view::npos;
+}
+} // namespace
+
+std::optional<std::string> EnvironmentText(const char* szName)
+{
+    const std::lock_guard lock(EnvironmentLock());
+    const char* const szValue = std::getenv(szName);
+    return szValue ? std::optional<std::string>(szValue) : std::nullopt;
+}
+} // namespace platform
+
+using namespace platform;
+
+DWORD WINAPI GetEnvironmentVariableW(LPCWSTR szName, LPWSTR szBuffer, DWORD cchBuffer)
+{
+    return KernelCall("GetEnvironmentVariableW", ERROR_ENVVAR_NOT_FOUND, DWORD{0},
+                      [&]
+                      {
+                          const auto value = IsVariableName(szName) ? EnvironmentText(ToUtf8(szName).c_str()) : std::nullopt;
+                          if (!value)
+                              return FailWith(ERROR_ENVVAR_NOT_FOUND, DWORD{0});
+                          // An empty value gives 0 like a missing variable; the last error tells the two apart.
+                          SetLastError(ERROR_SUCCESS);
+                          return ReturnText(FromUtf8(*value), szBuffer, cchBuffer);
+                      });
+}
+
+BOOL WINAPI SetEnvironmentVariableW(LPCWSTR szName, LPCWSTR szValue)
+{
+    return KernelCall("SetEnvironmentVariableW", ERROR_NOT_ENOUGH_MEMORY, FALSE,
+                      [&]
+                      {
+                          if (!IsVariableName(szName))
+                              return FailWith(ERROR_INVALID_PARAMETER, FALSE);
+                          const auto name = ToUtf8(szName);
+                          const auto value = szValue ? ToUtf8(szValue) : std::string();
+                          const std::lock_guard lock(EnvironmentLock());
+                          const int nResult = szValue ? setenv(name.c_str(), value.c_str(), 1) : unsetenv(name.c_str());
+                          return nResult == 0 ? TRUE : FailWith(ERROR_NOT_ENOUGH_MEMORY, FALSE);
+                      });
+}
