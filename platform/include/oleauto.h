@@ -25,6 +25,12 @@ enum VARENUM
 
 class IDispatch;
 
+struct VARIANT_RECORD
+{
+    void* pvRecord;
+    void* pRecInfo;
+};
+
 // The members in use; the layout is the platform's for them.
 struct VARIANT
 {
@@ -42,11 +48,7 @@ struct VARIANT
         IUnknown* punkVal;
         IDispatch* pdispVal;
         void* byref;
-        struct
-        {
-            void* pvRecord;
-            void* pRecInfo;
-        } record;
+        VARIANT_RECORD record;
     };
 };
 using VARIANTARG = VARIANT;
@@ -72,6 +74,8 @@ protected:
 
 extern "C"
 {
+extern const IID IID_IDispatch;
+
 BSTR WINAPI SysAllocString(const OLECHAR* szText);
 BSTR WINAPI SysAllocStringLen(const OLECHAR* pText, UINT cch);
 UINT WINAPI SysStringLen(BSTR bstr);

@@ -8,6 +8,7 @@ using RPC_STATUS = LONG;
 using RPC_WSTR = unsigned short*;
 inline constexpr RPC_STATUS RPC_S_OK = 0;
 inline constexpr RPC_STATUS RPC_S_OUT_OF_MEMORY = 14;
+inline constexpr RPC_STATUS RPC_S_INVALID_ARG = 87;
 inline constexpr RPC_STATUS RPC_S_INVALID_STRING_UUID = 1705;
 
 extern "C"

@@ -1,0 +1,82 @@
+#include "platform/ole32/Apartment.h"
+
+#include <objbase.h>
+
+#include "platform/ole32/ResultFault.h"
+
+#include <atomic>
+
+namespace
+{
+constexpr DWORD dwKnownFlags = COINIT_APARTMENTTHREADED | 4 | 8; // no OLE 1 support, speed over memory: no difference here
+
+std::atomic<long> threadsInMultithreadedApartment{0};
+
+// Of trivial type: a module that is unloaded when the thread's destructors have already run may still look at it.
+struct ThreadApartment
+{
+    DWORD dwModel;
+    unsigned uCount;
+};
+constinit thread_local ThreadApartment apartment{};
+
+void Leave() noexcept
+{
+    if (apartment.dwModel == COINIT_MULTITHREADED)
+        --threadsInMultithreadedApartment;
+    apartment = {};
+}
+
+// A thread that ends without uninitialising leaves its apartment.
+struct AtThreadEnd
+{
+    bool bArmed = false;
+
+    ~AtThreadEnd()
+    {
+        if (apartment.uCount != 0)
+            Leave();
+    }
+};
+thread_local AtThreadEnd atThreadEnd;
+} // namespace
+
+namespace platform
+{
+bool IsComInitialised() noexcept
+{
+    return apartment.uCount != 0 || threadsInMultithreadedApartment != 0;
+}
+} // namespace platform
+
+HRESULT WINAPI CoInitializeEx(LPVOID pReserved, DWORD dwCoInit)
+{
+    if (const auto hrFault = platform::ResultFault("CoInitializeEx", E_OUTOFMEMORY))
+        return *hrFault;
+    if (pReserved || (dwCoInit & ~dwKnownFlags))
+        return E_INVALIDARG;
+    const DWORD dwModel = dwCoInit & COINIT_APARTMENTTHREADED;
+    if (apartment.uCount != 0)
+    {
+        if (apartment.dwModel != dwModel)
+            return RPC_E_CHANGED_MODE;
+        ++apartment.uCount;
+        return S_FALSE;
+    }
+    atThreadEnd.bArmed = true; // the first use makes it
+    apartment = {dwModel, 1};
+    if (dwModel == COINIT_MULTITHREADED)
+        ++threadsInMultithreadedApartment;
+    return S_OK;
+}
+
+void WINAPI CoUninitialize()
+{
+    platform::testing::FaultFires("CoUninitialize"); // has no way to fail; the call is counted
+    if (apartment.uCount == 0)
+        return;
+    if (apartment.uCount == 1)
+        Leave();
+    else
+        --apartment.uCount;
+}
