@@ -1,0 +1,39 @@
+// Takes what waits for a thread, one thing at a time: messages of other threads, posted messages, a person's input,
+// timers.
+#pragma once
+
+#include "platform/user32/Presenter.h"
+
+namespace platform::user32
+{
+// Answers one message that another thread has sent; false when none waits.
+bool AnswerSentMessage(EngineLock& lock, CThreadQueue& queue);
+
+class CMessageLoop
+{
+public:
+    // Brings a presenter up for the thread's outermost loop.
+    CMessageLoop(EngineLock& lock, CThreadQueue& queue);
+    ~CMessageLoop();
+    CMessageLoop(const CMessageLoop&) = delete;
+    CMessageLoop& operator=(const CMessageLoop&) = delete;
+
+    // False, with a last error, when the system has no descriptor left to wait on.
+    bool IsReady();
+
+    // Deals with one thing, or waits until there is one. Keys in messages to the dialog or its controls are the
+    // dialog's.
+    void Turn(HWND hwndDialog);
+
+private:
+    bool DeliverPosted(HWND hwndDialog);
+    bool DeliverTimer();
+    bool CloseForLostPresenter(HWND hwndDialog);
+    void Show();
+    void Wait();
+
+    EngineLock& m_lock;
+    CThreadQueue& m_queue;
+    bool m_bClosed = false;
+};
+} // namespace platform::user32

@@ -1,0 +1,50 @@
+#include "platform/user32/Scene.h"
+
+#include "platform/user32/DialogNavigation.h"
+
+#include <algorithm>
+
+namespace platform::user32
+{
+namespace
+{
+ControlView CaptureControl(const Window& control)
+{
+    ControlView view{control.hwnd,      control.windowClass, control.dwStyle,  control.nId,
+                     control.place,     control.text,        control.uCheck,   {},
+                     control.nSelected, control.nTop,        control.bDropped, control.uCaret};
+    for (const auto& entry : control.entries)
+        view.entries.push_back(entry.text);
+    return view;
+}
+
+DialogView CaptureDialog(const Window& dialog)
+{
+    DialogView view;
+    view.hwnd = dialog.hwnd;
+    view.place = dialog.place;
+    view.title = dialog.text;
+    view.bEnabled = !dialog.Has(WS_DISABLED);
+    view.hwndFocus = dialog.pDialog->hwndFocus;
+    if (const Window* pDefault = DefaultButton(dialog))
+        view.hwndDefault = pDefault->hwnd;
+    for (HWND hwnd : dialog.children)
+        if (const Window& control = *CDesktop::Get().Find(hwnd); control.Has(WS_VISIBLE))
+            view.controls.push_back(CaptureControl(control));
+    return view;
+}
+} // namespace
+
+Scene CaptureScene(const CThreadQueue& queue)
+{
+    Scene scene;
+    for (HWND hwnd : queue.modalWindows)
+        if (const Window* pDialog = CDesktop::Get().Find(hwnd); pDialog && pDialog->Has(WS_VISIBLE))
+            scene.push_back(CaptureDialog(*pDialog));
+    const auto active =
+        std::find_if(scene.begin(), scene.end(), [&queue](const DialogView& view) { return view.hwnd == queue.hwndActive; });
+    if (active != scene.end())
+        std::rotate(active, active + 1, scene.end());
+    return scene;
+}
+} // namespace platform::user32

@@ -1,0 +1,69 @@
+// Strings from a module's resources.
+#include "platform/user32/PlannedFailure.h"
+#include "platform/user32/TextOrder.h"
+
+#include <cstring>
+#include <optional>
+#include <span>
+
+namespace platform::user32
+{
+namespace
+{
+constexpr UINT stringsInBlock = 16;
+
+// A block is 16 strings, each a length and that many units. Nothing when the block ends before the string.
+std::optional<std::u16string_view> StringInBlock(std::span<const WCHAR> block, UINT uIndex)
+{
+    for (UINT i = 0; !block.empty(); ++i)
+    {
+        const std::size_t cch = block.front();
+        if (block.size() - 1 < cch)
+            return std::nullopt;
+        if (i == uIndex)
+            return std::u16string_view(block.data() + 1, cch);
+        block = block.subspan(1 + cch);
+    }
+    return std::nullopt;
+}
+
+std::u16string_view FindString(HINSTANCE hInstance, UINT uId)
+{
+    const UINT uBlock = uId / stringsInBlock + 1;
+    const HRSRC hResource = FindResourceW(hInstance, MAKEINTRESOURCEW(uBlock), RT_STRING);
+    const HGLOBAL hData = hResource ? LoadResource(hInstance, hResource) : nullptr;
+    const auto* pUnits = hData ? static_cast<const WCHAR*>(LockResource(hData)) : nullptr;
+    if (!pUnits)
+        return {};
+    const std::span block(pUnits, SizeofResource(hInstance, hResource) / sizeof(WCHAR));
+    return StringInBlock(block, uId % stringsInBlock).value_or(std::u16string_view());
+}
+
+// With no room for units the buffer is a pointer, which is told where the string lies in the resource.
+int GiveReadOnly(std::u16string_view text, LPWSTR szBuffer)
+{
+    const WCHAR* const pText = text.data();
+    std::memcpy(static_cast<void*>(szBuffer), &pText, sizeof(pText));
+    return static_cast<int>(text.size());
+}
+} // namespace
+} // namespace platform::user32
+
+using namespace platform::user32;
+
+int WINAPI LoadStringW(HINSTANCE hInstance, UINT uId, LPWSTR szBuffer, int cchBuffer)
+{
+    if (FailsAsPlanned("LoadStringW", ERROR_RESOURCE_NAME_NOT_FOUND))
+        return 0;
+    if (!szBuffer || cchBuffer < 0)
+    {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    const auto text = FindString(hInstance, uId);
+    if (text.empty()) // a string that is not in its block reads like an empty one
+        SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
+    if (cchBuffer == 0)
+        return text.empty() ? 0 : GiveReadOnly(text, szBuffer);
+    return CopyText(text, szBuffer, static_cast<std::size_t>(cchBuffer));
+}

@@ -1,0 +1,92 @@
+// A window as the stand-in keeps it: dialogs and the controls that a dialog template can name.
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::user32
+{
+class CThreadQueue;
+
+enum class WindowClass
+{
+    Dialog,
+    Button,
+    Edit,
+    Static,
+    ListBox,
+    ComboBox,
+};
+
+// A place in dialog units; a dialog's on the screen, a control's in its dialog.
+struct DialogUnits
+{
+    int x = 0;
+    int y = 0;
+    int cx = 0;
+    int cy = 0;
+};
+
+struct ListEntry
+{
+    std::u16string text;
+    LPARAM lData = 0;
+};
+
+// What only dialogs have.
+struct DialogState
+{
+    DLGPROC pProcedure = nullptr;
+    LONG_PTR lMessageResult = 0;
+    LONG_PTR lUser = 0;
+    HWND hwndFocus = nullptr;    // the control that has, or gets back, the keyboard
+    HWND hwndReenable = nullptr; // the owner, when it was enabled before the dialog came up
+    bool bEnded = false;
+    INT_PTR nResult = 0;
+};
+
+struct Window
+{
+    HWND hwnd = nullptr;
+    WindowClass windowClass = WindowClass::Dialog;
+    HWND hwndParent = nullptr; // controls
+    HWND hwndOwner = nullptr;  // dialogs
+    int nId = 0;
+    DWORD dwStyle = 0;
+    DWORD dwThreadId = 0;
+    std::shared_ptr<CThreadQueue> pQueue;
+    DialogUnits place;
+    std::u16string text;
+    std::unique_ptr<DialogState> pDialog;
+    std::vector<HWND> children; // template order: tab order, and front to back
+
+    UINT uCheck = BST_UNCHECKED;
+    std::vector<ListEntry> entries;
+    int nSelected = -1;
+    int nTop = 0;
+    int nSelectedWhenDropped = -1; // what Esc in an open list goes back to
+    bool bDropped = false;
+    std::size_t uCaret = 0;
+
+    bool Has(DWORD dwFlags) const noexcept
+    {
+        return (dwStyle & dwFlags) == dwFlags;
+    }
+};
+
+struct ClassName
+{
+    WindowClass windowClass;
+    WORD wAtom; // as templates name it; 0 where they cannot
+    std::u16string_view name;
+};
+inline constexpr ClassName classNames[] = {
+    {WindowClass::Dialog, 0, u"#32770"},    {WindowClass::Button, 0x80, u"Button"},   {WindowClass::Edit, 0x81, u"Edit"},
+    {WindowClass::Static, 0x82, u"Static"}, {WindowClass::ListBox, 0x83, u"ListBox"}, {WindowClass::ComboBox, 0x85, u"ComboBox"},
+};
+} // namespace platform::user32
