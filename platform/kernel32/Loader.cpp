@@ -1,0 +1,183 @@
+#include "platform/kernel32/Loader.h"
+
+#include "platform/kernel32/KernelCall.h"
+#include "platform/kernel32/ModuleSearch.h"
+#include "platform/testing/Accounts.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace platform
+{
+namespace
+{
+using testing::Account;
+using Modules = std::vector<std::unique_ptr<CModule>>;
+using LoaderGuard = std::lock_guard<std::recursive_mutex>;
+
+// In the order of loading.
+Modules& LoadedModules()
+{
+    static auto* const pModules = new Modules;
+    return *pModules;
+}
+
+CModule& Program()
+{
+    static auto* const pProgram = CModule::OfProgram().release();
+    return *pProgram;
+}
+
+template <class Predicate>
+CModule* FindLoaded(Predicate&& isWanted)
+{
+    const auto found = std::ranges::find_if(LoadedModules(), [&](const auto& module) { return isWanted(*module); });
+    return found == LoadedModules().end() ? nullptr : found->get();
+}
+
+CModule* FindByName(const ModuleName& name)
+{
+    if (name.bBare)
+        return FindLoaded([&](const CModule& module) { return HasBareName(module.File(), name.name); });
+    const auto file = FindModuleFile(name.name);
+    return FindLoaded([&](const CModule& module) { return module.File() == file; });
+}
+
+void Unload(CModule* pModule)
+{
+    const auto found = std::ranges::find_if(LoadedModules(), [&](const auto& module) { return module.get() == pModule; });
+    // Out of the table first: static objects of the module are destroyed by what follows and may ask for modules.
+    const std::unique_ptr<CModule> module = std::move(*found);
+    LoadedModules().erase(found);
+}
+
+// The end of the process: the modules that are still loaded hear of it, the latest first, and stay where they are. One
+// of them may still free others meanwhile.
+void DetachRemaining()
+{
+    static int nProcessEnds;
+    const LoaderGuard lock(LoaderLock());
+    for (;;)
+    {
+        const auto remaining = std::ranges::find_if(LoadedModules().rbegin(), LoadedModules().rend(),
+                                                    [](const auto& module) { return !module->m_bDetached; });
+        if (remaining == LoadedModules().rend())
+            return;
+        (*remaining)->Detach(&nProcessEnds);
+    }
+}
+
+HMODULE AddReference(CModule& module)
+{
+    ++module.m_uReferences;
+    testing::ChangeAccount(Account::Module, +1);
+    return module.Handle();
+}
+
+HMODULE LoadFile(const std::filesystem::path& file)
+{
+    auto opened = CModule::Open(file);
+    if (opened.dwError != ERROR_SUCCESS)
+        return FailWith(opened.dwError, HMODULE{nullptr});
+    // After the module's own static objects have been made, so that it hears of the end before they are destroyed.
+    std::atexit(DetachRemaining);
+    CModule& module = *LoadedModules().emplace_back(std::move(opened.module));
+    // Known to everyone before the entry point runs, which asks for its own name and loads others.
+    const HMODULE hModule = AddReference(module);
+    if (module.Attach())
+        return hModule;
+    // A module that refuses is told goodbye all the same.
+    module.Detach(nullptr);
+    testing::ChangeAccount(Account::Module, -static_cast<long>(module.m_uReferences));
+    Unload(&module);
+    return FailWith(ERROR_DLL_INIT_FAILED, HMODULE{nullptr});
+}
+
+HMODULE Load(LPCWSTR szFileName, DWORD dwFlags)
+{
+    const auto name = ReadModuleName(szFileName);
+    if (name.dwError != ERROR_SUCCESS)
+        return FailWith(name.dwError, HMODULE{nullptr});
+    const LoaderGuard lock(LoaderLock());
+    if (name.bBare)
+    {
+        if (CModule* const pLoaded = FindByName(name))
+            return AddReference(*pLoaded);
+    }
+    const auto file = FindModuleFile(name.name);
+    if (file.empty())
+        return FailWith(ERROR_MOD_NOT_FOUND, HMODULE{nullptr});
+    if (CModule* const pLoaded = FindLoaded([&](const CModule& module) { return module.File() == file; }))
+        return AddReference(*pLoaded);
+    // The resources of a shared object are not to be had without running its initialisers.
+    if (dwFlags == LOAD_LIBRARY_AS_DATAFILE && KindOfModule(file) == ModuleKind::Code)
+        return FailWith(ERROR_NOT_SUPPORTED, HMODULE{nullptr});
+    return LoadFile(file);
+}
+} // namespace
+
+std::recursive_mutex& LoaderLock()
+{
+    static auto* const pLock = new std::recursive_mutex;
+    return *pLock;
+}
+
+CModule* FindModule(HMODULE hModule)
+{
+    if (!hModule || hModule == Program().Handle())
+        return &Program();
+    return FindLoaded([&](CModule& module) { return module.Handle() == hModule; });
+}
+} // namespace platform
+
+using namespace platform;
+
+HMODULE WINAPI LoadLibraryW(LPCWSTR szFileName)
+{
+    return KernelCall("LoadLibraryW", ERROR_MOD_NOT_FOUND, HMODULE{nullptr}, [&] { return Load(szFileName, 0); });
+}
+
+HMODULE WINAPI LoadLibraryExW(LPCWSTR szFileName, HANDLE hFile, DWORD dwFlags)
+{
+    return KernelCall("LoadLibraryExW", ERROR_MOD_NOT_FOUND, HMODULE{nullptr},
+                      [&]
+                      {
+                          if (hFile || (dwFlags != 0 && dwFlags != LOAD_LIBRARY_AS_DATAFILE))
+                              return FailWith(ERROR_INVALID_PARAMETER, HMODULE{nullptr});
+                          return Load(szFileName, dwFlags);
+                      });
+}
+
+BOOL WINAPI FreeLibrary(HMODULE hModule)
+{
+    return KernelCall("FreeLibrary", ERROR_INVALID_HANDLE, FALSE,
+                      [&]
+                      {
+                          const LoaderGuard lock(LoaderLock());
+                          CModule* const pModule = hModule ? FindModule(hModule) : nullptr;
+                          if (!pModule || pModule->m_uReferences == 0)
+                              return FailWith(ERROR_INVALID_HANDLE, FALSE);
+                          testing::ChangeAccount(Account::Module, -1);
+                          if (--pModule->m_uReferences > 0)
+                              return TRUE;
+                          pModule->Detach(nullptr);
+                          Unload(pModule);
+                          return TRUE;
+                      });
+}
+
+HMODULE WINAPI GetModuleHandleW(LPCWSTR szModuleName)
+{
+    return KernelCall("GetModuleHandleW", ERROR_MOD_NOT_FOUND, HMODULE{nullptr},
+                      [&]
+                      {
+                          const LoaderGuard lock(LoaderLock());
+                          if (!szModuleName)
+                              return Program().Handle();
+                          const auto name = ReadModuleName(szModuleName);
+                          if (name.dwError != ERROR_SUCCESS)
+                              return FailWith(name.dwError, HMODULE{nullptr});
+                          CModule* const pModule = FindByName(name);
+                          return pModule ? pModule->Handle() : FailWith(ERROR_MOD_NOT_FOUND, HMODULE{nullptr});
+                      });
+}
