@@ -1,0 +1,160 @@
+#include "simulator/Adapters.h"
+
+#include "simulator/ServiceError.h"
+#include "simulator/ServiceFolder.h"
+
+#include <objbase.h>
+#include <rpc.h>
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace simulator
+{
+namespace
+{
+using Json = nlohmann::json;
+
+constexpr const char* stateNames[] = {
+    // at the index of their value
+    "not ready",    "connected",   "ad hoc network formed", "disconnecting",
+    "disconnected", "associating", "discovering",           "authenticating",
+};
+
+[[noreturn]] void Refuse(const std::string& reason)
+{
+    throw CServiceError(ERROR_INVALID_DATA, "adapters.json: " + reason);
+}
+
+const std::string& TextOf(const Json& value)
+{
+    if (!value.is_string())
+        Refuse("a text is expected instead of " + value.dump());
+    return value.get_ref<const std::string&>();
+}
+
+WideText WideTextOf(const Json& value)
+{
+    // The parser has refused what is not UTF-8 already.
+    return FromUtf8(TextOf(value)).value_or(WideText());
+}
+
+DWORD NumberOf(const Json& value)
+{
+    if (!value.is_number_unsigned() || value.get<std::uint64_t>() > std::numeric_limits<DWORD>::max())
+        Refuse("a number from 0 to 4294967295 is expected instead of " + value.dump());
+    return value.get<DWORD>();
+}
+
+GUID GuidOf(const Json& value)
+{
+    WideText text = WideTextOf(value);
+    GUID guid{};
+    if (text.size() != 36 || UuidFromStringW(reinterpret_cast<RPC_WSTR>(text.data()), &guid) != RPC_S_OK)
+        Refuse("not a GUID: " + value.dump());
+    return guid;
+}
+
+WLAN_INTERFACE_STATE StateOf(const Json& value)
+{
+    const auto name = std::find(std::begin(stateNames), std::end(stateNames), TextOf(value));
+    if (name == std::end(stateNames))
+        Refuse("not a state: " + value.dump());
+    return static_cast<WLAN_INTERFACE_STATE>(std::distance(std::begin(stateNames), name));
+}
+
+std::vector<DOT11_PHY_TYPE> PhyTypesOf(const Json& value)
+{
+    if (!value.is_array() || value.size() > WLAN_MAX_PHY_INDEX)
+        Refuse("phyTypes takes a list of at most 64 numbers");
+    std::vector<DOT11_PHY_TYPE> types;
+    for (const Json& number : value)
+        types.push_back(static_cast<DOT11_PHY_TYPE>(NumberOf(number)));
+    return types;
+}
+
+std::string BytesOf(const Json& value)
+{
+    std::string digits = TextOf(value);
+    std::erase(digits, ' ');
+    if (digits.size() % 2 != 0 || digits.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos)
+        Refuse("pairs of hexadecimal digits are expected instead of " + value.dump());
+    std::string bytes;
+    for (std::size_t i = 0; i < digits.size(); i += 2)
+        bytes.push_back(static_cast<char>(static_cast<unsigned char>(std::stoi(digits.substr(i, 2), nullptr, 16))));
+    return bytes;
+}
+
+struct Field
+{
+    const char* szName;
+    void (*read)(Adapter& adapter, const Json& value);
+};
+constexpr Field fields[] = {
+    {"guid", [](Adapter& adapter, const Json& value) { adapter.guid = GuidOf(value); }},
+    {"description", [](Adapter& adapter, const Json& value) { adapter.description = WideTextOf(value); }},
+    {"state", [](Adapter& adapter, const Json& value) { adapter.state = StateOf(value); }},
+    {"phyTypes", [](Adapter& adapter, const Json& value) { adapter.phyTypes = PhyTypesOf(value); }},
+    {"vendor", [](Adapter& adapter, const Json& value) { adapter.vendor = TextOf(value); }},
+    {"rapido", [](Adapter& adapter, const Json& value) { adapter.rapido = NumberOf(value); }},
+    {"driverError", [](Adapter& adapter, const Json& value) { adapter.driverError = NumberOf(value); }},
+    {"vendorReply", [](Adapter& adapter, const Json& value) { adapter.vendorReply = BytesOf(value); }},
+    {"rapidoReply", [](Adapter& adapter, const Json& value) { adapter.rapidoReply = BytesOf(value); }},
+};
+
+Adapter ReadAdapter(const Json& entry)
+{
+    if (!entry.is_object() || !entry.contains("guid"))
+        Refuse("an adapter is an object with at least a guid");
+    Adapter adapter;
+    // A key that is not known is a misspelt one: passing over it would show as a driver that does not answer.
+    for (const auto& [key, value] : entry.items())
+    {
+        const auto field = std::find_if(std::begin(fields), std::end(fields), [&](const Field& f) { return key == f.szName; });
+        if (field == std::end(fields))
+            Refuse("unknown key " + Json(key).dump());
+        field->read(adapter, value);
+    }
+    return adapter;
+}
+} // namespace
+
+std::vector<Adapter> ReadAdapters(const std::filesystem::path& serviceFolder)
+{
+    const std::string text = CFile(AdaptersFile(serviceFolder), GENERIC_READ, OPEN_EXISTING).ReadAll();
+    const Json list = Json::parse(text, nullptr, false, true);
+    if (!list.is_array())
+        Refuse("not a JSON list");
+    std::vector<Adapter> adapters;
+    for (const Json& entry : list)
+        adapters.push_back(ReadAdapter(entry));
+    return adapters;
+}
+
+Adapter FindAdapter(const std::filesystem::path& serviceFolder, const GUID& guid)
+{
+    for (Adapter& adapter : ReadAdapters(serviceFolder))
+    {
+        if (IsEqualGUID(adapter.guid, guid))
+            return std::move(adapter);
+    }
+    throw CServiceError(ERROR_NOT_FOUND, "no such adapter");
+}
+
+WideText GuidText(const GUID& guid)
+{
+    constexpr std::size_t cchGuid = 36;
+    WideText text(cchGuid, WCHAR{});
+    UUID uuid = guid;
+    RPC_WSTR szText = nullptr;
+    if (UuidToStringW(&uuid, &szText) != RPC_S_OK)
+        throw CServiceError(ERROR_NOT_ENOUGH_MEMORY);
+    // The runtime hands out unsigned 16-bit units, not its own character type.
+    std::transform(szText, szText + cchGuid, text.begin(), [](auto unit) { return static_cast<WCHAR>(unit); });
+    RpcStringFreeW(&szText);
+    return text;
+}
+} // namespace simulator

@@ -1,0 +1,65 @@
+#include "simulator/ServiceFolder.h"
+
+#include "simulator/ServiceError.h"
+#include "simulator/Text.h"
+
+#include <objbase.h>
+
+namespace simulator
+{
+namespace
+{
+namespace fs = std::filesystem;
+
+// Never destroyed: clients may call while the process is being taken down.
+std::mutex& ProcessMutex()
+{
+    static std::mutex& mutex = *new std::mutex;
+    return mutex;
+}
+} // namespace
+
+std::optional<fs::path> PathFromEnvironment(LPCWSTR szName)
+{
+    WideText value(MAX_PATH, WCHAR{});
+    for (;;)
+    {
+        const DWORD cch = GetEnvironmentVariableW(szName, value.data(), static_cast<DWORD>(value.size()));
+        if (cch == 0)
+            return std::nullopt;
+        const bool bComplete = cch < value.size();
+        value.resize(cch);
+        if (bComplete)
+            return fs::path(value);
+    }
+}
+
+fs::path ServiceFolder()
+{
+    const auto folder = PathFromEnvironment(OLESTR("WLAN_SERVICE_DIR"));
+    if (!folder)
+        throw CServiceError(ERROR_SERVICE_NOT_ACTIVE, "WLAN_SERVICE_DIR is not set");
+    if (!IsFile(AdaptersFile(*folder)))
+        throw CServiceError(ERROR_SERVICE_NOT_ACTIVE, "WLAN_SERVICE_DIR names no folder with an adapters.json");
+    return *folder;
+}
+
+fs::path AdaptersFile(const fs::path& serviceFolder)
+{
+    return serviceFolder / "adapters.json";
+}
+
+CServiceLock::CServiceLock(const fs::path& serviceFolder, Access access) : m_processLock(ProcessMutex())
+{
+    try
+    {
+        m_lockFile = std::make_unique<CFile>(serviceFolder / "service.lock", GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS);
+        m_lockFile->Lock(access == Access::Write);
+    }
+    catch (const CServiceError&)
+    {
+        if (access == Access::Write)
+            throw;
+    }
+}
+} // namespace simulator
