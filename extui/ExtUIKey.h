@@ -1,0 +1,40 @@
+// The security property: CCKM among the authentication choices, with its ciphers as entries.
+#pragma once
+
+#include "extui/Dot11ExtUI.h"
+#include "extui/SecurityPropertyInfo.h"
+#include "server/ComObject.h"
+
+#include <memory>
+
+class CExtUIKey final : public CComObject<CExtUIKey, ICCXExtUIKey, IID_ICCXExtUIKey>
+{
+public:
+    ~CExtUIKey();
+
+    HRESULT STDMETHODCALLTYPE Dot11ExtUIPropertyGetName(BSTR* pbstrName) override;
+    HRESULT STDMETHODCALLTYPE Dot11ExtUIPropertyShowDialog(HWND hwndParent, BSTR bstrIHVProfile, void* pConnectionContext,
+                                                           BSTR* bstrModifiedIHVProfile, BOOL* pbIsModified) override;
+    HRESULT STDMETHODCALLTYPE Dot11ExtUIPropertyGetSelected(BSTR bstrIHVProfile, void* pConnectionContext,
+                                                            BOOL* pfIsSelected) override;
+    HRESULT STDMETHODCALLTYPE Dot11ExtUIPropertySetSelected(BSTR bstrIHVProfile, void* pConnectionContext,
+                                                            BSTR* bstrModifiedIHVProfile, BOOL* pbIsModified) override;
+    HRESULT STDMETHODCALLTYPE Dot11ExtUIPropertyHasDialog(BOOL* pf) override;
+    HRESULT STDMETHODCALLTYPE Dot11ExtUIPropertyGetDisplayInfo(ULONG uDisplayInfoIndex, BSTR bstrIHVProfile,
+                                                               void* pConnectionContext, ULONG* pcEntries,
+                                                               ULONG* puDefaultSelection,
+                                                               Dot11ExtUIPropertyEntry** ppDot11ExtUIProperty) override;
+    HRESULT STDMETHODCALLTYPE Dot11ExtUIPropertySetDisplayInfo(ULONG uDisplayInfoIndex, BSTR bstrIHVProfile,
+                                                               void* pConnectionContext,
+                                                               Dot11ExtUIPropertyEntry* pDot11ExtUIProperty,
+                                                               BSTR* bstrModifiedIHVProfile, BOOL* pbIsModified) override;
+    HRESULT STDMETHODCALLTYPE Dot11ExtUIPropertyGetFlags(ULONG* puQualifiedNames, ULONG* puKind) override;
+    HRESULT STDMETHODCALLTYPE Initialize(CCXSecurityPropertyInfo* pInfo) override;
+
+private:
+    void FreeEntryTexts();
+
+    CCXSecurityPropertyInfo* m_pInfo = nullptr; // not owned
+    std::unique_ptr<Dot11ExtUIPropertyEntry[]> m_entries;
+    ULONG m_cEntries = 0;
+};

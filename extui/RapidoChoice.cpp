@@ -1,0 +1,55 @@
+#include "extui/RapidoChoice.h"
+
+#include "resources/resource.h"
+#include "trace/IhvuiTrace.h"
+#include "wlan/IhvControl.h"
+#include "wlan/SelectedInterface.h"
+#include "wlan/WlanAdapterList.h"
+
+namespace
+{
+// Built at the first call and destroyed when the module is unloaded.
+const CWlanAdapterList& AdapterList()
+{
+    static const CWlanAdapterList adapters;
+    return adapters;
+}
+
+// Leaves the maker's adapter selected when there is one.
+bool SelectKorvaneInterface()
+{
+    const CWlanAdapterList& adapters = AdapterList();
+    for (LONG i = 0; i < adapters.GetCount(); ++i)
+    {
+        SelectIhvInterface(adapters.GetGuidString(i));
+        if (IsKorvaneInterface() == 1)
+        {
+            IhvuiTrace(traceLevelInfo, OLESTR("Found Korvane interface\n"));
+            return true;
+        }
+    }
+    IhvuiTrace(traceLevelError, OLESTR("Didnt find korvane interface\n"));
+    return false;
+}
+} // namespace
+
+void NeedAdapterList()
+{
+    AdapterList();
+}
+
+void ShowRapido(HWND hwndDialog, LONG lRapido)
+{
+    const HWND hwndRapido = GetDlgItem(hwndDialog, IDC_RAPIDO);
+    const DWORD dwCapability = SelectKorvaneInterface() ? QueryRapidoCapability() : 0;
+    if (dwCapability == 0)
+    {
+        IhvuiTrace(traceLevelInfo, OLESTR("Interface is not capable of RapidoAG\n"));
+        CheckDlgButton(hwndDialog, IDC_RAPIDO, BST_UNCHECKED);
+        EnableWindow(hwndRapido, FALSE);
+        return;
+    }
+    IhvuiTrace(traceLevelInfo, OLESTR("Interface capable of RapidoAG\n"));
+    EnableWindow(hwndRapido, TRUE);
+    CheckDlgButton(hwndDialog, IDC_RAPIDO, lRapido == 1 ? BST_CHECKED : BST_UNCHECKED);
+}

@@ -1,0 +1,27 @@
+// Strings from the resource module.
+#pragma once
+
+#include "trace/WideText.h"
+
+#include "server/ModuleState.h"
+
+// One string, cut to the capacity (in UTF-16 code units, terminator included); "" when it cannot be loaded.
+template <std::size_t cchCapacity = 256>
+class CResourceText
+{
+public:
+    explicit CResourceText(UINT uId)
+    {
+        // What a failed load left behind is not shown.
+        if (LoadStringW(ModuleState::ResourceModule(), uId, m_szText, static_cast<int>(cchCapacity)) == 0)
+            m_szText[0] = WCHAR{};
+    }
+
+    const WCHAR* Get() const
+    {
+        return m_szText;
+    }
+
+private:
+    WCHAR m_szText[cchCapacity] = {};
+};

@@ -1,0 +1,50 @@
+#include "profile/DocumentPrologue.h"
+
+#include "trace/WideText.h"
+
+namespace
+{
+constexpr WCHAR byteOrderMark = 0xFEFF;
+constexpr CWideView documentType = OLESTR("<!DOCTYPE");
+
+struct Skipped
+{
+    CWideView opening;
+    CWideView closing;
+};
+constexpr Skipped skippedParts[] = {
+    {OLESTR("<?"), OLESTR("?>")},
+    {OLESTR("<!--"), OLESTR("-->")},
+};
+
+// Takes a leading comment or processing instruction off; false when there is none, or it never ends.
+bool SkipPart(CWideView& text)
+{
+    for (const auto& part : skippedParts)
+    {
+        if (!text.starts_with(part.opening))
+            continue;
+        const auto nEnd = text.find(part.closing, part.opening.size());
+        if (nEnd == CWideView::npos)
+            return false;
+        text.remove_prefix(nEnd + part.closing.size());
+        return true;
+    }
+    return false;
+}
+} // namespace
+
+bool HasDocumentType(const WCHAR* szText)
+{
+    CWideView text(szText ? szText : OLESTR(""));
+    if (text.starts_with(byteOrderMark))
+        text.remove_prefix(1);
+    do
+    {
+        const auto nStart = text.find_first_not_of(OLESTR(" \t\r\n"));
+        if (nStart == CWideView::npos)
+            return false;
+        text.remove_prefix(nStart);
+    } while (SkipPart(text));
+    return text.starts_with(documentType);
+}

@@ -1,0 +1,15 @@
+// The two text forms of an SSID.
+//
+// On success the bytes stand in rgbSsid and their number in *plLength. On failure *plLength is not written; rgbSsid may
+// hold the bytes before the failing character.
+#pragma once
+
+#include <windows.h>
+
+inline constexpr std::size_t maxSsidLength = 32;
+
+// Pairs of hexadecimal digits. False for null, an odd number of characters, more than 32 pairs, or any other character.
+bool HexToSsid(const WCHAR* szText, BYTE (&rgbSsid)[maxSsidLength], LONG* plLength);
+
+// Printable ASCII. False for null, more than 32 characters, or any character outside blank to tilde.
+bool NameToSsid(const WCHAR* szText, BYTE (&rgbSsid)[maxSsidLength], LONG* plLength);

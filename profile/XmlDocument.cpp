@@ -1,0 +1,233 @@
+#include "profile/XmlDocument.h"
+
+#include "profile/DocumentPrologue.h"
+
+#include <algorithm>
+
+namespace
+{
+// {2933BF90-7B36-11D2-B20E-00C04F983E60}
+constexpr CLSID documentClass = {0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+
+bool IsXmlSpace(WCHAR ch)
+{
+    return ch == OLESTR(' ') || ch == OLESTR('\t') || ch == OLESTR('\r') || ch == OLESTR('\n');
+}
+
+class CVariant
+{
+public:
+    CVariant()
+    {
+        VariantInit(&m_variant);
+    }
+    ~CVariant()
+    {
+        VariantClear(&m_variant);
+    }
+    CVariant(const CVariant&) = delete;
+    CVariant& operator=(const CVariant&) = delete;
+
+    VARIANT* Put()
+    {
+        return &m_variant;
+    }
+    const VARIANT& Get() const
+    {
+        return m_variant;
+    }
+    void SetText(const WCHAR* szText)
+    {
+        m_variant.vt = VT_BSTR;
+        m_variant.bstrVal = CBstr(szText).Detach();
+    }
+    void SetObject(IUnknown* pObject)
+    {
+        pObject->AddRef();
+        m_variant.vt = VT_UNKNOWN;
+        m_variant.punkVal = pObject;
+    }
+
+private:
+    VARIANT m_variant;
+};
+
+// Walks the children of a node; visit tells whether to go on. False when a child cannot be reached or visit said no.
+template <class Visit>
+bool ForEachChild(IXMLDOMNode& node, const Visit& visit)
+{
+    CComRef<IXMLDOMNode> child;
+    HRESULT hr = node.get_firstChild(child.Put());
+    while (hr == S_OK && child)
+    {
+        DOMNodeType type = NODE_INVALID;
+        if (child->get_nodeType(&type) != S_OK || !visit(*child.Get(), type))
+            return false;
+        CComRef<IXMLDOMNode> next;
+        hr = child->get_nextSibling(next.Put());
+        child = std::move(next);
+    }
+    return SUCCEEDED(hr);
+}
+
+// Adds the text that stands in a text node; false when it cannot be read.
+bool AppendNodeText(IXMLDOMNode& node, bool bBesideElements, CWideString& text)
+{
+    CVariant value;
+    if (node.get_nodeValue(value.Put()) != S_OK || value.Get().vt != VT_BSTR)
+        return false;
+    const BSTR bstrValue = value.Get().bstrVal;
+    const CWideView piece = bstrValue ? CWideView(bstrValue, SysStringLen(bstrValue)) : CWideView();
+    if (!bBesideElements || !std::all_of(piece.begin(), piece.end(), IsXmlSpace))
+        text += piece;
+    return true;
+}
+
+// The platform's own text trims, and puts a blank where indentation stood between elements, so the text is gathered node
+// by node. The depth of a document is bounded by what the component loads.
+bool AppendDescendantText(IXMLDOMNode& node, CWideString& text)
+{
+    bool bHasElements = false;
+    const auto noteElement = [&](IXMLDOMNode&, DOMNodeType type) {
+        bHasElements = bHasElements || type == NODE_ELEMENT;
+        return true;
+    };
+    const auto append = [&](IXMLDOMNode& child, DOMNodeType type) {
+        if (type == NODE_TEXT || type == NODE_CDATA_SECTION)
+            return AppendNodeText(child, bHasElements, text);
+        return type != NODE_ELEMENT || AppendDescendantText(child, text);
+    };
+    return ForEachChild(node, noteElement) && ForEachChild(node, append);
+}
+} // namespace
+
+CXmlNode CXmlNode::Select(const WCHAR* szPath) const
+{
+    const CBstr bstrPath(szPath);
+    CComRef<IXMLDOMNode> found;
+    if (!m_node || m_node->selectSingleNode(bstrPath.Get(), found.Put()) != S_OK)
+        return {};
+    return CXmlNode(std::move(found));
+}
+
+std::optional<bool> CXmlNode::HasChildren() const
+{
+    VARIANT_BOOL bHasChildren = VARIANT_FALSE;
+    if (!m_node || FAILED(m_node->hasChildNodes(&bHasChildren)))
+        return std::nullopt;
+    return bHasChildren == VARIANT_TRUE;
+}
+
+std::optional<CWideString> CXmlNode::Text() const
+{
+    CWideString text;
+    if (!m_node || !AppendDescendantText(*m_node.Get(), text))
+        return std::nullopt;
+    return text;
+}
+
+void CXmlNode::SetText(const WCHAR* szText) const
+{
+    const CBstr bstrText(szText);
+    if (m_node && bstrText)
+        m_node->put_text(bstrText.Get());
+}
+
+bool CXmlNode::Remove(const CXmlNode& child) const
+{
+    CComRef<IXMLDOMNode> removed;
+    return m_node && m_node->removeChild(child.Get(), removed.Put()) == S_OK;
+}
+
+CXmlNode CXmlNode::Append(const CXmlNode& child) const
+{
+    CComRef<IXMLDOMNode> appended;
+    if (!m_node || !child || m_node->appendChild(child.Get(), appended.Put()) != S_OK)
+        return {};
+    return CXmlNode(std::move(appended));
+}
+
+CXmlNode CXmlNode::InsertBefore(const CXmlNode& child, const CXmlNode& reference) const
+{
+    if (!m_node || !child || !reference)
+        return {};
+    CVariant varReference;
+    varReference.SetObject(reference.Get());
+    CComRef<IXMLDOMNode> inserted;
+    if (m_node->insertBefore(child.Get(), varReference.Get(), inserted.Put()) != S_OK)
+        return {};
+    return CXmlNode(std::move(inserted));
+}
+
+void CXmlNode::SetAttribute(const WCHAR* szName, const WCHAR* szValue) const
+{
+    CComRef<IXMLDOMElement> element;
+    if (!m_node || m_node->QueryInterface(IID_IXMLDOMElement, element.PutVoid()) != S_OK)
+        return;
+    const CBstr bstrName(szName);
+    CVariant varValue;
+    varValue.SetText(szValue);
+    element->setAttribute(bstrName.Get(), varValue.Get());
+}
+
+CBstr CXmlNode::Xml() const
+{
+    CBstr bstrXml;
+    if (!m_node || m_node->get_xml(bstrXml.Put()) != S_OK)
+        return {};
+    return bstrXml;
+}
+
+CXmlDocument::CXmlDocument(WhiteSpace whiteSpace)
+{
+    if (CoCreateInstance(documentClass, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument, m_document.PutVoid()) != S_OK)
+        return;
+    // Nothing but the text itself: no other file is read, nothing is validated, and loading is done when Load returns.
+    m_document->put_async(VARIANT_FALSE);
+    m_document->put_validateOnParse(VARIANT_FALSE);
+    m_document->put_resolveExternals(VARIANT_FALSE);
+    m_document->put_preserveWhiteSpace(whiteSpace == WhiteSpace::Keep ? VARIANT_TRUE : VARIANT_FALSE);
+}
+
+bool CXmlDocument::Load(const WCHAR* szText)
+{
+    if (!m_document || HasDocumentType(szText))
+        return false;
+    const CBstr bstrText(szText);
+    VARIANT_BOOL bLoaded = VARIANT_FALSE;
+    return m_document->loadXML(bstrText.Get(), &bLoaded) == S_OK || bLoaded == VARIANT_TRUE;
+}
+
+CXmlNode CXmlDocument::Root() const
+{
+    CComRef<IXMLDOMElement> element;
+    CComRef<IXMLDOMNode> root;
+    if (!m_document || m_document->get_documentElement(element.Put()) != S_OK || !element ||
+        element->QueryInterface(IID_IXMLDOMNode, root.PutVoid()) != S_OK)
+        return {};
+    return CXmlNode(std::move(root));
+}
+
+CXmlNode CXmlDocument::CreateElement(const WCHAR* szName) const
+{
+    const CBstr bstrName(szName);
+    CComRef<IXMLDOMElement> element;
+    CComRef<IXMLDOMNode> node;
+    if (!m_document || m_document->createElement(bstrName.Get(), element.Put()) != S_OK || !element ||
+        element->QueryInterface(IID_IXMLDOMNode, node.PutVoid()) != S_OK)
+        return {};
+    return CXmlNode(std::move(node));
+}
+
+CXmlNode CXmlDocument::AppendElement(const CXmlNode& parent, const WCHAR* szName) const
+{
+    return parent.Append(CreateElement(szName));
+}
+
+CBstr CXmlDocument::Xml() const
+{
+    CBstr bstrXml;
+    if (!m_document || m_document->get_xml(bstrXml.Put()) != S_OK)
+        return {};
+    return bstrXml;
+}

@@ -1,0 +1,64 @@
+#include "server/ModuleState.h"
+
+#include <atomic>
+
+namespace
+{
+std::atomic<LONG> lObjectCount = 0;
+std::atomic<LONG> lLockCount = 0;
+HINSTANCE hModuleHandle = nullptr;
+HMODULE hLanguageResources = nullptr;
+} // namespace
+
+LONG ModuleState::IncrementObjectCount()
+{
+    return ++lObjectCount;
+}
+
+LONG ModuleState::DecrementObjectCount()
+{
+    return --lObjectCount;
+}
+
+LONG ModuleState::IncrementLockCount()
+{
+    return ++lLockCount;
+}
+
+LONG ModuleState::DecrementLockCount()
+{
+    return --lLockCount;
+}
+
+bool ModuleState::IsUnused()
+{
+    return lObjectCount == 0 && lLockCount == 0;
+}
+
+HINSTANCE ModuleState::ModuleHandle()
+{
+    return hModuleHandle;
+}
+
+HMODULE ModuleState::ResourceModule()
+{
+    return hLanguageResources ? hLanguageResources : hModuleHandle;
+}
+
+void ModuleState::SetModuleHandle(HINSTANCE hModule)
+{
+    hModuleHandle = hModule;
+    hLanguageResources = nullptr;
+}
+
+void ModuleState::SetLanguageModule(HMODULE hLanguageModule)
+{
+    hLanguageResources = hLanguageModule;
+}
+
+void ModuleState::ReleaseLanguageModule()
+{
+    if (hLanguageResources)
+        FreeLibrary(hLanguageResources);
+    hLanguageResources = nullptr;
+}

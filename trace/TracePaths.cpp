@@ -1,0 +1,62 @@
+#include "trace/TracePaths.h"
+
+#include <algorithm>
+
+#include <io.h>
+
+namespace
+{
+bool IsSeparator(WCHAR ch)
+{
+    return ch == OLESTR('\\') || ch == OLESTR('/');
+}
+} // namespace
+
+int FindLastPathSeparator(const WCHAR* szPath, int nBound)
+{
+    int nLast = 0;
+    for (int i = 0; i < nBound && szPath[i] != WCHAR{}; ++i)
+    {
+        if (IsSeparator(szPath[i]))
+            nLast = i;
+    }
+    return nLast;
+}
+
+bool CreateDirectoryPath(const WCHAR* szPath)
+{
+    constexpr int existenceOnly = 0;
+    WCHAR szPrefix[MAX_PATH + 1] = {};
+    for (std::size_t i = 0; szPath[i] != WCHAR{}; ++i)
+    {
+        if (i >= MAX_PATH)
+            return false;
+        szPrefix[i] = szPath[i];
+        if (i == 0 || !IsSeparator(szPath[i]))
+            continue;
+        if (_waccess(szPrefix, existenceOnly) != 0 && !CreateDirectoryW(szPrefix, nullptr))
+            return false;
+    }
+    return true;
+}
+
+int ReverseFind(const WCHAR* szText, WCHAR ch)
+{
+    const auto nIndex = CWideView(szText).rfind(ch);
+    return nIndex == CWideView::npos ? -1 : static_cast<int>(nIndex);
+}
+
+int InsertText(const WCHAR* szText, int nPosition, const WCHAR* szInsert, WCHAR** pszResult)
+{
+    const CWideView text(szText);
+    const CWideView insert(szInsert);
+    const auto cchHead = std::min(text.size(), static_cast<std::size_t>(std::max(nPosition, 0)));
+
+    auto result = std::make_unique<WCHAR[]>(text.size() + insert.size() + 1);
+    auto* pEnd = std::copy_n(text.data(), cchHead, result.get());
+    pEnd = std::copy(insert.begin(), insert.end(), pEnd);
+    std::copy(text.begin() + static_cast<std::ptrdiff_t>(cchHead), text.end(), pEnd);
+
+    *pszResult = result.release();
+    return static_cast<int>(text.size() + insert.size());
+}

@@ -1,0 +1,21 @@
+// Operations on paths: zero-terminated UTF-16 of at most MAX_PATH code units. They keep no state and trace nothing.
+#pragma once
+
+#include "trace/WideText.h"
+
+#include <memory>
+
+// Index of the last backslash or slash within the first nBound code units; 0 when there is none, so that a separator at
+// the very beginning and no separator give the same answer.
+int FindLastPathSeparator(const WCHAR* szPath, int nBound);
+
+// Creates every missing folder along the path, up to its last separator; what stands behind that is not created.
+// False at the first folder that cannot be created (those before it stay), or when the path is too long.
+bool CreateDirectoryPath(const WCHAR* szPath);
+
+// Index of the last occurrence of the character, or -1.
+int ReverseFind(const WCHAR* szText, WCHAR ch);
+
+// Makes a new text: szText with szInsert put in before index nPosition (below 0 counts as 0, beyond the end as the end).
+// Returns its length; *pszResult receives the new array, the caller's to free with delete[]. Throws std::bad_alloc.
+int InsertText(const WCHAR* szText, int nPosition, const WCHAR* szInsert, WCHAR** pszResult);
