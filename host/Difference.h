@@ -1,0 +1,14 @@
+// Showing what changed in a profile without showing its keys.
+#pragma once
+
+#include "trace/WideText.h"
+
+#include <string>
+
+// The profile with everything inside its sharedKey and keyMaterial elements replaced by asterisks; line ends stay. The
+// number of asterisks tells nothing of the key. The profile must be a well-formed document.
+CWideString WithoutKeys(CWideView profile);
+
+// The difference in the unified form, with the names in its head. Keys do not show. Empty when nothing else differs.
+std::string UnifiedDifference(const std::string& strBeforeName, CWideView before, const std::string& strAfterName,
+                              CWideView after);

@@ -1,0 +1,130 @@
+#include "host/Extension.h"
+
+#include "host/HostError.h"
+#include "host/Results.h"
+
+#include <cstring>
+#include <memory>
+
+namespace
+{
+// The kind of connection under which the property keeps to its plain names.
+constexpr DWORD plainConnectionKind = 1;
+
+bool IsOffered(HRESULT hr, const char* szCall)
+{
+    if (hr == E_NOTIMPL)
+        return false;
+    RequireSuccess(hr, szCall);
+    return true;
+}
+
+std::optional<CWideString> ChangedText(HRESULT hr, const char* szCall, BOOL bModified, const CUniqueBstr& bstrModified)
+{
+    RequireSuccess(hr, szCall);
+    if (!bModified)
+        return std::nullopt;
+    if (!bstrModified)
+        throw CHostError(std::string(szCall) + " reported a change without a new text");
+    const CWideView text = ViewOf(bstrModified.Get());
+    const std::size_t nLast = text.find_last_not_of(OLESTR(" \t\r\n"));
+    return CWideString(text.substr(0, nLast + 1));
+}
+} // namespace
+
+CConnectionContext::CConnectionContext(CWideView profileName)
+{
+    const CWideView name = profileName.substr(0, connectionContextNameCapacity - 1);
+    std::memcpy(m_record.data() + ConnectionContextOffset::connectionKind, &plainConnectionKind, sizeof(plainConnectionKind));
+    std::memcpy(m_record.data() + ConnectionContextOffset::profileName, name.data(), name.size() * sizeof(WCHAR));
+}
+
+CWideString CProperty::Name() const
+{
+    CUniqueBstr bstrName;
+    RequireSuccess(m_property.Get()->Dot11ExtUIPropertyGetName(bstrName.Put()), "Dot11ExtUIPropertyGetName");
+    return CWideString(ViewOf(bstrName.Get()));
+}
+
+std::optional<PropertyFlags> CProperty::Flags() const
+{
+    PropertyFlags flags{};
+    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertyGetFlags(&flags.uQualifiedNames, &flags.uKind);
+    return IsOffered(hr, "Dot11ExtUIPropertyGetFlags") ? std::optional(flags) : std::nullopt;
+}
+
+std::optional<bool> CProperty::HasDialog() const
+{
+    BOOL bDialog = FALSE;
+    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertyHasDialog(&bDialog);
+    return IsOffered(hr, "Dot11ExtUIPropertyHasDialog") ? std::optional(bDialog != FALSE) : std::nullopt;
+}
+
+std::optional<bool> CProperty::IsSelected(const std::optional<CWideString>& strVendorText, CConnectionContext& context) const
+{
+    BOOL bSelected = FALSE;
+    const CUniqueBstr bstrText = MakeBstr(strVendorText);
+    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertyGetSelected(bstrText.Get(), context.Record(), &bSelected);
+    return IsOffered(hr, "Dot11ExtUIPropertyGetSelected") ? std::optional(bSelected != FALSE) : std::nullopt;
+}
+
+std::optional<PropertyEntries> CProperty::Entries(const std::optional<CWideString>& strVendorText,
+                                                  CConnectionContext& context) const
+{
+    PropertyEntries result{};
+    ULONG cEntries = 0;
+    Dot11ExtUIPropertyEntry* pEntries = nullptr;
+    const CUniqueBstr bstrText = MakeBstr(strVendorText);
+    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertyGetDisplayInfo(0, bstrText.Get(), context.Record(), &cEntries,
+                                                                          &result.uDefault, &pEntries);
+    if (!IsOffered(hr, "Dot11ExtUIPropertyGetDisplayInfo"))
+        return std::nullopt;
+    for (ULONG n = 0; pEntries && n < cEntries; ++n)
+        result.entries.push_back(pEntries + n);
+    return result;
+}
+
+std::optional<CWideString> CProperty::Select(const std::optional<CWideString>& strVendorText, CConnectionContext& context) const
+{
+    BOOL bModified = FALSE;
+    CUniqueBstr bstrModified;
+    const CUniqueBstr bstrText = MakeBstr(strVendorText);
+    const HRESULT hr =
+        m_property.Get()->Dot11ExtUIPropertySetSelected(bstrText.Get(), context.Record(), bstrModified.Put(), &bModified);
+    return ChangedText(hr, "Dot11ExtUIPropertySetSelected", bModified, bstrModified);
+}
+
+std::optional<CWideString> CProperty::Choose(const std::optional<CWideString>& strVendorText, CConnectionContext& context,
+                                             Dot11ExtUIPropertyEntry& entry) const
+{
+    BOOL bModified = FALSE;
+    CUniqueBstr bstrModified;
+    const CUniqueBstr bstrText = MakeBstr(strVendorText);
+    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertySetDisplayInfo(0, bstrText.Get(), context.Record(), &entry,
+                                                                          bstrModified.Put(), &bModified);
+    return ChangedText(hr, "Dot11ExtUIPropertySetDisplayInfo", bModified, bstrModified);
+}
+
+CWideString FriendlyName(IDot11ExtUI& root)
+{
+    CUniqueBstr bstrName;
+    RequireSuccess(root.Dot11ExtUIGetFriendlyName(bstrName.Put()), "Dot11ExtUIGetFriendlyName");
+    return CWideString(ViewOf(bstrName.Get()));
+}
+
+std::vector<CProperty> Properties(IDot11ExtUI& root, ULONG uKind)
+{
+    ULONG cProperties = 0;
+    IDot11ExtUIProperty** pProperties = nullptr;
+    const HRESULT hr = root.Dot11ExtUIGetProperties(uKind, &cProperties, &pProperties);
+    if (!IsOffered(hr, "Dot11ExtUIGetProperties"))
+        return {};
+    const std::unique_ptr<IDot11ExtUIProperty*[], decltype(&CoTaskMemFree)> array(pProperties, &CoTaskMemFree);
+    std::vector<CUniqueInterface<IDot11ExtUIProperty>> owned(cProperties);
+    for (ULONG n = 0; n < cProperties; ++n)
+        owned[n].Reset(pProperties[n]);
+    std::vector<CProperty> properties;
+    for (auto& property : owned)
+        properties.emplace_back(std::move(property));
+    return properties;
+}

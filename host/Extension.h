@@ -1,0 +1,68 @@
+// The extension as its host sees it: what the root object and its properties answer, in ordinary types.
+#pragma once
+
+#include "host/ComOwners.h"
+
+#include "extui/Dot11ExtUI.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+// The host's record that goes with every question about a profile.
+class CConnectionContext
+{
+public:
+    explicit CConnectionContext(CWideView profileName);
+
+    void* Record()
+    {
+        return m_record.data();
+    }
+
+private:
+    std::array<BYTE, ConnectionContextOffset::end> m_record{};
+};
+
+struct PropertyFlags
+{
+    ULONG uQualifiedNames;
+    ULONG uKind;
+};
+
+struct PropertyEntries
+{
+    // Borrowed from the property, as long as that lives.
+    std::vector<Dot11ExtUIPropertyEntry*> entries;
+    ULONG uDefault;
+};
+
+// Each question answers nothing where the property does not offer the operation, and throws CHostError for any other
+// failure. A vendor text may be missing.
+class CProperty
+{
+public:
+    explicit CProperty(CUniqueInterface<IDot11ExtUIProperty> property) : m_property(std::move(property))
+    {
+    }
+
+    CWideString Name() const;
+    std::optional<PropertyFlags> Flags() const;
+    std::optional<bool> HasDialog() const;
+    std::optional<bool> IsSelected(const std::optional<CWideString>& strVendorText, CConnectionContext& context) const;
+    std::optional<PropertyEntries> Entries(const std::optional<CWideString>& strVendorText, CConnectionContext& context) const;
+
+    // These give the changed vendor text, or nothing when the property sees nothing to change.
+    std::optional<CWideString> Select(const std::optional<CWideString>& strVendorText, CConnectionContext& context) const;
+    std::optional<CWideString> Choose(const std::optional<CWideString>& strVendorText, CConnectionContext& context,
+                                      Dot11ExtUIPropertyEntry& entry) const;
+
+private:
+    CUniqueInterface<IDot11ExtUIProperty> m_property;
+};
+
+CWideString FriendlyName(IDot11ExtUI& root);
+
+// Empty where the kind is not offered.
+std::vector<CProperty> Properties(IDot11ExtUI& root, ULONG uKind);

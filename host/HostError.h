@@ -1,0 +1,29 @@
+// What ends a command with one line on standard error.
+#pragma once
+
+#include "host/Utf8.h"
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+// A refusal, worded for the person at the terminal. Exit code 1.
+class CHostError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// Runs the body; a refusal from it gets the file's name in front.
+template <class Body>
+auto NamingFile(const std::filesystem::path& file, Body body)
+{
+    try
+    {
+        return body();
+    }
+    catch (const CHostError& error)
+    {
+        throw CHostError(NameOf(file) + ": " + error.what());
+    }
+}

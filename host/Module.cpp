@@ -1,0 +1,102 @@
+#include "host/Module.h"
+
+#include "host/HostError.h"
+#include "host/Results.h"
+
+namespace
+{
+constexpr CWideView defaultModule = OLESTR("korihvui.dll");
+// The longest path that the platform knows.
+constexpr DWORD maxPathLength = 32767;
+
+using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, LPVOID*);
+using PlainExport = HRESULT(WINAPI*)();
+
+CWideString ModuleBesideProgram()
+{
+    CWideString strProgram(maxPathLength, WCHAR{});
+    strProgram.resize(GetModuleFileNameW(nullptr, strProgram.data(), maxPathLength));
+    strProgram.resize(strProgram.find_last_of(OLESTR("\\/")) + 1);
+    return strProgram + CWideString(defaultModule);
+}
+
+CWideString FullPath(const std::string& strFile)
+{
+    return strFile.empty() ? ModuleBesideProgram() : std::filesystem::absolute(PathOf(strFile)).string<WCHAR>();
+}
+
+template <class Function>
+Function Export(HMODULE hModule, const char* szName)
+{
+    const FARPROC pFunction = GetProcAddress(hModule, szName);
+    if (!pFunction)
+        throw CHostError(std::string("the module has no ") + szName);
+    return reinterpret_cast<Function>(reinterpret_cast<void (*)()>(pFunction));
+}
+} // namespace
+
+CComApartment::CComApartment()
+{
+    RequireSuccess(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "CoInitializeEx");
+}
+
+CComApartment::~CComApartment()
+{
+    CoUninitialize();
+}
+
+CLoadedModule::CLoadedModule(const std::string& strFile) : m_strFile(FullPath(strFile)), m_module(LoadLibraryW(m_strFile.c_str()))
+{
+    if (!m_module)
+        throw CHostError(Name() + ": cannot be loaded (error " + std::to_string(GetLastError()) + ")");
+}
+
+std::string CLoadedModule::Name() const
+{
+    return Utf8Of(m_strFile);
+}
+
+CUniqueInterface<IClassFactory> CLoadedModule::ClassFactory() const
+{
+    CUniqueInterface<IClassFactory> factory;
+    RequireSuccess(Export<GetClassObject>(m_module.Get(), "DllGetClassObject")(CLSID_ExtUI, IID_IClassFactory,
+                                                                               reinterpret_cast<void**>(factory.Put())),
+                   "DllGetClassObject");
+    return factory;
+}
+
+HRESULT CLoadedModule::Register() const
+{
+    return Export<PlainExport>(m_module.Get(), "DllRegisterServer")();
+}
+
+HRESULT CLoadedModule::Unregister() const
+{
+    return Export<PlainExport>(m_module.Get(), "DllUnregisterServer")();
+}
+
+bool CLoadedModule::CanUnloadNow() const
+{
+    return Export<PlainExport>(m_module.Get(), "DllCanUnloadNow")() == S_OK;
+}
+
+CClassRegistration::CClassRegistration(const CLoadedModule& module)
+{
+    const CUniqueInterface<IClassFactory> factory = module.ClassFactory();
+    RequireSuccess(CoRegisterClassObject(CLSID_ExtUI, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &m_dwRegistration),
+                   "CoRegisterClassObject");
+}
+
+CClassRegistration::~CClassRegistration()
+{
+    CoRevokeClassObject(m_dwRegistration);
+}
+
+CUniqueInterface<IDot11ExtUI> ActivateExtension()
+{
+    CUniqueInterface<IDot11ExtUI> root;
+    RequireSuccess(
+        CoCreateInstance(CLSID_ExtUI, nullptr, CLSCTX_INPROC_SERVER, IID_IDot11ExtUI, reinterpret_cast<void**>(root.Put())),
+        "activating the extension");
+    return root;
+}

@@ -1,0 +1,26 @@
+// The program's own output, kept apart from what the module prints: the module echoes its trace to the C run-time's
+// standard output, which it shares with the program.
+#pragma once
+
+#include "host/OutputStreams.h"
+
+class COutputSplit
+{
+public:
+    // From here on the module's lines go to the trace file, which is begun anew; to this program's output, each with
+    // "trace: " in front, when the name is "-"; to nowhere when it is empty. Throws CHostError.
+    explicit COutputSplit(const std::string& strTrace);
+    // Gives standard output back.
+    ~COutputSplit();
+    COutputSplit(const COutputSplit&) = delete;
+    COutputSplit& operator=(const COutputSplit&) = delete;
+
+    // Writes UTF-8 to the program's own output, behind the trace lines so far. Throws CHostError.
+    void Write(std::string_view text);
+
+private:
+    std::unique_ptr<IOutputStreams> m_pStreams;
+};
+
+// The trace lines as they are shown; a text that ends within a line gets its line end.
+std::string PrefixedTraceLines(std::string_view text);

@@ -1,0 +1,70 @@
+#include "host/ProfileFile.h"
+
+#include "host/HostError.h"
+#include "host/ProfileDocument.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace
+{
+constexpr std::uintmax_t maxFileSize = 16u * 1024 * 1024;
+
+std::string ReadBytes(const std::filesystem::path& file)
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(file, error);
+    if (!std::filesystem::exists(status))
+        throw CHostError("there is no such file");
+    if (!std::filesystem::is_regular_file(status))
+        throw CHostError(std::filesystem::is_directory(status) ? "is a folder, not a file" : "is not a regular file");
+    const std::uintmax_t cbFile = std::filesystem::file_size(file, error);
+    if (error)
+        throw CHostError("cannot be read");
+    if (cbFile > maxFileSize)
+        throw CHostError("is larger than 16 MiB");
+
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream)
+        throw CHostError("cannot be opened for reading");
+    std::string strBytes(static_cast<std::size_t>(cbFile), '\0');
+    stream.read(strBytes.data(), static_cast<std::streamsize>(strBytes.size()));
+    if (stream.bad() || static_cast<std::size_t>(stream.gcount()) != strBytes.size())
+        throw CHostError("cannot be read to its end");
+    return strBytes;
+}
+} // namespace
+
+CProfileFile::CProfileFile(std::filesystem::path file) : m_file(std::move(file))
+{
+    NamingFile(m_file,
+               [&]
+               {
+                   m_profile = DecodeProfile(ReadBytes(m_file));
+                   m_strName = CheckProfileDocument(m_profile.strText);
+               });
+}
+
+std::optional<CWideString> CProfileFile::VendorText(VendorPlace place) const
+{
+    return NamingFile(m_file, [&] { return ::VendorText(m_profile.strText, place); });
+}
+
+void CProfileFile::PutVendorText(VendorPlace place, CWideView vendorText)
+{
+    NamingFile(m_file,
+               [&]
+               {
+                   ProfileText changed = m_profile;
+                   changed.strText = WithVendorText(m_profile.strText, place, vendorText);
+                   // What counts is what the next reader of the file gets, after the way through its encoding.
+                   CheckProfileDocument(DecodeProfile(EncodeProfile(changed)).strText);
+                   m_profile = std::move(changed);
+               });
+}
+
+bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right)
+{
+    std::error_code error;
+    return std::filesystem::equivalent(left, right, error) && !error;
+}

@@ -1,0 +1,17 @@
+// The kinds of property that a host asks for, and the part of the profile that each works on.
+#pragma once
+
+#include "host/VendorPlaces.h"
+
+#include "extui/Dot11ExtUI.h"
+
+struct PropertyKind
+{
+    ULONG uKind;
+    const char* szName;
+    VendorPlace place;
+};
+inline constexpr PropertyKind propertyKinds[] = {
+    {propertyKindConnection, "connection", VendorPlace::Connectivity},
+    {propertyKindSecurity, "security", VendorPlace::Security},
+};

@@ -1,0 +1,24 @@
+#include "host/RegisteredModule.h"
+
+#include "host/HostError.h"
+#include "trace/Unique.h"
+
+namespace
+{
+constexpr const WCHAR* serverKey = OLESTR("CLSID\\{6C0E5D21-3B7A-4F19-9D42-7E1A8C3F5B60}\\InprocServer32");
+constexpr DWORD maxPathLength = 32767;
+} // namespace
+
+std::string RegisteredModuleFile()
+{
+    CUniqueKey key;
+    CWideString strFile(maxPathLength, WCHAR{});
+    DWORD cbFile = maxPathLength * sizeof(WCHAR);
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, serverKey, 0, KEY_READ, key.Put()) != ERROR_SUCCESS ||
+        RegQueryValueExW(key.Get(), nullptr, nullptr, nullptr, reinterpret_cast<LPBYTE>(strFile.data()), &cbFile) !=
+            ERROR_SUCCESS)
+        throw CHostError("the extension's class is not registered");
+    strFile.resize(cbFile / sizeof(WCHAR));
+    strFile.resize(CWideView(strFile).find_last_not_of(WCHAR{}) + 1);
+    return Utf8Of(strFile);
+}

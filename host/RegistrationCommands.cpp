@@ -1,0 +1,46 @@
+// korihost register, korihost unregister: the module's own entries in the registry.
+#include "host/Commands.h"
+#include "host/HostError.h"
+#include "host/OutputSplit.h"
+#include "host/Results.h"
+#include "host/SessionArguments.h"
+
+namespace
+{
+struct Registration
+{
+    const char* szCommand;
+    const char* szDescription;
+    const char* szExport;
+    HRESULT (CLoadedModule::*pOperation)() const;
+    const char* szDone;
+};
+constexpr Registration registrations[] = {
+    {"register", "Register the module on this machine", "DllRegisterServer", &CLoadedModule::Register, ": registered\n"},
+    {"unregister", "Remove the module's registration", "DllUnregisterServer", &CLoadedModule::Unregister, ": unregistered\n"},
+};
+
+void Run(const Registration& registration, const std::string& strModule, const std::string& strTrace)
+{
+    COutputSplit output(strTrace);
+    const CLoadedModule module(strModule);
+    const HRESULT hr = (module.*registration.pOperation)();
+    if (FAILED(hr))
+        throw CHostError(module.Name() + ": " + registration.szExport + " answered " + ResultName(hr));
+    output.Write(module.Name() + registration.szDone);
+}
+} // namespace
+
+void AddRegistrationCommands(CLI::App& app, CommandWork& chosen)
+{
+    for (const Registration& registration : registrations)
+    {
+        const auto pOptions = std::make_shared<SessionOptions>();
+        CLI::App* pCommand = app.add_subcommand(registration.szCommand, registration.szDescription);
+        AddModuleArgument(*pCommand, pOptions->strModule);
+        AddTraceArgument(*pCommand, pOptions->strTrace);
+        pCommand->callback(
+            [pOptions, &registration, &chosen]
+            { chosen = [pOptions, &registration] { Run(registration, pOptions->strModule, pOptions->strTrace); }; });
+    }
+}

@@ -1,0 +1,21 @@
+#include "host/SessionArguments.h"
+
+void AddModuleArgument(CLI::App& command, std::string& strModule)
+{
+    command.add_option("--module", strModule, "The module to load (default: korihvui.dll beside this program)")
+        ->type_name("FILE");
+}
+
+void AddTraceArgument(CLI::App& command, std::string& strTrace)
+{
+    command.add_option("--trace", strTrace, "Where the module's trace lines go: a file, or - for standard output")
+        ->type_name("FILE|-");
+}
+
+void AddSessionArguments(CLI::App& command, SessionOptions& options)
+{
+    AddModuleArgument(command, options.strModule);
+    command.add_flag("--registered", options.bRegistered, "Activate the registered module instead of loading a file")
+        ->excludes("--module");
+    AddTraceArgument(command, options.strTrace);
+}

@@ -1,0 +1,143 @@
+#include "host/VendorPlaces.h"
+
+#include "host/ElementMap.h"
+#include "host/HostError.h"
+#include "host/ProfileLayout.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr CWideView vendorElement = OLESTR("CCX");
+constexpr CWideView ihvElement = OLESTR("IHV");
+
+// Who made the IHV element, where this program had to make it: an identifier of nobody (locally administered).
+constexpr CWideView inventedOui = OLESTR("024b4f");
+constexpr CWideView inventedType = OLESTR("00");
+
+// The children of the IHV element, in the order of the profile's schema.
+constexpr CWideView ihvChildren[] = {OLESTR("OUIHeader"), OLESTR("connectivity"), OLESTR("security"), OLESTR("useMSOneX")};
+constexpr std::size_t nHeader = 0;
+
+// WLANProfile, IHV, the place, the vendor's element.
+constexpr std::size_t depthInUse = 4;
+
+std::size_t ChildIndex(VendorPlace place)
+{
+    return place == VendorPlace::Connectivity ? 1 : 2;
+}
+
+CWideView NamespacePrefix(CWideView attributeName)
+{
+    constexpr CWideView declaration = OLESTR("xmlns:");
+    return attributeName.starts_with(declaration) ? attributeName.substr(declaration.size()) : CWideView{};
+}
+
+bool UsesPrefix(CWideView text, CWideView prefix)
+{
+    return text.find(CWideString(prefix) + OLESTR(":")) != CWideView::npos;
+}
+
+// The declarations of prefixes that the element uses and that stand on elements around it. Without them its text
+// would not be a document of its own.
+CWideString MissingDeclarations(CWideView profile, const XmlElement& element)
+{
+    const CWideView elementText = profile.substr(element.Begin(), element.nEnd - element.Begin());
+    std::vector<CWideView> declared;
+    CWideString strDeclarations;
+    for (const XmlElement* pScope = &element; pScope; pScope = pScope->pParent)
+    {
+        for (const XmlAttribute& attribute : AttributesOf(profile, pScope->openingTag))
+        {
+            const CWideView prefix = NamespacePrefix(attribute.name);
+            if (prefix.empty() || std::find(declared.begin(), declared.end(), prefix) != declared.end())
+                continue;
+            declared.push_back(prefix);
+            if (pScope == &element || !UsesPrefix(elementText, prefix))
+                continue;
+            const std::size_t nInner = pScope->openingTag.nBegin + 1 + pScope->name.size();
+            strDeclarations += OLESTR(" ");
+            const CWideView written = profile.substr(nInner + attribute.nBegin, attribute.nEnd - attribute.nBegin);
+            strDeclarations += written.substr(written.find_first_not_of(xmlWhiteSpace));
+        }
+    }
+    return strDeclarations;
+}
+
+const XmlElement* FindPlace(const CElementMap& map, VendorPlace place)
+{
+    const XmlElement* pIhv = map.Child(map.Root(), ihvElement);
+    return pIhv ? map.Child(*pIhv, ihvChildren[ChildIndex(place)]) : nullptr;
+}
+
+const XmlElement* FindVendorElement(const CElementMap& map, VendorPlace place)
+{
+    const XmlElement* pPlace = FindPlace(map, place);
+    return pPlace ? map.Child(*pPlace, vendorElement) : nullptr;
+}
+
+// The last child of the IHV element that stands before the place in the schema's order.
+const XmlElement* Predecessor(const CElementMap& map, const XmlElement& ihv, VendorPlace place)
+{
+    for (std::size_t n = ChildIndex(place); n-- > 0;)
+        if (const XmlElement* pChild = map.Child(ihv, ihvChildren[n]))
+            return pChild;
+    return nullptr;
+}
+
+// The elements to be made below the IHV element: the place, with the header before it where that is missing.
+std::vector<NewElement> MissingIhvChildren(VendorPlace place, CWideView prefix, CWideView vendorText, bool bWithHeader)
+{
+    std::vector<NewElement> children;
+    if (bWithHeader)
+        children.push_back({QualifiedName(prefix, ihvChildren[nHeader]),
+                            {},
+                            {{QualifiedName(prefix, OLESTR("OUI")), CWideString(inventedOui), {}},
+                             {QualifiedName(prefix, OLESTR("type")), CWideString(inventedType), {}}}});
+    children.push_back({QualifiedName(prefix, ihvChildren[ChildIndex(place)]), {}, {{{}, CWideString(vendorText), {}}}});
+    return children;
+}
+} // namespace
+
+std::optional<CWideString> VendorText(CWideView profile, VendorPlace place)
+{
+    const CElementMap map(profile, depthInUse);
+    const XmlElement* pElement = FindVendorElement(map, place);
+    if (!pElement)
+        return std::nullopt;
+    CWideString strText(profile.substr(pElement->Begin(), pElement->nEnd - pElement->Begin()));
+    strText.insert(1 + pElement->name.size(), MissingDeclarations(profile, *pElement));
+    return strText;
+}
+
+CWideString WithVendorText(CWideView profile, VendorPlace place, CWideView vendorText)
+{
+    const CElementMap map(profile, depthInUse);
+    const CProfileLayout layout(map);
+    const CWideString strNew = layout.WithOwnLineEnds(vendorText);
+
+    if (const XmlElement* pElement = FindVendorElement(map, place))
+        return CWideString(profile).replace(pElement->Begin(), pElement->nEnd - pElement->Begin(), strNew);
+
+    if (const XmlElement* pPlace = FindPlace(map, place))
+    {
+        if (const XmlElement* pOther = map.FirstChild(*pPlace))
+            throw CHostError("the IHV element belongs to another vendor: " + Utf8Of(pPlace->name) + " holds " +
+                             Utf8Of(pOther->name));
+        return layout.Insert(*pPlace, nullptr, {{{}, strNew, {}}});
+    }
+
+    if (const XmlElement* pIhv = map.Child(map.Root(), ihvElement))
+    {
+        const bool bWithHeader = map.Child(*pIhv, ihvChildren[nHeader]) == nullptr;
+        return layout.Insert(*pIhv, Predecessor(map, *pIhv, place),
+                             MissingIhvChildren(place, PrefixOf(pIhv->name), strNew, bWithHeader));
+    }
+
+    // Elements of later additions to the profile form follow the IHV element, so it goes right behind MSM.
+    const XmlElement& root = map.Root();
+    const CWideView prefix = PrefixOf(root.name);
+    const XmlElement* pMsm = map.Child(root, OLESTR("MSM"));
+    return layout.Insert(root, pMsm ? pMsm : map.LastChild(root),
+                         {{QualifiedName(prefix, ihvElement), {}, MissingIhvChildren(place, prefix, strNew, true)}});
+}

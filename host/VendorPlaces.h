@@ -1,0 +1,22 @@
+// The vendor's parts of a wireless profile: where their texts stand, and putting new ones there with everything else of
+// the profile left as it is written.
+#pragma once
+
+#include "trace/WideText.h"
+
+#include <optional>
+
+// The places below the profile's IHV element.
+enum class VendorPlace
+{
+    Connectivity,
+    Security,
+};
+
+// The text of the CCX element in the place, with the namespace declarations that it uses from around it; nothing when
+// the profile has none. The profile must be a well-formed document.
+std::optional<CWideString> VendorText(CWideView profile, VendorPlace place);
+
+// The profile with the text in the place: in place of the CCX element that was there, or in a place made for it, laid
+// out like its neighbours. Throws CHostError when the place holds an element of another vendor.
+CWideString WithVendorText(CWideView profile, VendorPlace place, CWideView vendorText);

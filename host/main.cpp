@@ -1,0 +1,70 @@
+// korihost: plays the platform's wireless-profile pages on a profile file.
+#include "host/Arguments.h"
+#include "host/Commands.h"
+#include "host/HostError.h"
+#include "host/Module.h"
+
+#include <algorithm>
+#include <iostream>
+
+namespace
+{
+constexpr int exitRefused = 1;
+constexpr int exitUsage = 2;
+
+constexpr const char* examples = "Examples:\n"
+                                 "  korihost show office.xml\n"
+                                 "  korihost select office.xml --cipher AES\n"
+                                 "  korihost select office.xml --cipher TKIP -o changed.xml --trace trace.txt\n"
+                                 "  korihost select office.xml --in-place --trace -\n"
+                                 "  korihost register --module korihvui.dll\n"
+                                 "  korihost show office.xml --registered\n\n"
+                                 "Exit codes: 0 done, 1 refused or invalid input, 2 wrong usage.";
+
+int Refuse(const char* szReason)
+{
+    std::cerr << "korihost: " << szReason << "\n";
+    return exitRefused;
+}
+
+int Run(const CommandWork& work)
+{
+    try
+    {
+        const CComApartment apartment;
+        work();
+        return 0;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return Refuse("out of memory");
+    }
+    catch (const std::exception& error)
+    {
+        return Refuse(error.what());
+    }
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    CLI::App app("Plays the platform's wireless-profile pages on a profile file, with the extension's help.", "korihost");
+    CommandWork chosen;
+    app.require_subcommand(1);
+    app.footer(examples);
+    AddShowCommand(app, chosen);
+    AddSelectCommand(app, chosen);
+    AddRegistrationCommands(app, chosen);
+    try
+    {
+        std::vector<std::string> arguments = ProgramArguments(argc, argv);
+        arguments.erase(arguments.begin());
+        std::reverse(arguments.begin(), arguments.end()); // the order in which the parser takes them
+        app.parse(std::move(arguments));
+    }
+    catch (const CLI::ParseError& error)
+    {
+        return app.exit(error) == 0 ? 0 : exitUsage;
+    }
+    return Run(chosen);
+}
