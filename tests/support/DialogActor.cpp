@@ -1,0 +1,168 @@
+#include "tests/support/DialogActor.h"
+
+#include "resources/resource.h"
+#include "tests/support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace tests
+{
+namespace
+{
+constexpr UINT messageTimeoutMs = 10000;
+constexpr auto windowTimeout = std::chrono::seconds(10);
+constexpr int messageTextId = 0xFFFF;
+
+LRESULT Send(HWND hwnd, UINT uMessage, WPARAM wParam = 0, LPARAM lParam = 0)
+{
+    DWORD_PTR dwResult = 0;
+    SendMessageTimeoutW(hwnd, uMessage, wParam, lParam, SMTO_NORMAL, messageTimeoutMs, &dwResult);
+    return static_cast<LRESULT>(dwResult);
+}
+
+struct Search
+{
+    bool bMessageBox;
+    HWND hwndFound;
+};
+
+// A message box and the settings dialog have class and caption in common; their controls tell them apart.
+BOOL CALLBACK Inspect(HWND hwnd, LPARAM lParam)
+{
+    auto& search = *reinterpret_cast<Search*>(lParam);
+    DWORD dwProcess = 0;
+    GetWindowThreadProcessId(hwnd, &dwProcess);
+    if (dwProcess != GetCurrentProcessId() || !IsWindowVisible(hwnd))
+        return TRUE;
+    const bool bIsDialog = GetDlgItem(hwnd, IDC_RADIO_MEASUREMENT) != nullptr;
+    const bool bIsBox = !bIsDialog && GetDlgItem(hwnd, messageTextId) != nullptr;
+    if (search.bMessageBox ? !bIsBox : !bIsDialog)
+        return TRUE;
+    search.hwndFound = hwnd;
+    return FALSE;
+}
+
+CActedWindow WaitFor(bool bMessageBox)
+{
+    const auto end = std::chrono::steady_clock::now() + windowTimeout;
+    while (std::chrono::steady_clock::now() < end)
+    {
+        Search search = {bMessageBox, nullptr};
+        EnumWindows(Inspect, reinterpret_cast<LPARAM>(&search));
+        if (search.hwndFound)
+        {
+            // An answered message shows that the window has finished its initialisation and waits for its user.
+            Send(search.hwndFound, WM_NULL);
+            return CActedWindow(search.hwndFound);
+        }
+        Sleep(2);
+    }
+    ADD_FAILURE() << (bMessageBox ? "no message box came up" : "no dialog came up");
+    return CActedWindow(nullptr);
+}
+
+std::string TextOfWindow(HWND hwnd)
+{
+    WCHAR szText[512] = {};
+    Send(hwnd, WM_GETTEXT, std::size(szText), reinterpret_cast<LPARAM>(szText));
+    return Narrow(szText);
+}
+} // namespace
+
+bool CActedWindow::Exists() const
+{
+    return m_hwnd && IsWindow(m_hwnd);
+}
+
+std::string CActedWindow::Title() const
+{
+    return TextOfWindow(m_hwnd);
+}
+
+std::string CActedWindow::Text(int nId) const
+{
+    return TextOfWindow(GetDlgItem(m_hwnd, nId));
+}
+
+bool CActedWindow::HasControl(int nId) const
+{
+    return GetDlgItem(m_hwnd, nId) != nullptr;
+}
+
+bool CActedWindow::IsChecked(int nId) const
+{
+    return Send(GetDlgItem(m_hwnd, nId), BM_GETCHECK) == BST_CHECKED;
+}
+
+bool CActedWindow::IsEnabled(int nId) const
+{
+    return IsWindowEnabled(GetDlgItem(m_hwnd, nId)) != FALSE;
+}
+
+bool CActedWindow::IsVisible(int nId) const
+{
+    return IsWindowVisible(GetDlgItem(m_hwnd, nId)) != FALSE;
+}
+
+std::vector<std::string> CActedWindow::Items(int nId) const
+{
+    const HWND hwndList = GetDlgItem(m_hwnd, nId);
+    std::vector<std::string> items;
+    for (LRESULT i = 0; i < Send(hwndList, CB_GETCOUNT); ++i)
+    {
+        WCHAR szText[128] = {};
+        Send(hwndList, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(szText));
+        items.push_back(Narrow(szText));
+    }
+    return items;
+}
+
+int CActedWindow::Selected(int nId) const
+{
+    return static_cast<int>(Send(GetDlgItem(m_hwnd, nId), CB_GETCURSEL));
+}
+
+void CActedWindow::Click(int nId) const
+{
+    // Posted: a click that opens a message box would be answered only after the box is gone.
+    PostMessageW(GetDlgItem(m_hwnd, nId), BM_CLICK, 0, 0);
+    Send(m_hwnd, WM_NULL);
+}
+
+void CActedWindow::Select(int nId, int nIndex) const
+{
+    Send(GetDlgItem(m_hwnd, nId), CB_SETCURSEL, static_cast<WPARAM>(nIndex));
+}
+
+void CActedWindow::Close() const
+{
+    PostMessageW(m_hwnd, WM_CLOSE, 0, 0);
+}
+
+CDialogActor::CDialogActor(std::function<void(CDialogActor&)> script)
+    : m_thread([this, run = std::move(script)] { run(*this); })
+{
+}
+
+CDialogActor::~CDialogActor() = default;
+
+CActedWindow CDialogActor::WaitForDialog()
+{
+    return WaitFor(false);
+}
+
+CActedWindow CDialogActor::WaitForMessageBox()
+{
+    return WaitFor(true);
+}
+
+void CDialogActor::WaitForEnd(const CActedWindow& window)
+{
+    const auto end = std::chrono::steady_clock::now() + windowTimeout;
+    while (window.Exists() && std::chrono::steady_clock::now() < end)
+        Sleep(2);
+    EXPECT_FALSE(window.Exists()) << "the window is still up";
+}
+} // namespace tests

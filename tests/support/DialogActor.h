@@ -1,0 +1,62 @@
+// A person at the module's dialogs: a second thread that waits for a window and works its controls by messages, as the
+// platform's own automation does.
+#pragma once
+
+#include "trace/WideText.h"
+
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace tests
+{
+// One window, seen and worked from the actor's thread.
+class CActedWindow
+{
+public:
+    explicit CActedWindow(HWND hwnd) : m_hwnd(hwnd)
+    {
+    }
+    HWND Get() const
+    {
+        return m_hwnd;
+    }
+    bool Exists() const;
+    std::string Title() const;
+    // A control's text, state and list.
+    std::string Text(int nId) const;
+    bool HasControl(int nId) const;
+    bool IsChecked(int nId) const;
+    bool IsEnabled(int nId) const;
+    bool IsVisible(int nId) const;
+    std::vector<std::string> Items(int nId) const;
+    int Selected(int nId) const;
+
+    void Click(int nId) const;
+    void Select(int nId, int nIndex) const;
+    void Close() const;
+
+private:
+    HWND m_hwnd;
+};
+
+// Runs the script on a thread of its own; the destructor waits for its end. The script gets the windows that it asks for
+// in the order in which they come up; a window that does not come within ten seconds fails the case and is given as one
+// on which nothing happens.
+class CDialogActor
+{
+public:
+    explicit CDialogActor(std::function<void(CDialogActor&)> script);
+    ~CDialogActor();
+
+    // Waits for the module's dialog, or a message box, to be up.
+    CActedWindow WaitForDialog();
+    CActedWindow WaitForMessageBox();
+    // Waits until the window is gone.
+    void WaitForEnd(const CActedWindow& window);
+
+private:
+    std::jthread m_thread;
+};
+} // namespace tests
