@@ -93,6 +93,7 @@ inline constexpr DWORD WS_POPUP = 0x80000000u;
 inline constexpr DWORD WS_CHILD = 0x40000000u;
 inline constexpr DWORD WS_VISIBLE = 0x10000000u;
 inline constexpr DWORD WS_DISABLED = 0x08000000u;
+inline constexpr DWORD WS_CLIPSIBLINGS = 0x04000000u;
 inline constexpr DWORD WS_GROUP = 0x00020000u;
 inline constexpr DWORD WS_TABSTOP = 0x00010000u;
 inline constexpr DWORD DS_SETFONT = 0x40u;

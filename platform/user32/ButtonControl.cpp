@@ -54,7 +54,7 @@ void CheckAutomatically(Window& button)
 
 void ClickButton(EngineLock& lock, Window& button)
 {
-    if (button.Has(WS_DISABLED) || ButtonType(button.dwStyle) == BS_GROUPBOX)
+    if (ButtonType(button.dwStyle) == BS_GROUPBOX)
         return;
     GiveFocus(button);
     CheckAutomatically(button);
@@ -70,7 +70,7 @@ LRESULT ButtonMessage(EngineLock& lock, Window& button, const Message& message)
     case BM_SETCHECK:
         SetCheck(button, message.wParam);
         return 0;
-    case BM_CLICK:
+    case BM_CLICK: // also of a disabled or hidden button: only a person is kept from pressing those
         ClickButton(lock, button);
         return 0;
     default:

@@ -45,6 +45,18 @@ inline constexpr UINT CBN_SELENDCANCEL = 10;
 inline constexpr UINT LBN_SELCHANGE = 1;
 inline constexpr UINT EN_CHANGE = 0x0300;
 
+inline constexpr WORD IDI_ERROR = 32513;
+inline constexpr WORD IDI_QUESTION = 32514;
+inline constexpr WORD IDI_WARNING = 32515;
+inline constexpr WORD IDI_INFORMATION = 32516;
+
+// How many entries a list box of this size shows at a time.
+inline int VisibleEntries(const DialogUnits& place) noexcept
+{
+    constexpr int unitsPerEntry = 8;
+    return place.cy < 2 * unitsPerEntry ? 1 : place.cy / unitsPerEntry;
+}
+
 inline DWORD ButtonType(DWORD dwStyle) noexcept
 {
     return dwStyle & BS_TYPEMASK;

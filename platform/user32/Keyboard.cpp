@@ -9,8 +9,6 @@ namespace platform::user32
 {
 namespace
 {
-constexpr int entriesOnPage = 8;
-
 bool IsList(const Window& control)
 {
     return control.windowClass == WindowClass::ListBox || control.windowClass == WindowClass::ComboBox;
@@ -46,9 +44,9 @@ void MoveInList(EngineLock& lock, Window& list, UINT uKey)
     case VK_DOWN:
         return SelectEntry(lock, list, list.nSelected + 1);
     case VK_PRIOR:
-        return SelectEntry(lock, list, list.nSelected - entriesOnPage);
+        return SelectEntry(lock, list, list.nSelected - VisibleEntries(list.place));
     case VK_NEXT:
-        return SelectEntry(lock, list, list.nSelected + entriesOnPage);
+        return SelectEntry(lock, list, list.nSelected + VisibleEntries(list.place));
     case VK_HOME:
         return SelectEntry(lock, list, 0);
     case VK_END:
@@ -85,14 +83,13 @@ void HandleArrow(EngineLock& lock, Window& dialog, Window& focus, const Input& i
         MoveInGroup(lock, dialog, focus, input.uKey == VK_UP || input.uKey == VK_LEFT);
 }
 
-void HandleKey(EngineLock& lock, Window& dialog, const Input& input)
+void HandleKey(EngineLock& lock, Window& dialog, Window* pFocus, const Input& input)
 {
-    Window* pFocus = FocusOf(dialog);
     const bool bDropped = pFocus && pFocus->bDropped;
     switch (input.uKey)
     {
     case VK_TAB:
-        return MoveFocus(lock, dialog, NextTabStop(dialog, pFocus, input.bShift));
+        return MoveFocus(lock, dialog, NextTabStop(dialog, FocusOf(dialog), input.bShift));
     case VK_RETURN:
         if (bDropped)
             return DropList(lock, *pFocus, false, true);
@@ -138,15 +135,18 @@ void SelectByLetter(EngineLock& lock, Window& list, WCHAR ch)
     }
 }
 
-void HandleCharacter(EngineLock& lock, Window& dialog, const Input& input)
+void HandleCharacter(EngineLock& lock, Window& dialog, Window* pFocus, const Input& input)
 {
-    Window* pFocus = FocusOf(dialog);
     if (input.bAlt || !pFocus)
         return HandleMnemonic(lock, dialog, input.ch);
     if (TakesText(pFocus->windowClass, pFocus->dwStyle))
         return TypeCharacter(lock, *pFocus, input.ch);
     if (input.ch == u' ' && pFocus->windowClass == WindowClass::Button)
-        return ClickButton(lock, *pFocus);
+    {
+        if (CanTakeInput(*pFocus))
+            ClickButton(lock, *pFocus);
+        return;
+    }
     if (IsList(*pFocus))
         return SelectByLetter(lock, *pFocus, input.ch);
     HandleMnemonic(lock, dialog, input.ch);
@@ -181,18 +181,21 @@ void HandleEntryPress(EngineLock& lock, Window& dialog, Window& list, int nEntry
 void HandleInput(EngineLock& lock, HWND hwndDialog, const Input& input)
 {
     auto& desktop = CDesktop::Get();
-    const bool bMouse = input.kind == Input::Kind::Press || input.kind == Input::Kind::Entry;
-    Window* pTarget = desktop.Find(bMouse ? input.hwnd : hwndDialog);
+    Window* pTarget = desktop.Find(input.hwnd ? input.hwnd : hwndDialog);
     if (!pTarget)
         return;
     Window& dialog = desktop.Root(*pTarget);
     if (dialog.Has(WS_DISABLED))
         return;
-    if (!bMouse)
-        return input.kind == Input::Kind::Key ? HandleKey(lock, dialog, input) : HandleCharacter(lock, dialog, input);
-    if (!CanTakeInput(*pTarget) || pTarget == &dialog)
+    Window* pControl = pTarget == &dialog ? FocusOf(dialog) : pTarget;
+    if (input.kind == Input::Kind::Key)
+        return HandleKey(lock, dialog, pControl, input);
+    if (input.kind == Input::Kind::Character)
+        return HandleCharacter(lock, dialog, pControl, input);
+    if (pTarget != pControl || !CanTakeInput(*pControl))
         return;
-    input.kind == Input::Kind::Press ? HandlePress(lock, dialog, *pTarget)
-                                     : HandleEntryPress(lock, dialog, *pTarget, input.nEntry);
+    if (input.kind == Input::Kind::Press)
+        return HandlePress(lock, dialog, *pControl);
+    HandleEntryPress(lock, dialog, *pControl, input.nEntry);
 }
 } // namespace platform::user32

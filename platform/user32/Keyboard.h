@@ -10,8 +10,8 @@ struct Input
 {
     enum class Kind
     {
-        Key,       // uKey, bShift, bAlt
-        Character, // ch, bAlt
+        Key,       // uKey, bShift, bAlt; to the control hwnd, the one with the focus when it is null
+        Character, // ch, bAlt; likewise
         Press,     // a mouse click on the control hwnd
         Entry,     // a mouse click on entry nEntry of the list in the control hwnd
     };

@@ -104,9 +104,13 @@ void SelectEntry(EngineLock& lock, Window& list, int nEntry)
     const int nWanted = std::clamp(nEntry, 0, nLast);
     if (nWanted == list.nSelected)
         return;
+    const HWND hwnd = list.hwnd;
     Select(list, static_cast<WPARAM>(nWanted));
-    if (NotifiesSelection(list))
-        Notify(lock, list, CBN_SELCHANGE);
+    list.nTop = std::clamp(list.nTop, nWanted - VisibleEntries(list.place) + 1, nWanted);
+    if (list.windowClass == WindowClass::ComboBox && !list.bDropped)
+        Notify(lock, list, CBN_SELENDOK); // a choice in a closed list is final
+    if (const Window* pList = CDesktop::Get().Find(hwnd); pList && NotifiesSelection(*pList))
+        Notify(lock, *pList, CBN_SELCHANGE);
 }
 
 void DropList(EngineLock& lock, Window& combo, bool bDrop, bool bAccept)
@@ -185,15 +189,16 @@ LRESULT ListBoxMessage(EngineLock&, Window& list, const Message& message)
     case LB_GETCURSEL:
         return list.nSelected;
     case LB_SETCURSEL:
+        // Other than in a combo box, an entry that is not there leaves the selection as it is.
+        if (message.wParam != static_cast<WPARAM>(-1) && !EntryAt(list, message.wParam))
+            return LB_ERR;
         return Select(list, message.wParam);
     case LB_GETTEXT:
         return CopyEntry(list, message.wParam, message.lParam);
     case LB_GETTEXTLEN:
         return EntryLength(list, message.wParam);
     case LB_SETTOPINDEX:
-        if (!EntryAt(list, message.wParam))
-            return LB_ERR;
-        list.nTop = static_cast<int>(message.wParam);
+        list.nTop = static_cast<int>(std::min<WPARAM>(message.wParam, list.entries.empty() ? 0 : list.entries.size() - 1));
         return 0;
     default:
         return TextMessage(list, message);

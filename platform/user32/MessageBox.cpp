@@ -37,6 +37,26 @@ constexpr BoxType boxTypes[] = {
     {2, {yes, no}, 0}, {2, {retry, cancel}, IDCANCEL},
 };
 
+struct BoxIcon
+{
+    UINT uType;
+    WORD wIcon;
+};
+constexpr BoxIcon boxIcons[] = {
+    {MB_ICONERROR, IDI_ERROR},
+    {0x20, IDI_QUESTION},
+    {MB_ICONWARNING, IDI_WARNING},
+    {MB_ICONINFORMATION, IDI_INFORMATION},
+};
+
+// 0 for a box without an icon.
+WORD IconOf(UINT uType)
+{
+    const auto* row = std::find_if(std::begin(boxIcons), std::end(boxIcons),
+                                   [uType](const BoxIcon& icon) { return icon.uType == (uType & iconMask); });
+    return row == std::end(boxIcons) ? WORD() : row->wIcon;
+}
+
 INT_PTR CALLBACK BoxProcedure(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam)
 {
     if (uMessage == WM_INITDIALOG)
@@ -81,9 +101,9 @@ DialogTemplate LayOut(std::u16string_view text, std::u16string_view caption, con
     constexpr int margin = 7, unitsPerColumn = 4, unitsPerLine = 8, iconWidth = 20, buttonWidth = 50, buttonHeight = 14;
     constexpr int widestText = 240;
     const DWORD dwShown = WS_CHILD | WS_VISIBLE;
-    const bool bIcon = (uType & iconMask) != 0;
+    const WORD wIcon = IconOf(uType);
     const auto extent = Measure(text);
-    const int nTextX = margin + (bIcon ? iconWidth + margin : 0);
+    const int nTextX = margin + (wIcon ? iconWidth + margin : 0);
     const int nTextWidth = std::min((extent.nColumns + 1) * unitsPerColumn, widestText);
     // Long lines are wrapped; a line that breaks at a blank wastes some room, hence one more.
     const int nWrapped = extent.nColumns * unitsPerColumn / widestText * 2;
@@ -97,14 +117,11 @@ DialogTemplate LayOut(std::u16string_view text, std::u16string_view caption, con
     box.title = caption;
     box.place.cx = std::max(nTextX + nTextWidth, margin + nButtonsWidth) + margin;
     box.place.cy = nButtonsY + buttonHeight + margin;
-    if (bIcon)
-        box.controls.push_back({WindowClass::Static,
-                                dwShown | SS_ICON | (uType & iconMask) << 8,
-                                idIcon,
-                                {margin, margin, iconWidth, unitsPerLine},
-                                {}});
+    if (wIcon)
+        box.controls.push_back(
+            {WindowClass::Static, dwShown | SS_ICON, idIcon, {margin, margin, iconWidth, unitsPerLine}, {}, wIcon});
     const DialogUnits textPlace{nTextX, margin, nTextWidth, nTextHeight};
-    box.controls.push_back({WindowClass::Static, dwShown | SS_NOPREFIX, idText, textPlace, std::u16string(text)});
+    box.controls.push_back({WindowClass::Static, dwShown | SS_NOPREFIX, idText, textPlace, std::u16string(text), {}});
     const UINT uDefault = (uType & defaultButtonMask) >> 8;
     int x = (box.place.cx - nButtonsWidth) / 2;
     for (UINT i = 0; i < type.cButtons; ++i, x += buttonWidth + margin)
@@ -112,7 +129,8 @@ DialogTemplate LayOut(std::u16string_view text, std::u16string_view caption, con
                                 dwShown | WS_TABSTOP | (i == uDefault ? BS_DEFPUSHBUTTON | WS_GROUP : BS_PUSHBUTTON),
                                 type.buttons[i].nId,
                                 {x, nButtonsY, buttonWidth, buttonHeight},
-                                std::u16string(type.buttons[i].text)});
+                                std::u16string(type.buttons[i].text),
+                                {}});
     return box;
 }
 } // namespace

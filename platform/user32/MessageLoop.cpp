@@ -25,6 +25,7 @@ std::optional<Input> KeyInput(const Message& message)
         input.ch = static_cast<WCHAR>(message.wParam);
     else
         return std::nullopt;
+    input.hwnd = message.hwnd;
     input.kind = message.uMessage == WM_CHAR ? Input::Kind::Character : Input::Kind::Key;
     return input;
 }
@@ -55,7 +56,7 @@ CMessageLoop::CMessageLoop(EngineLock& lock, CThreadQueue& queue) : m_lock(lock)
     if (stage.cLoops == 0)
     {
         const CUnlocked unlocked(m_lock);
-        stage.pPresenter = OpenPresenter();
+        m_bPresented = OpenPresenter(stage.pPresenter);
     }
     ++stage.cLoops;
 }
@@ -70,10 +71,10 @@ CMessageLoop::~CMessageLoop()
 
 bool CMessageLoop::IsReady()
 {
-    if (m_queue.WakeDescriptor() >= 0)
-        return true;
-    SetLastError(ERROR_TOO_MANY_OPEN_FILES);
-    return false;
+    const bool bWakes = m_queue.WakeDescriptor() >= 0;
+    if (!bWakes || !m_bPresented)
+        SetLastError(bWakes ? ERROR_GEN_FAILURE : ERROR_TOO_MANY_OPEN_FILES);
+    return bWakes && m_bPresented;
 }
 
 bool CMessageLoop::DeliverPosted(HWND hwndDialog)

@@ -18,7 +18,8 @@ public:
     CMessageLoop(const CMessageLoop&) = delete;
     CMessageLoop& operator=(const CMessageLoop&) = delete;
 
-    // False, with a last error, when the system has no descriptor left to wait on.
+    // False, with a last error, when nobody could ever answer the dialog: the terminal that was asked for does not open,
+    // or the system has no descriptor left to wait on.
     bool IsReady();
 
     // Deals with one thing, or waits until there is one. Keys in messages to the dialog or its controls are the
@@ -34,6 +35,7 @@ private:
 
     EngineLock& m_lock;
     CThreadQueue& m_queue;
+    bool m_bPresented = true;
     bool m_bClosed = false;
 };
 } // namespace platform::user32

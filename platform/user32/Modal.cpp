@@ -43,7 +43,7 @@ CModalDialog::CModalDialog(EngineLock& lock, const DialogTemplate& dialogTemplat
 {
     auto& desktop = CDesktop::Get();
     auto pDialog = std::make_unique<Window>();
-    pDialog->dwStyle = dialogTemplate.dwStyle;
+    pDialog->dwStyle = dialogTemplate.dwStyle | WS_CLIPSIBLINGS; // as every top-level window has it
     pDialog->place = dialogTemplate.place;
     pDialog->text = dialogTemplate.title;
     pDialog->pDialog = std::make_unique<DialogState>();
@@ -73,6 +73,7 @@ void CModalDialog::MakeControls(const DialogTemplate& dialogTemplate)
         pControl->dwStyle = control.dwStyle | WS_CHILD;
         pControl->place = control.place;
         pControl->text = control.text;
+        pControl->wIcon = control.wIcon;
         CDesktop::Get().Add(std::move(pControl));
     }
 }
@@ -107,10 +108,10 @@ void CModalDialog::Initialise(LPARAM lInitParam)
 
 std::optional<INT_PTR> CModalDialog::Run(LPARAM lInitParam)
 {
-    Initialise(lInitParam);
     CMessageLoop loop(m_lock, *m_pQueue);
     if (!loop.IsReady())
         return std::nullopt;
+    Initialise(lInitParam);
     while (IsOpen())
         loop.Turn(m_hwnd);
     const Window* pDialog = Find();

@@ -1,9 +1,18 @@
-#include "platform/user32/Presenter.h"
+#include "platform/user32/TerminalPresenter.h"
+
+#include <cstdlib>
+#include <string_view>
+#include <unistd.h>
 
 namespace platform::user32
 {
-std::unique_ptr<IPresenter> OpenPresenter()
+bool OpenPresenter(std::unique_ptr<IPresenter>& pPresenter)
 {
-    return nullptr;
+    const char* szChoice = std::getenv("PLATFORM_DIALOGS");
+    const std::string_view choice = szChoice ? szChoice : "";
+    const bool bAsked = choice == "terminal";
+    const bool bMayOpen = bAsked || (choice.empty() && isatty(STDIN_FILENO));
+    pPresenter = bMayOpen ? OpenTerminal() : nullptr;
+    return pPresenter || !bAsked;
 }
 } // namespace platform::user32

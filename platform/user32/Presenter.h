@@ -26,6 +26,7 @@ public:
 };
 
 // As the environment variable PLATFORM_DIALOGS asks for: "terminal" opens the controlling terminal, "none" nothing;
-// without the variable the terminal is taken when standard input is one. Null when there is none to be had.
-std::unique_ptr<IPresenter> OpenPresenter();
+// without the variable the terminal is taken when standard input is one. Null when there is to be none; false when the
+// terminal that was asked for does not open.
+bool OpenPresenter(std::unique_ptr<IPresenter>& pPresenter);
 } // namespace platform::user32

@@ -10,9 +10,18 @@ namespace
 {
 ControlView CaptureControl(const Window& control)
 {
-    ControlView view{control.hwnd,      control.windowClass, control.dwStyle,  control.nId,
-                     control.place,     control.text,        control.uCheck,   {},
-                     control.nSelected, control.nTop,        control.bDropped, control.uCaret};
+    ControlView view;
+    view.hwnd = control.hwnd;
+    view.windowClass = control.windowClass;
+    view.dwStyle = control.dwStyle;
+    view.place = control.place;
+    view.text = control.text;
+    view.wIcon = control.wIcon;
+    view.uCheck = control.uCheck;
+    view.nSelected = control.nSelected;
+    view.nTop = control.nTop;
+    view.bDropped = control.bDropped;
+    view.uCaret = control.uCaret;
     for (const auto& entry : control.entries)
         view.entries.push_back(entry.text);
     return view;

@@ -10,9 +10,9 @@ struct ControlView
     HWND hwnd = nullptr;
     WindowClass windowClass = WindowClass::Static;
     DWORD dwStyle = 0;
-    int nId = 0;
     DialogUnits place;
     std::u16string text;
+    WORD wIcon = 0;
     UINT uCheck = 0;
     std::vector<std::u16string> entries;
     int nSelected = -1;

@@ -130,8 +130,10 @@ ControlTemplate ReadControl(CTemplateReader& reader, bool bExtended)
     control.nId = bExtended ? static_cast<int>(reader.Dword()) : reader.Word();
     control.windowClass = ControlClass(reader.NameOrNumber());
     const Name text = reader.NameOrNumber();
-    if (const auto* pText = std::get_if<std::u16string>(&text)) // a number names an icon, which has no text
+    if (const auto* pText = std::get_if<std::u16string>(&text))
         control.text = *pText;
+    else if (const auto* pNumber = std::get_if<WORD>(&text))
+        control.wIcon = *pNumber;
     reader.Skip(reader.Word()); // creation data: no class here takes any
     return control;
 }

@@ -16,6 +16,7 @@ struct ControlTemplate
     int nId = 0;
     DialogUnits place;
     std::u16string text;
+    WORD wIcon = 0;
 };
 
 struct DialogTemplate

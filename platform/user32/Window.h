@@ -63,6 +63,7 @@ struct Window
     DialogUnits place;
     std::u16string text;
     std::unique_ptr<DialogState> pDialog;
+    WORD wIcon = 0;             // statics: the number of the icon that is shown instead of text
     std::vector<HWND> children; // template order: tab order, and front to back
 
     UINT uCheck = BST_UNCHECKED;

@@ -13,7 +13,7 @@ LRESULT TextMessage(Window& window, const Message& message)
         return static_cast<LRESULT>(window.text.size());
     case WM_SETTEXT:
         window.text = message.lParam ? reinterpret_cast<LPCWSTR>(message.lParam) : u"";
-        window.uCaret = window.text.size();
+        window.uCaret = 0;
         return TRUE;
     default:
         return 0;
