@@ -50,6 +50,8 @@ int main(int argc, char** argv)
 {
     CLI::App app("Plays the platform's wireless-profile pages on a profile file, with the extension's help.", "korihost");
     CommandWork chosen;
+    // A leading slash begins a path, on Windows too. Set first: the commands take it over as they are added.
+    app.allow_windows_style_options(false);
     app.require_subcommand(1);
     app.footer(examples);
     AddShowCommand(app, chosen);

@@ -86,16 +86,17 @@ public:
     }
 
 private:
+    // Text mode, because the run-time library writes wide text to a binary stream as it is.
     static int OpenNamed(const std::string& strFile)
     {
-        return _wopen(PathOf(strFile).c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_APPEND | _O_BINARY | _O_NOINHERIT,
+        return _wopen(PathOf(strFile).c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_APPEND | _O_TEXT | _O_NOINHERIT,
                       _S_IREAD | _S_IWRITE);
     }
     static int OpenTemporary()
     {
         const std::filesystem::path file =
             std::filesystem::temp_directory_path() / ("korihost." + std::to_string(GetCurrentProcessId()) + ".trace");
-        return _wopen(file.c_str(), _O_RDWR | _O_CREAT | _O_TRUNC | _O_APPEND | _O_BINARY | _O_TEMPORARY | _O_NOINHERIT,
+        return _wopen(file.c_str(), _O_RDWR | _O_CREAT | _O_TRUNC | _O_APPEND | _O_TEXT | _O_TEMPORARY | _O_NOINHERIT,
                       _S_IREAD | _S_IWRITE);
     }
 
