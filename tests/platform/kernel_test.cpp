@@ -192,6 +192,17 @@ TEST_F(KernelFiles, PositionsAndEndMoveTogether)
     EXPECT_EQ(std::string(content, cbRead), "45");
 }
 
+TEST_F(KernelFiles, ATextIsNoModule)
+{
+    const Text path = In(OLESTR("a.txt"));
+    {
+        const CHandle file(Open(path, CREATE_NEW));
+        Write(file, "neither code nor resources, and long enough to hold the header of either one");
+    }
+    EXPECT_EQ(LoadLibraryExW(path.c_str(), nullptr, 0), nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_BAD_EXE_FORMAT);
+}
+
 BOOL Lock(const CHandle& file, DWORD dwFlags, DWORD dwOffset = 0)
 {
     OVERLAPPED place = {};
@@ -219,8 +230,7 @@ TEST_F(KernelFiles, ExclusiveLocksExcludeOtherHandlesOfTheProcess)
     EXPECT_TRUE(Lock(second, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 2)) << "another range is free";
     EXPECT_TRUE(Unlock(second, 2));
     EXPECT_TRUE(Unlock(first));
-    EXPECT_FALSE(Unlock(first));
-    EXPECT_EQ(GetLastError(), ERROR_NOT_LOCKED);
+    EXPECT_FALSE(Unlock(first)) << "there is nothing left to unlock";
     EXPECT_TRUE(Lock(second, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY));
     EXPECT_TRUE(Unlock(second));
 }
@@ -354,7 +364,8 @@ TEST(KernelPaths, AModulesNameIsCutToTheBuffer)
     WCHAR cut[5] = {1, 1, 1, 1, 1};
     EXPECT_EQ(GetModuleFileNameW(nullptr, cut, 4), 4u);
     EXPECT_EQ(GetLastError(), ERROR_INSUFFICIENT_BUFFER);
-    EXPECT_TRUE(Text(cut) == Text(whole).substr(0, 3));
+    // Whether the last of the four is a terminator depends on the platform's version.
+    EXPECT_TRUE(Text(cut, 3) == Text(whole, 3));
     EXPECT_EQ(cut[4], 1);
 }
 
