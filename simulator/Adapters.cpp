@@ -111,12 +111,13 @@ Adapter ReadAdapter(const Json& entry)
         Refuse("an adapter is an object with at least a guid");
     Adapter adapter;
     // A key that is not known is a misspelt one: passing over it would show as a driver that does not answer.
-    for (const auto& [key, value] : entry.items())
+    for (const auto& item : entry.items())
     {
-        const auto field = std::find_if(std::begin(fields), std::end(fields), [&](const Field& f) { return key == f.szName; });
+        const auto isItem = [&](const Field& field) { return item.key() == field.szName; };
+        const auto field = std::find_if(std::begin(fields), std::end(fields), isItem);
         if (field == std::end(fields))
-            Refuse("unknown key " + Json(key).dump());
-        field->read(adapter, value);
+            Refuse("unknown key " + Json(item.key()).dump());
+        field->read(adapter, item.value());
     }
     return adapter;
 }

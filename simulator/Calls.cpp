@@ -27,11 +27,7 @@ constexpr FunctionState Function(const char* szName, bool bHasResult = true)
     return {szName, bHasResult, 0, 0, 0, 0, 0};
 }
 
-std::mutex& TableMutex()
-{
-    static std::mutex& mutex = *new std::mutex;
-    return mutex;
-}
+std::mutex tableMutex;
 
 FunctionState functionTable[] = {
     Function("WlanOpenHandle"),        Function("WlanCloseHandle"),
@@ -55,7 +51,7 @@ namespace simulator
 {
 std::optional<DWORD> EnterCall(const char* szFunction) noexcept
 {
-    const std::lock_guard lock(TableMutex());
+    const std::lock_guard lock(tableMutex);
     FunctionState& state = *FindFunction(szFunction);
     ++state.uCalls;
     const unsigned uCall = state.uCalls - state.uCallsBefore;
@@ -77,7 +73,7 @@ LONG WINAPI SimulatedWlanLiveBlocks()
 
 BOOL WINAPI SimulatedWlanFailNext(const char* szFunction, unsigned uFirst, unsigned uCount, DWORD dwError)
 {
-    const std::lock_guard lock(TableMutex());
+    const std::lock_guard lock(tableMutex);
     FunctionState* pState = FindFunction(szFunction);
     if (!pState || !pState->bHasResult)
         return FALSE;
@@ -90,14 +86,14 @@ BOOL WINAPI SimulatedWlanFailNext(const char* szFunction, unsigned uFirst, unsig
 
 void WINAPI SimulatedWlanClearFaults()
 {
-    const std::lock_guard lock(TableMutex());
+    const std::lock_guard lock(tableMutex);
     for (FunctionState& state : functionTable)
         state = Function(state.szName, state.bHasResult);
 }
 
 unsigned WINAPI SimulatedWlanCalls(const char* szFunction)
 {
-    const std::lock_guard lock(TableMutex());
+    const std::lock_guard lock(tableMutex);
     const FunctionState* pState = FindFunction(szFunction);
     return pState ? pState->uCalls : 0;
 }

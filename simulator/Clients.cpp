@@ -24,11 +24,25 @@ struct Holdings
     std::set<void*> blocks;
 };
 
-// Never destroyed: clients may call while the process is being taken down.
+// Emptied when the module goes, but never destroyed: other modules may call once more while the process is taken down,
+// and then find that nothing is open.
+union CLastingHoldings
+{
+    CLastingHoldings() : holdings()
+    {
+    }
+    ~CLastingHoldings()
+    {
+        holdings.clients.clear();
+        holdings.blocks.clear();
+    }
+    Holdings holdings;
+};
+CLastingHoldings lasting;
+
 Holdings& Held()
 {
-    static Holdings& holdings = *new Holdings;
-    return holdings;
+    return lasting.holdings;
 }
 } // namespace
 

@@ -11,12 +11,7 @@ namespace
 {
 namespace fs = std::filesystem;
 
-// Never destroyed: clients may call while the process is being taken down.
-std::mutex& ProcessMutex()
-{
-    static std::mutex& mutex = *new std::mutex;
-    return mutex;
-}
+std::mutex processMutex;
 } // namespace
 
 std::optional<fs::path> PathFromEnvironment(LPCWSTR szName)
@@ -49,7 +44,7 @@ fs::path AdaptersFile(const fs::path& serviceFolder)
     return serviceFolder / "adapters.json";
 }
 
-CServiceLock::CServiceLock(const fs::path& serviceFolder, Access access) : m_processLock(ProcessMutex())
+CServiceLock::CServiceLock(const fs::path& serviceFolder, Access access) : m_processLock(processMutex)
 {
     try
     {
