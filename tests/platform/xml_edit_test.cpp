@@ -108,9 +108,9 @@ const EditCase editCases[] = {
      },
      OLESTR("r()")},
 };
-using EditTest = XmlCaseTest<EditCase>;
+using XmlEditTest = XmlCaseTest<EditCase>;
 
-TEST_P(EditTest, WrittenTextReadsBack)
+TEST_P(XmlEditTest, WrittenTextReadsBack)
 {
     const Document document = Loaded(GetParam().text);
     const Element root = Root(document);
@@ -119,7 +119,7 @@ TEST_P(EditTest, WrittenTextReadsBack)
     EXPECT_EQ(Outline(Root(Loaded(Xml(root.Get()))).Get()), GetParam().outline);
     EXPECT_EQ(Outline(Root(Loaded(Xml(document.Get()))).Get()), GetParam().outline);
 }
-INSTANTIATE_TEST_SUITE_P(Xml, EditTest, testing::ValuesIn(editCases), CaseName<EditCase>);
+INSTANTIATE_TEST_SUITE_P(Shared, XmlEditTest, testing::ValuesIn(editCases), CaseName<EditCase>);
 
 TEST_F(XmlTest, OnlyTheDocumentWritesTheDeclaration)
 {

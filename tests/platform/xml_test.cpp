@@ -49,9 +49,9 @@ const LoadCase loadCases[] = {
     {"comments_around_root", OLESTR("<!--x--><a/><!--y-->"), true},
     {"document_type_elsewhere", OLESTR("<!DOCTYPE a SYSTEM 'nowhere.dtd'><a/>"), true},
 };
-using LoadTest = XmlCaseTest<LoadCase>;
+using XmlLoadTest = XmlCaseTest<LoadCase>;
 
-TEST_P(LoadTest, LoadsOrLeavesAnEmptyDocument)
+TEST_P(XmlLoadTest, LoadsOrLeavesAnEmptyDocument)
 {
     const Document document = Loaded(OLESTR("<before/>"));
     EXPECT_EQ(Load(document, GetParam().text), GetParam().bLoads);
@@ -65,7 +65,7 @@ TEST_P(LoadTest, LoadsOrLeavesAnEmptyDocument)
     error->get_errorCode(&lCode);
     EXPECT_EQ(lCode == 0, GetParam().bLoads);
 }
-INSTANTIATE_TEST_SUITE_P(Xml, LoadTest, testing::ValuesIn(loadCases), CaseName<LoadCase>);
+INSTANTIATE_TEST_SUITE_P(Shared, XmlLoadTest, testing::ValuesIn(loadCases), CaseName<LoadCase>);
 
 TEST_F(XmlTest, NullTextDoesNotLoad)
 {
@@ -98,9 +98,9 @@ const ContentCase contentCases[] = {
     {"nothing_read_from_files", OLESTR("<!DOCTYPE a [<!ENTITY e SYSTEM 'file:///etc/hostname'>]><a>x&e;</a>"), false,
      OLESTR("a('x'?e)"), OLESTR("x")},
 };
-using ContentTest = XmlCaseTest<ContentCase>;
+using XmlContentTest = XmlCaseTest<ContentCase>;
 
-TEST_P(ContentTest, HoldsNodesAndText)
+TEST_P(XmlContentTest, HoldsNodesAndText)
 {
     const Document document = Loaded(GetParam().text, GetParam().bPreserve);
     const Element root = Root(document);
@@ -110,7 +110,7 @@ TEST_P(ContentTest, HoldsNodesAndText)
     EXPECT_GE(root->hasChildNodes(&bHasChild), 0);
     EXPECT_EQ(bHasChild, View(GetParam().outline) == OLESTR("a()") ? VARIANT_FALSE : VARIANT_TRUE);
 }
-INSTANTIATE_TEST_SUITE_P(Xml, ContentTest, testing::ValuesIn(contentCases), CaseName<ContentCase>);
+INSTANTIATE_TEST_SUITE_P(Shared, XmlContentTest, testing::ValuesIn(contentCases), CaseName<ContentCase>);
 
 const WCHAR searched[] = OLESTR("<r xmlns='N' xmlns:q='Q'>"
                                 "<A id='1'><B id='2'/><q:C id='3'/></A>"
@@ -139,9 +139,9 @@ const PathCase pathCases[] = {
     {"prefix_is_part_of_the_name", OLESTR("/r/A"), OLESTR("C"), OLESTR("")},
     {"case_counts", OLESTR("/r"), OLESTR("a"), OLESTR("")},
 };
-using PathTest = XmlCaseTest<PathCase>;
+using XmlPathTest = XmlCaseTest<PathCase>;
 
-TEST_P(PathTest, FindsInDocumentOrder)
+TEST_P(XmlPathTest, FindsInDocumentOrder)
 {
     const Document document = Loaded(searched);
     AnyNode from;
@@ -172,5 +172,5 @@ TEST_P(PathTest, FindsInDocumentOrder)
         EXPECT_EQ(Outline(first.Get()), Outline(item.Get()));
     }
 }
-INSTANTIATE_TEST_SUITE_P(Xml, PathTest, testing::ValuesIn(pathCases), CaseName<PathCase>);
+INSTANTIATE_TEST_SUITE_P(Shared, XmlPathTest, testing::ValuesIn(pathCases), CaseName<PathCase>);
 } // namespace

@@ -33,13 +33,13 @@ const TextCase textCases[] = {
     {"external_entity", u"<!DOCTYPE a [<!ENTITY e SYSTEM 'file:///etc/hostname'>]><a>&e;</a>",
      u"<!DOCTYPE a [\r\n<!ENTITY e SYSTEM \"file:///etc/hostname\">\r\n]>\r\n<a>&e;</a>\r\n"},
 };
-using TextTest = XmlCaseTest<TextCase>;
+using XmlTextTest = XmlCaseTest<TextCase>;
 
-TEST_P(TextTest, IsWrittenAs)
+TEST_P(XmlTextTest, IsWrittenAs)
 {
     EXPECT_EQ(Xml(Loaded(GetParam().text).Get()), GetParam().written);
 }
-INSTANTIATE_TEST_SUITE_P(XmlNative, TextTest, testing::ValuesIn(textCases), CaseName<TextCase>);
+INSTANTIATE_TEST_SUITE_P(Native, XmlTextTest, testing::ValuesIn(textCases), CaseName<TextCase>);
 
 struct RefusedLoad
 {
@@ -66,9 +66,9 @@ const RefusedLoad refusedLoads[] = {
     {"external_entity_in_attribute", u"<!DOCTYPE a [<!ENTITY e SYSTEM 'file:///etc/hostname'>]><a b='&e;'/>"},
     {"nul_after_root", Text(u"<a/>\0", 5)},
 };
-using RefusedLoadTest = XmlCaseTest<RefusedLoad>;
+using XmlRefusedLoadTest = XmlCaseTest<RefusedLoad>;
 
-TEST_P(RefusedLoadTest, SaysWhy)
+TEST_P(XmlRefusedLoadTest, SaysWhy)
 {
     const Document document = NewDocument();
     EXPECT_FALSE(Load(document, GetParam().text));
@@ -78,7 +78,7 @@ TEST_P(RefusedLoadTest, SaysWhy)
     EXPECT_EQ(error->get_reason(reason.Put()), S_OK);
     EXPECT_FALSE(reason.Str().empty());
 }
-INSTANTIATE_TEST_SUITE_P(XmlNative, RefusedLoadTest, testing::ValuesIn(refusedLoads), CaseName<RefusedLoad>);
+INSTANTIATE_TEST_SUITE_P(Native, XmlRefusedLoadTest, testing::ValuesIn(refusedLoads), CaseName<RefusedLoad>);
 
 TEST_F(XmlTest, ErrorNamesTheLine)
 {
@@ -270,7 +270,7 @@ TEST_P(XmlFaultTest, FailsOnceAndChangesNothing)
     }
     EXPECT_EQ(Xml(document.Get()), u"<r><a/></r>\r\n");
 }
-INSTANTIATE_TEST_SUITE_P(XmlNative, XmlFaultTest, testing::ValuesIn(faultCases), CaseName<FaultCase>);
+INSTANTIATE_TEST_SUITE_P(Native, XmlFaultTest, testing::ValuesIn(faultCases), CaseName<FaultCase>);
 
 TEST_F(XmlTest, CreationFailsOnRequest)
 {
