@@ -20,7 +20,7 @@ if(WIN32)
         target_link_options(static_runtime INTERFACE -Wl,--high-entropy-va)
     else()
         # The exported names stay as the platform looks them up, without the calling convention's decoration.
-        target_link_options(static_runtime INTERFACE -Wl,--kill-at)
+        target_link_options(static_runtime INTERFACE -Wl,--kill-at -Wl,--enable-stdcall-fixup)
     endif()
     target_link_libraries(korihvui_platform INTERFACE ole32 oleaut32 uuid rpcrt4 advapi32 user32 kernel32)
 else()

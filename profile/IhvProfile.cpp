@@ -1,5 +1,28 @@
 #include "profile/IhvProfile.h"
 
+#include <algorithm>
+
+namespace
+{
+// Some versions of the document component indent what they write. No element here has both text and elements in it, so
+// white space between two tags was never anybody's content.
+CWideString WithoutIndentation(CWideView xml)
+{
+    CWideString text;
+    text.reserve(xml.size());
+    while (!xml.empty())
+    {
+        const auto nTagEnd = std::min(xml.find(OLESTR('>')), xml.size() - 1) + 1;
+        text += xml.substr(0, nTagEnd);
+        xml.remove_prefix(nTagEnd);
+        const auto nNext = std::min(xml.find_first_not_of(OLESTR(" \t\r\n")), xml.size());
+        if (nNext == xml.size() || xml[nNext] == OLESTR('<'))
+            xml.remove_prefix(nNext);
+    }
+    return text;
+}
+} // namespace
+
 CXmlNode OpenIhvProfile(const WCHAR* szIHVProfile)
 {
     if (!szIHVProfile || szIHVProfile[0] == WCHAR{})
@@ -27,5 +50,6 @@ CXmlNode CIhvProfileWriter::Append(const CXmlNode& parent, const WCHAR* szName, 
 CBstr CIhvProfileWriter::Finish() const
 {
     m_root.SetAttribute(OLESTR("xmlns"), szCcxNamespaceUri);
-    return m_root.Xml();
+    const CBstr bstrXml = m_root.Xml();
+    return bstrXml ? CBstr(WithoutIndentation(bstrXml.View())) : CBstr();
 }
