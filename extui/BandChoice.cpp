@@ -68,7 +68,8 @@ WlanProfileBands ReadBands(const void* pConnectionContext)
 void ShowBands(HWND hwndDialog, const void* pConnectionContext)
 {
     const WlanProfileBands bands = ReadBands(pConnectionContext);
-    if (!pConnectionContext || !GetPhyCapabilities(CConnectionContextReader(pConnectionContext).InterfaceGuid(), &phyCapabilities))
+    if (!pConnectionContext ||
+        !GetPhyCapabilities(CConnectionContextReader(pConnectionContext).InterfaceGuid(), &phyCapabilities))
         return;
     for (const auto& control : bandControls)
     {

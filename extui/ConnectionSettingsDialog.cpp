@@ -114,14 +114,16 @@ BOOL RunConnectionSettingsDialog(HWND hwndParent, CCXConnectionSettings& setting
 
 INT_PTR CALLBACK ConnectionSettingsDialogProc(HWND hwndDialog, UINT uMessage, WPARAM wParam, LPARAM lParam)
 {
-    const HRESULT hr = AtBoundary([&] {
-        NeedAdapterList();
-        if (uMessage == WM_INITDIALOG)
-            Initialise(hwndDialog, *reinterpret_cast<CCXConnectionSettings*>(lParam));
-        else if (uMessage == WM_COMMAND)
-            Command(hwndDialog, wParam);
-        return S_OK;
-    });
+    const HRESULT hr = AtBoundary(
+        [&]
+        {
+            NeedAdapterList();
+            if (uMessage == WM_INITDIALOG)
+                Initialise(hwndDialog, *reinterpret_cast<CCXConnectionSettings*>(lParam));
+            else if (uMessage == WM_COMMAND)
+                Command(hwndDialog, wParam);
+            return S_OK;
+        });
     // A dialog that shows half of the record would save the wrong half. Any other message that ran out of memory is given
     // up where it stands: the dialog stays and can still be cancelled.
     if (FAILED(hr) && uMessage == WM_INITDIALOG)

@@ -61,21 +61,23 @@ HRESULT STDMETHODCALLTYPE CExtUI::Dot11ExtUIGetProperties(ULONG uPropertyKind, U
 {
     *pcProperties = 0;
     *pppProperties = nullptr;
-    return AtBoundary([&] {
-        for (const auto& offered : offeredKinds)
+    return AtBoundary(
+        [&]
         {
-            if (offered.uKind != uPropertyKind)
-                continue;
-            CPropertyArray properties(offered.count());
-            if (!properties)
-                return E_OUTOFMEMORY;
-            const HRESULT hr = offered.create(properties);
-            if (hr == S_OK)
-                properties.HandOver(pcProperties, pppProperties);
-            return hr;
-        }
-        return E_NOTIMPL;
-    });
+            for (const auto& offered : offeredKinds)
+            {
+                if (offered.uKind != uPropertyKind)
+                    continue;
+                CPropertyArray properties(offered.count());
+                if (!properties)
+                    return E_OUTOFMEMORY;
+                const HRESULT hr = offered.create(properties);
+                if (hr == S_OK)
+                    properties.HandOver(pcProperties, pppProperties);
+                return hr;
+            }
+            return E_NOTIMPL;
+        });
 }
 
 HRESULT STDMETHODCALLTYPE CExtUI::Dot11ExtUIReserved(void*, void*)

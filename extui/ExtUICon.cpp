@@ -18,7 +18,8 @@ enum class InvalidProfile
 void TellInvalidProfile(HWND hwndParent)
 {
     const CResourceText caption(IDS_CONNECTION_SETTINGS);
-    MessageBoxW(hwndParent, OLESTR("Current settings are invalid and will be set to defaults."), caption.Get(), MB_OK | MB_ICONWARNING);
+    MessageBoxW(hwndParent, OLESTR("Current settings are invalid and will be set to defaults."), caption.Get(),
+                MB_OK | MB_ICONWARNING);
 }
 
 // The record of a profile text, with the defaults where the text is missing or invalid.
@@ -66,16 +67,18 @@ HRESULT STDMETHODCALLTYPE CExtUICon::Dot11ExtUIPropertyGetName(BSTR* pbstrName)
 HRESULT STDMETHODCALLTYPE CExtUICon::Dot11ExtUIPropertyShowDialog(HWND hwndParent, BSTR bstrIHVProfile, void* pConnectionContext,
                                                                   BSTR* bstrModifiedIHVProfile, BOOL* pbIsModified)
 {
-    return AtPropertyBoundary([&] {
-        // The dialog's header line carries the other operation's name; readers of the log know it by that.
-        IhvuiTrace(traceLevelInfo, OLESTR("\nCExtUICon::Dot11ExtUIPropertySetSelected\n"));
-        if (!bstrModifiedIHVProfile || !pbIsModified)
-            return TraceError(E_INVALIDARG);
-        CCXConnectionSettings settings = ReadSettings(bstrIHVProfile, InvalidProfile::TellTheUser, hwndParent);
-        settings.connectionContext = pConnectionContext;
-        HandOut(settings, RunConnectionSettingsDialog(hwndParent, settings), bstrModifiedIHVProfile, pbIsModified);
-        return S_OK;
-    });
+    return AtPropertyBoundary(
+        [&]
+        {
+            // The dialog's header line carries the other operation's name; readers of the log know it by that.
+            IhvuiTrace(traceLevelInfo, OLESTR("\nCExtUICon::Dot11ExtUIPropertySetSelected\n"));
+            if (!bstrModifiedIHVProfile || !pbIsModified)
+                return TraceError(E_INVALIDARG);
+            CCXConnectionSettings settings = ReadSettings(bstrIHVProfile, InvalidProfile::TellTheUser, hwndParent);
+            settings.connectionContext = pConnectionContext;
+            HandOut(settings, RunConnectionSettingsDialog(hwndParent, settings), bstrModifiedIHVProfile, pbIsModified);
+            return S_OK;
+        });
 }
 
 HRESULT STDMETHODCALLTYPE CExtUICon::Dot11ExtUIPropertyGetSelected(BSTR, void*, BOOL*)
@@ -86,12 +89,14 @@ HRESULT STDMETHODCALLTYPE CExtUICon::Dot11ExtUIPropertyGetSelected(BSTR, void*, 
 HRESULT STDMETHODCALLTYPE CExtUICon::Dot11ExtUIPropertySetSelected(BSTR bstrIHVProfile, void*, BSTR* bstrModifiedIHVProfile,
                                                                    BOOL* pbIsModified)
 {
-    return AtPropertyBoundary([&] {
-        if (!bstrModifiedIHVProfile || !pbIsModified)
-            return TraceError(E_INVALIDARG);
-        HandOut(ReadSettings(bstrIHVProfile, InvalidProfile::StayQuiet, nullptr), TRUE, bstrModifiedIHVProfile, pbIsModified);
-        return S_OK;
-    });
+    return AtPropertyBoundary(
+        [&]
+        {
+            if (!bstrModifiedIHVProfile || !pbIsModified)
+                return TraceError(E_INVALIDARG);
+            HandOut(ReadSettings(bstrIHVProfile, InvalidProfile::StayQuiet, nullptr), TRUE, bstrModifiedIHVProfile, pbIsModified);
+            return S_OK;
+        });
 }
 
 HRESULT STDMETHODCALLTYPE CExtUICon::Dot11ExtUIPropertyHasDialog(BOOL* pf)
@@ -102,7 +107,8 @@ HRESULT STDMETHODCALLTYPE CExtUICon::Dot11ExtUIPropertyHasDialog(BOOL* pf)
     return S_OK;
 }
 
-HRESULT STDMETHODCALLTYPE CExtUICon::Dot11ExtUIPropertyGetDisplayInfo(ULONG, BSTR, void*, ULONG*, ULONG*, Dot11ExtUIPropertyEntry**)
+HRESULT STDMETHODCALLTYPE CExtUICon::Dot11ExtUIPropertyGetDisplayInfo(ULONG, BSTR, void*, ULONG*, ULONG*,
+                                                                      Dot11ExtUIPropertyEntry**)
 {
     return E_NOTIMPL;
 }

@@ -79,53 +79,57 @@ HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertyShowDialog(HWND, BSTR, vo
 
 HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertyGetSelected(BSTR bstrIHVProfile, void*, BOOL* pfIsSelected)
 {
-    return AtPropertyBoundary([&] {
-        IhvuiTrace(traceLevelInfo, OLESTR("\nCExtUIKey::Dot11ExtUIPropertyGetSelected\n"));
-        if (!pfIsSelected)
-            return TraceError(E_INVALIDARG);
-        if (!m_pInfo)
-            return TraceError(E_FAIL);
-        TraceProfile(*m_pInfo, bstrIHVProfile);
+    return AtPropertyBoundary(
+        [&]
+        {
+            IhvuiTrace(traceLevelInfo, OLESTR("\nCExtUIKey::Dot11ExtUIPropertyGetSelected\n"));
+            if (!pfIsSelected)
+                return TraceError(E_INVALIDARG);
+            if (!m_pInfo)
+                return TraceError(E_FAIL);
+            TraceProfile(*m_pInfo, bstrIHVProfile);
 
-        CCXSecuritySettings settings(bstrIHVProfile);
-        if (!settings.IsValid())
-            SetDefaultsOf(*m_pInfo, settings);
-        *pfIsSelected = settings.auth == m_pInfo->auth ? TRUE : FALSE;
-        IhvuiTrace(traceLevelInfo, OLESTR("*pfIsSelected: %s\n"), BoolText(*pfIsSelected));
-        return S_OK;
-    });
+            CCXSecuritySettings settings(bstrIHVProfile);
+            if (!settings.IsValid())
+                SetDefaultsOf(*m_pInfo, settings);
+            *pfIsSelected = settings.auth == m_pInfo->auth ? TRUE : FALSE;
+            IhvuiTrace(traceLevelInfo, OLESTR("*pfIsSelected: %s\n"), BoolText(*pfIsSelected));
+            return S_OK;
+        });
 }
 
 HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertySetSelected(BSTR bstrIHVProfile, void*, BSTR* bstrModifiedIHVProfile,
                                                                    BOOL* pbIsModified)
 {
-    return AtPropertyBoundary([&] {
-        IhvuiTrace(traceLevelInfo, OLESTR("\nCExtUIKey::Dot11ExtUIPropertySetSelected\n"));
-        if (!bstrModifiedIHVProfile || !pbIsModified)
-            return TraceError(E_INVALIDARG);
-        if (!m_pInfo)
-            return TraceError(E_FAIL);
-        TraceProfile(*m_pInfo, bstrIHVProfile);
-
-        CCXSecuritySettings settings(bstrIHVProfile);
-        bool bChanged = Change(settings.auth, m_pInfo->auth);
-        if (!settings.IsValid())
+    return AtPropertyBoundary(
+        [&]
         {
-            settings.cipher = FallbackCipher(*m_pInfo);
-            bChanged = true;
-        }
-        // Only ever set here, never cleared: what the caller passed in counts as well. Both outputs are written last,
-        // so that an operation that fails on the way leaves them as they were.
-        const BOOL bIsModified = bChanged ? TRUE : *pbIsModified;
-        if (bIsModified)
-            *bstrModifiedIHVProfile = settings.Serialise();
-        *pbIsModified = bIsModified;
+            IhvuiTrace(traceLevelInfo, OLESTR("\nCExtUIKey::Dot11ExtUIPropertySetSelected\n"));
+            if (!bstrModifiedIHVProfile || !pbIsModified)
+                return TraceError(E_INVALIDARG);
+            if (!m_pInfo)
+                return TraceError(E_FAIL);
+            TraceProfile(*m_pInfo, bstrIHVProfile);
 
-        IhvuiTrace(traceLevelInfo, OLESTR("*pbIsModified: %s\n"), BoolText(bIsModified));
-        if (bIsModified)
-            IhvuiTrace(traceLevelInfo, OLESTR("*bstrModifiedIHVProfile: %s\n"), *bstrModifiedIHVProfile);
-        return S_OK;
-    });
+            CCXSecuritySettings settings(bstrIHVProfile);
+            bool bChanged = Change(settings.auth, m_pInfo->auth);
+            if (!settings.IsValid())
+            {
+                settings.cipher = FallbackCipher(*m_pInfo);
+                bChanged = true;
+            }
+            // Only ever set here, never cleared: what the caller passed in counts as well. Both outputs are written last,
+            // so that an operation that fails on the way leaves them as they were.
+            const BOOL bIsModified = bChanged ? TRUE : *pbIsModified;
+            if (bIsModified)
+                *bstrModifiedIHVProfile = settings.Serialise();
+            *pbIsModified = bIsModified;
+
+            IhvuiTrace(traceLevelInfo, OLESTR("*pbIsModified: %s\n"), BoolText(bIsModified));
+            if (bIsModified)
+                IhvuiTrace(traceLevelInfo, OLESTR("*bstrModifiedIHVProfile: %s\n"), *bstrModifiedIHVProfile);
+            return S_OK;
+        });
 }
 
 HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertyHasDialog(BOOL* pf)
@@ -143,82 +147,87 @@ HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertyGetDisplayInfo(ULONG uDis
                                                                       ULONG* puDefaultSelection,
                                                                       Dot11ExtUIPropertyEntry** ppDot11ExtUIProperty)
 {
-    return AtPropertyBoundary([&] {
-        IhvuiTrace(traceLevelInfo, OLESTR("\nCExtUIKey::Dot11ExtUIPropertyGetDisplayInfo\n"));
-        if (uDisplayInfoIndex != 0)
-            return TraceError(E_NOTIMPL);
-        if (!m_pInfo)
-            return TraceError(E_FAIL);
-        IhvuiTrace(traceLevelInfo, OLESTR("auth element: (%Xh) %s\n"), m_pInfo->auth, AuthenticationName(m_pInfo->auth));
-        IhvuiTrace(traceLevelInfo, OLESTR("bstrIHVProfile: %s\n"), bstrIHVProfile);
+    return AtPropertyBoundary(
+        [&]
+        {
+            IhvuiTrace(traceLevelInfo, OLESTR("\nCExtUIKey::Dot11ExtUIPropertyGetDisplayInfo\n"));
+            if (uDisplayInfoIndex != 0)
+                return TraceError(E_NOTIMPL);
+            if (!m_pInfo)
+                return TraceError(E_FAIL);
+            IhvuiTrace(traceLevelInfo, OLESTR("auth element: (%Xh) %s\n"), m_pInfo->auth, AuthenticationName(m_pInfo->auth));
+            IhvuiTrace(traceLevelInfo, OLESTR("bstrIHVProfile: %s\n"), bstrIHVProfile);
 
-        CCXSecuritySettings settings(bstrIHVProfile);
-        IhvuiTrace(traceLevelInfo, OLESTR("profile cipher: (%Xh) %s\n"), settings.cipher, CipherName(settings.cipher, false));
-        if (!settings.IsValid())
-            SetDefaultsOf(*m_pInfo, settings);
+            CCXSecuritySettings settings(bstrIHVProfile);
+            IhvuiTrace(traceLevelInfo, OLESTR("profile cipher: (%Xh) %s\n"), settings.cipher, CipherName(settings.cipher, false));
+            if (!settings.IsValid())
+                SetDefaultsOf(*m_pInfo, settings);
 
-        if (ppDot11ExtUIProperty)
-        {
-            *ppDot11ExtUIProperty = m_entries.get();
-            IhvuiTrace(traceLevelInfo, OLESTR("Set *ppDot11ExtUIProperty to %p\n"), *ppDot11ExtUIProperty);
-        }
-        if (pcEntries)
-        {
-            // As many as there are: a property whose entries could not be made offers none, rather than memory that is
-            // not there.
-            *pcEntries = m_cEntries;
-            IhvuiTrace(traceLevelInfo, OLESTR("Set *pcEntries to %u\n"), *pcEntries);
-        }
-        // The entries keep their texts; later look-ups of names use the flag until the root object resets it.
-        if (pConnectionContext && CConnectionContextReader(pConnectionContext).ConnectionKind() != 1)
-            SetQualifiedNames(*m_pInfo, true);
-        if (puDefaultSelection)
-        {
-            const auto ciphers = CiphersOf(*m_pInfo);
-            const auto found = std::find(ciphers.begin(), ciphers.end(), settings.cipher);
-            const auto uFound = static_cast<ULONG>(found - ciphers.begin());
-            *puDefaultSelection = found == ciphers.end() ? uFound - 1 : uFound;
-            IhvuiTrace(traceLevelInfo, OLESTR("*puDefaultSelection: %d\n"), *puDefaultSelection);
-        }
-        return S_OK;
-    });
+            if (ppDot11ExtUIProperty)
+            {
+                *ppDot11ExtUIProperty = m_entries.get();
+                IhvuiTrace(traceLevelInfo, OLESTR("Set *ppDot11ExtUIProperty to %p\n"), *ppDot11ExtUIProperty);
+            }
+            if (pcEntries)
+            {
+                // As many as there are: a property whose entries could not be made offers none, rather than memory that is
+                // not there.
+                *pcEntries = m_cEntries;
+                IhvuiTrace(traceLevelInfo, OLESTR("Set *pcEntries to %u\n"), *pcEntries);
+            }
+            // The entries keep their texts; later look-ups of names use the flag until the root object resets it.
+            if (pConnectionContext && CConnectionContextReader(pConnectionContext).ConnectionKind() != 1)
+                SetQualifiedNames(*m_pInfo, true);
+            if (puDefaultSelection)
+            {
+                const auto ciphers = CiphersOf(*m_pInfo);
+                const auto found = std::find(ciphers.begin(), ciphers.end(), settings.cipher);
+                const auto uFound = static_cast<ULONG>(found - ciphers.begin());
+                *puDefaultSelection = found == ciphers.end() ? uFound - 1 : uFound;
+                IhvuiTrace(traceLevelInfo, OLESTR("*puDefaultSelection: %d\n"), *puDefaultSelection);
+            }
+            return S_OK;
+        });
 }
 
 HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertySetDisplayInfo(ULONG uDisplayInfoIndex, BSTR bstrIHVProfile, void*,
                                                                       Dot11ExtUIPropertyEntry* pDot11ExtUIProperty,
                                                                       BSTR* bstrModifiedIHVProfile, BOOL* pbIsModified)
 {
-    return AtPropertyBoundary([&] {
-        IhvuiTrace(traceLevelInfo, OLESTR("\nCExtUIKey::Dot11ExtUIPropertySetDisplayInfo\n"));
-        if (uDisplayInfoIndex != 0)
-            return TraceError(E_NOTIMPL);
-        if (!pDot11ExtUIProperty || !bstrModifiedIHVProfile || !pbIsModified)
-            return TraceError(E_INVALIDARG);
-        if (!m_pInfo)
-            return TraceError(E_FAIL);
-        const auto& entry = *pDot11ExtUIProperty;
-        TraceProfile(*m_pInfo, bstrIHVProfile);
-        IhvuiTrace(traceLevelInfo, OLESTR("pDot11ExtUIProperty: %p\n"), pDot11ExtUIProperty);
-        IhvuiTrace(traceLevelInfo, OLESTR("pDot11ExtUIProperty->dwDataKey                : (%Xh), %s\n"), entry.dwDataKey,
-                   CipherName(entry.dwDataKey, HasQualifiedNames(*m_pInfo)));
-        IhvuiTrace(traceLevelInfo, OLESTR("pDot11ExtUIProperty->bstrDisplayText          : %s\n"), entry.bstrDisplayText);
-        IhvuiTrace(traceLevelInfo, OLESTR("pDot11ExtUIProperty->dot11ExtUIDisplayInfoType: %Xh\n"), entry.dot11ExtUIDisplayInfoType);
-
-        CCXSecuritySettings settings(bstrIHVProfile);
-        const bool bAuthChanged = Change(settings.auth, m_pInfo->auth);
-        const bool bCipherChanged = Change(settings.cipher, entry.dwDataKey);
-        const BOOL bIsModified = bAuthChanged || bCipherChanged ? TRUE : FALSE;
-        const BSTR bstrModified = bIsModified ? settings.Serialise() : nullptr;
-
-        *pbIsModified = bIsModified;
-        IhvuiTrace(traceLevelInfo, OLESTR("*pbIsModified: %s\n"), BoolText(bIsModified));
-        if (bIsModified)
+    return AtPropertyBoundary(
+        [&]
         {
-            *bstrModifiedIHVProfile = bstrModified;
-            IhvuiTrace(traceLevelInfo, OLESTR("*bstrModifiedIHVProfile: %s\n"), bstrModified);
-        }
-        return S_OK;
-    });
+            IhvuiTrace(traceLevelInfo, OLESTR("\nCExtUIKey::Dot11ExtUIPropertySetDisplayInfo\n"));
+            if (uDisplayInfoIndex != 0)
+                return TraceError(E_NOTIMPL);
+            if (!pDot11ExtUIProperty || !bstrModifiedIHVProfile || !pbIsModified)
+                return TraceError(E_INVALIDARG);
+            if (!m_pInfo)
+                return TraceError(E_FAIL);
+            const auto& entry = *pDot11ExtUIProperty;
+            TraceProfile(*m_pInfo, bstrIHVProfile);
+            IhvuiTrace(traceLevelInfo, OLESTR("pDot11ExtUIProperty: %p\n"), pDot11ExtUIProperty);
+            IhvuiTrace(traceLevelInfo, OLESTR("pDot11ExtUIProperty->dwDataKey                : (%Xh), %s\n"), entry.dwDataKey,
+                       CipherName(entry.dwDataKey, HasQualifiedNames(*m_pInfo)));
+            IhvuiTrace(traceLevelInfo, OLESTR("pDot11ExtUIProperty->bstrDisplayText          : %s\n"), entry.bstrDisplayText);
+            IhvuiTrace(traceLevelInfo, OLESTR("pDot11ExtUIProperty->dot11ExtUIDisplayInfoType: %Xh\n"),
+                       entry.dot11ExtUIDisplayInfoType);
+
+            CCXSecuritySettings settings(bstrIHVProfile);
+            const bool bAuthChanged = Change(settings.auth, m_pInfo->auth);
+            const bool bCipherChanged = Change(settings.cipher, entry.dwDataKey);
+            const BOOL bIsModified = bAuthChanged || bCipherChanged ? TRUE : FALSE;
+            const BSTR bstrModified = bIsModified ? settings.Serialise() : nullptr;
+
+            *pbIsModified = bIsModified;
+            IhvuiTrace(traceLevelInfo, OLESTR("*pbIsModified: %s\n"), BoolText(bIsModified));
+            if (bIsModified)
+            {
+                *bstrModifiedIHVProfile = bstrModified;
+                IhvuiTrace(traceLevelInfo, OLESTR("*bstrModifiedIHVProfile: %s\n"), bstrModified);
+            }
+            return S_OK;
+        });
 }
 
 HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertyGetFlags(ULONG* puQualifiedNames, ULONG* puKind)

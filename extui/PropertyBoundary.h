@@ -9,11 +9,13 @@ template <class Operation>
 HRESULT AtPropertyBoundary(const Operation& operation) noexcept
 {
     bool bReturned = false;
-    const HRESULT hr = AtBoundary([&] {
-        const HRESULT hrOperation = operation();
-        bReturned = true;
-        return hrOperation;
-    });
+    const HRESULT hr = AtBoundary(
+        [&]
+        {
+            const HRESULT hrOperation = operation();
+            bReturned = true;
+            return hrOperation;
+        });
     return bReturned ? hr : TraceError(hr);
 }
 

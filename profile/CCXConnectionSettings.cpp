@@ -48,7 +48,8 @@ void CCXConnectionSettings::SetDefaults()
 
 bool CCXConnectionSettings::IsValid() const
 {
-    if (radioMeasurement == 1 && (!offChannelTimeMs.Contains(maxOffChannelTimeMs) || !onChannelTimeMs.Contains(minOnChannelTimeMs)))
+    if (radioMeasurement == 1 &&
+        (!offChannelTimeMs.Contains(maxOffChannelTimeMs) || !onChannelTimeMs.Contains(minOnChannelTimeMs)))
         return false;
     if (keepAliveEnabled == 1 && !keepAlivePeriods.Contains(keepAlivePeriod))
         return false;

@@ -10,18 +10,18 @@ struct CCXConnectionSettings
     static constexpr LONG NotSet = -1;
     static constexpr LONG Invalid = -2;
 
-    LONG radioMeasurement;       // 1 enabled, 0 disabled
-    LONG locationBasedServices;  // 1 allowed, 0 disabled; counts while Radio Measurement is enabled
-    LONG clientReporting;        // 1 true, 0 false
-    LONG authorizedProfile;      // 1 true, 0 false
-    LONG rapido;                 // 1 true, 0 false
-    LONG advancedRoaming;        // 1 enabled, 0 disabled
-    LONG roamingOption = 0;      // 0 Default to 5 Very High; Clear and SetDefaults leave it alone, so it starts as Default
-    LONG maxOffChannelTimeMs;    // valid 10..50
-    LONG minOnChannelTimeMs;     // valid 0..500
-    LONG keepAliveEnabled;       // 1 on, 0 off
-    LONG keepAlivePeriod;        // valid 0..255
-    LONG diagnosticSsidLength;   // bytes, 0..32
+    LONG radioMeasurement;      // 1 enabled, 0 disabled
+    LONG locationBasedServices; // 1 allowed, 0 disabled; counts while Radio Measurement is enabled
+    LONG clientReporting;       // 1 true, 0 false
+    LONG authorizedProfile;     // 1 true, 0 false
+    LONG rapido;                // 1 true, 0 false
+    LONG advancedRoaming;       // 1 enabled, 0 disabled
+    LONG roamingOption = 0;     // 0 Default to 5 Very High; Clear and SetDefaults leave it alone, so it starts as Default
+    LONG maxOffChannelTimeMs;   // valid 10..50
+    LONG minOnChannelTimeMs;    // valid 0..500
+    LONG keepAliveEnabled;      // 1 on, 0 off
+    LONG keepAlivePeriod;       // valid 0..255
+    LONG diagnosticSsidLength;  // bytes, 0..32
     BYTE diagnosticSsid[maxSsidLength] = {};
     void* connectionContext = nullptr; // the host's, not owned; set before the dialog runs on the record
 

@@ -31,7 +31,8 @@ bool MatchesToken(const CWideString& text, const WCHAR* szToken)
 template <std::size_t nRows>
 const WCHAR* FindToken(const CCXSecurityToken (&rows)[nRows], DWORD value)
 {
-    const auto row = std::find_if(std::begin(rows), std::end(rows), [&](const auto& candidate) { return candidate.value == value; });
+    const auto row =
+        std::find_if(std::begin(rows), std::end(rows), [&](const auto& candidate) { return candidate.value == value; });
     return row == std::end(rows) ? nullptr : row->szToken;
 }
 

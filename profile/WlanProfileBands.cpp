@@ -120,7 +120,7 @@ bool WriteProfileBands(WCHAR** pszProfile, WlanProfileBands bands)
     EraseEmptyNamespaces(text);
     auto rewritten = std::make_unique<WCHAR[]>(bstrXml.View().size() + 1);
     text.copy(rewritten.get(), text.size());
-    delete[] *pszProfile;
+    delete[] * pszProfile;
     *pszProfile = rewritten.release();
     return bWritten;
 }

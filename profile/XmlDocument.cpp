@@ -88,11 +88,13 @@ bool AppendNodeText(IXMLDOMNode& node, bool bBesideElements, CWideString& text)
 bool AppendDescendantText(IXMLDOMNode& node, CWideString& text)
 {
     bool bHasElements = false;
-    const auto noteElement = [&](IXMLDOMNode&, DOMNodeType type) {
+    const auto noteElement = [&](IXMLDOMNode&, DOMNodeType type)
+    {
         bHasElements = bHasElements || type == NODE_ELEMENT;
         return true;
     };
-    const auto append = [&](IXMLDOMNode& child, DOMNodeType type) {
+    const auto append = [&](IXMLDOMNode& child, DOMNodeType type)
+    {
         if (type == NODE_TEXT || type == NODE_CDATA_SECTION)
             return AppendNodeText(child, bHasElements, text);
         return type != NODE_ELEMENT || AppendDescendantText(child, text);

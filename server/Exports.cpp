@@ -11,13 +11,15 @@
 
 STDAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, LPVOID* ppv)
 {
-    return AtBoundary([&] {
-        IhvuiTrace(traceLevelInfo, OLESTR("GetClassObject\n"));
-        if (!IsEqualGUID(rclsid, CLSID_ExtUI))
-            return TraceError(CLASS_E_CLASSNOTAVAILABLE);
-        const HRESULT hr = CreateComObject<CFactory>(riid, ppv);
-        return hr == E_OUTOFMEMORY ? TraceError(hr) : hr;
-    });
+    return AtBoundary(
+        [&]
+        {
+            IhvuiTrace(traceLevelInfo, OLESTR("GetClassObject\n"));
+            if (!IsEqualGUID(rclsid, CLSID_ExtUI))
+                return TraceError(CLASS_E_CLASSNOTAVAILABLE);
+            const HRESULT hr = CreateComObject<CFactory>(riid, ppv);
+            return hr == E_OUTOFMEMORY ? TraceError(hr) : hr;
+        });
 }
 
 STDAPI DllCanUnloadNow()
@@ -27,16 +29,20 @@ STDAPI DllCanUnloadNow()
 
 STDAPI DllRegisterServer()
 {
-    return AtBoundary([] {
-        IhvuiTrace(traceLevelInfo, OLESTR("DllRegisterServer\n"));
-        return SelfRegister(false);
-    });
+    return AtBoundary(
+        []
+        {
+            IhvuiTrace(traceLevelInfo, OLESTR("DllRegisterServer\n"));
+            return SelfRegister(false);
+        });
 }
 
 STDAPI DllUnregisterServer()
 {
-    return AtBoundary([] {
-        IhvuiTrace(traceLevelInfo, OLESTR("DllUnregisterServer\n"));
-        return SelfRegister(true);
-    });
+    return AtBoundary(
+        []
+        {
+            IhvuiTrace(traceLevelInfo, OLESTR("DllUnregisterServer\n"));
+            return SelfRegister(true);
+        });
 }

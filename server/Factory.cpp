@@ -26,19 +26,21 @@ constexpr ServedClass servedClasses[] = {
 
 HRESULT STDMETHODCALLTYPE CFactory::CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppvObject)
 {
-    return AtBoundary([&] {
-        IhvuiTrace(traceLevelInfo, OLESTR("CFactory::CreateInstance\n"));
-        if (pUnkOuter)
-            return TraceError(CLASS_E_NOAGGREGATION);
-        for (const auto& served : servedClasses)
+    return AtBoundary(
+        [&]
         {
-            if (!IsEqualGUID(riid, served.iid))
-                continue;
-            served.traceChoice();
-            return served.create(riid, ppvObject);
-        }
-        return E_NOINTERFACE;
-    });
+            IhvuiTrace(traceLevelInfo, OLESTR("CFactory::CreateInstance\n"));
+            if (pUnkOuter)
+                return TraceError(CLASS_E_NOAGGREGATION);
+            for (const auto& served : servedClasses)
+            {
+                if (!IsEqualGUID(riid, served.iid))
+                    continue;
+                served.traceChoice();
+                return served.create(riid, ppvObject);
+            }
+            return E_NOINTERFACE;
+        });
 }
 
 HRESULT STDMETHODCALLTYPE CFactory::LockServer(BOOL fLock)

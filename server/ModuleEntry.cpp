@@ -30,12 +30,14 @@ void Detach()
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD dwReason, LPVOID)
 {
-    AtBoundary([&] {
-        if (dwReason == DLL_PROCESS_ATTACH)
-            Attach(hInstance);
-        else if (dwReason == DLL_PROCESS_DETACH)
-            Detach();
-        return S_OK;
-    });
+    AtBoundary(
+        [&]
+        {
+            if (dwReason == DLL_PROCESS_ATTACH)
+                Attach(hInstance);
+            else if (dwReason == DLL_PROCESS_DETACH)
+                Detach();
+            return S_OK;
+        });
     return TRUE;
 }

@@ -226,7 +226,8 @@ void KorCmnTracer::AppendLine(const WCHAR* szLine)
     SetFilePointer(s_logFile.Get(), static_cast<LONG>(cbFile), nullptr, FILE_BEGIN);
 
     const CNarrowLine narrow(szLine);
-    const auto write = [](const char* pText, std::size_t cbText) {
+    const auto write = [](const char* pText, std::size_t cbText)
+    {
         DWORD cbWritten = 0;
         WriteFile(s_logFile.Get(), pText, static_cast<DWORD>(cbText), &cbWritten, nullptr);
     };

@@ -39,7 +39,8 @@ public:
     std::array<WCHAR, connectionContextNameCapacity + 1> ProfileName() const
     {
         std::array<WCHAR, connectionContextNameCapacity + 1> name{};
-        std::memcpy(name.data(), m_pContext + ConnectionContextOffset::profileName, connectionContextNameCapacity * sizeof(WCHAR));
+        std::memcpy(name.data(), m_pContext + ConnectionContextOffset::profileName,
+                    connectionContextNameCapacity * sizeof(WCHAR));
         return name;
     }
 

@@ -42,7 +42,8 @@ struct CReply
     std::string_view Answer() const
     {
         const auto cbValid = std::min<std::size_t>(cbReturned, cbReply);
-        return cbValid > cbReplyHeader ? std::string_view(bytes.data() + cbReplyHeader, cbValid - cbReplyHeader) : std::string_view();
+        return cbValid > cbReplyHeader ? std::string_view(bytes.data() + cbReplyHeader, cbValid - cbReplyHeader)
+                                       : std::string_view();
     }
 };
 

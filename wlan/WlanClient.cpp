@@ -39,7 +39,6 @@ DWORD CWlanClient::IhvControl(bool bDriver, DWORD cbInput, void* pInput, DWORD c
     if (m_dwLastError != ERROR_SUCCESS)
         return m_dwLastError;
     const auto type = bDriver ? wlan_ihv_control_type_driver : wlan_ihv_control_type_service;
-    m_dwLastError =
-        WlanIhvControl(m_hClient, &SelectedInterfaceGuid(), type, cbInput, pInput, cbOutput, pOutput, pcbReturned);
+    m_dwLastError = WlanIhvControl(m_hClient, &SelectedInterfaceGuid(), type, cbInput, pInput, cbOutput, pOutput, pcbReturned);
     return m_dwLastError;
 }

@@ -110,10 +110,10 @@ protected:
 
 extern "C"
 {
-extern const IID IID_IXMLDOMNode;
-extern const IID IID_IXMLDOMNodeList;
-extern const IID IID_IXMLDOMNamedNodeMap;
-extern const IID IID_IXMLDOMElement;
-extern const IID IID_IXMLDOMParseError;
-extern const IID IID_IXMLDOMDocument;
+    extern const IID IID_IXMLDOMNode;
+    extern const IID IID_IXMLDOMNodeList;
+    extern const IID IID_IXMLDOMNamedNodeMap;
+    extern const IID IID_IXMLDOMElement;
+    extern const IID IID_IXMLDOMParseError;
+    extern const IID IID_IXMLDOMDocument;
 }

@@ -13,15 +13,15 @@ inline constexpr DWORD REGCLS_MULTIPLEUSE = 1;
 
 extern "C"
 {
-HRESULT WINAPI CoInitializeEx(LPVOID pReserved, DWORD dwCoInit);
-void WINAPI CoUninitialize();
-HRESULT WINAPI CoCreateInstance(REFCLSID rclsid, LPUNKNOWN pUnkOuter, DWORD dwClsContext, REFIID riid, LPVOID* ppv);
-HRESULT WINAPI CoRegisterClassObject(REFCLSID rclsid, LPUNKNOWN pUnk, DWORD dwClsContext, DWORD dwFlags, LPDWORD pdwRegister);
-HRESULT WINAPI CoRevokeClassObject(DWORD dwRegister);
-LPVOID WINAPI CoTaskMemAlloc(SIZE_T cb);
-void WINAPI CoTaskMemFree(LPVOID pv);
+    HRESULT WINAPI CoInitializeEx(LPVOID pReserved, DWORD dwCoInit);
+    void WINAPI CoUninitialize();
+    HRESULT WINAPI CoCreateInstance(REFCLSID rclsid, LPUNKNOWN pUnkOuter, DWORD dwClsContext, REFIID riid, LPVOID* ppv);
+    HRESULT WINAPI CoRegisterClassObject(REFCLSID rclsid, LPUNKNOWN pUnk, DWORD dwClsContext, DWORD dwFlags, LPDWORD pdwRegister);
+    HRESULT WINAPI CoRevokeClassObject(DWORD dwRegister);
+    LPVOID WINAPI CoTaskMemAlloc(SIZE_T cb);
+    void WINAPI CoTaskMemFree(LPVOID pv);
 
-// The entries that an in-process server exports.
-PLATFORM_EXPORT HRESULT WINAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, LPVOID* ppv);
-PLATFORM_EXPORT HRESULT WINAPI DllCanUnloadNow();
+    // The entries that an in-process server exports.
+    PLATFORM_EXPORT HRESULT WINAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, LPVOID* ppv);
+    PLATFORM_EXPORT HRESULT WINAPI DllCanUnloadNow();
 }

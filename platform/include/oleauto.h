@@ -64,7 +64,8 @@ class IDispatch : public IUnknown
 public:
     virtual HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* pcTypeInfo) = 0;
     virtual HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT iTypeInfo, LCID lcid, ITypeInfo** ppTypeInfo) = 0;
-    virtual HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID riid, LPOLESTR* rgszNames, UINT cNames, LCID lcid, DISPID* rgDispId) = 0;
+    virtual HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID riid, LPOLESTR* rgszNames, UINT cNames, LCID lcid,
+                                                    DISPID* rgDispId) = 0;
     virtual HRESULT STDMETHODCALLTYPE Invoke(DISPID dispIdMember, REFIID riid, LCID lcid, WORD wFlags, DISPPARAMS* pDispParams,
                                              VARIANT* pVarResult, EXCEPINFO* pExcepInfo, UINT* puArgErr) = 0;
 
@@ -74,12 +75,12 @@ protected:
 
 extern "C"
 {
-extern const IID IID_IDispatch;
+    extern const IID IID_IDispatch;
 
-BSTR WINAPI SysAllocString(const OLECHAR* szText);
-BSTR WINAPI SysAllocStringLen(const OLECHAR* pText, UINT cch);
-UINT WINAPI SysStringLen(BSTR bstr);
-void WINAPI SysFreeString(BSTR bstr);
-void WINAPI VariantInit(VARIANTARG* pvarg);
-HRESULT WINAPI VariantClear(VARIANTARG* pvarg);
+    BSTR WINAPI SysAllocString(const OLECHAR* szText);
+    BSTR WINAPI SysAllocStringLen(const OLECHAR* pText, UINT cch);
+    UINT WINAPI SysStringLen(BSTR bstr);
+    void WINAPI SysFreeString(BSTR bstr);
+    void WINAPI VariantInit(VARIANTARG* pvarg);
+    HRESULT WINAPI VariantClear(VARIANTARG* pvarg);
 }

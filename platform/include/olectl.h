@@ -5,6 +5,6 @@
 
 extern "C"
 {
-PLATFORM_EXPORT HRESULT WINAPI DllRegisterServer();
-PLATFORM_EXPORT HRESULT WINAPI DllUnregisterServer();
+    PLATFORM_EXPORT HRESULT WINAPI DllRegisterServer();
+    PLATFORM_EXPORT HRESULT WINAPI DllUnregisterServer();
 }

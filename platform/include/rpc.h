@@ -13,7 +13,7 @@ inline constexpr RPC_STATUS RPC_S_INVALID_STRING_UUID = 1705;
 
 extern "C"
 {
-RPC_STATUS WINAPI UuidToStringW(UUID* pUuid, RPC_WSTR* pszUuid);
-RPC_STATUS WINAPI UuidFromStringW(RPC_WSTR szUuid, UUID* pUuid);
-RPC_STATUS WINAPI RpcStringFreeW(RPC_WSTR* pszText);
+    RPC_STATUS WINAPI UuidToStringW(UUID* pUuid, RPC_WSTR* pszUuid);
+    RPC_STATUS WINAPI UuidFromStringW(RPC_WSTR szUuid, UUID* pUuid);
+    RPC_STATUS WINAPI RpcStringFreeW(RPC_WSTR* pszText);
 }

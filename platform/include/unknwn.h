@@ -32,6 +32,6 @@ protected:
 
 extern "C"
 {
-extern const IID IID_IUnknown;
-extern const IID IID_IClassFactory;
+    extern const IID IID_IUnknown;
+    extern const IID IID_IClassFactory;
 }

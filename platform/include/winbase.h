@@ -72,60 +72,60 @@ inline constexpr DWORD LOAD_LIBRARY_AS_DATAFILE = 2;
 
 extern "C"
 {
-// The entry point of a loadable module; LoadLibrary and FreeLibrary call it as the platform's loader does.
-PLATFORM_EXPORT BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD dwReason, LPVOID pReserved);
+    // The entry point of a loadable module; LoadLibrary and FreeLibrary call it as the platform's loader does.
+    PLATFORM_EXPORT BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD dwReason, LPVOID pReserved);
 
-DWORD WINAPI GetLastError();
-void WINAPI SetLastError(DWORD dwError);
+    DWORD WINAPI GetLastError();
+    void WINAPI SetLastError(DWORD dwError);
 
-HMODULE WINAPI LoadLibraryW(LPCWSTR szFileName);
-HMODULE WINAPI LoadLibraryExW(LPCWSTR szFileName, HANDLE hFile, DWORD dwFlags);
-BOOL WINAPI FreeLibrary(HMODULE hModule);
-HMODULE WINAPI GetModuleHandleW(LPCWSTR szModuleName);
-DWORD WINAPI GetModuleFileNameW(HMODULE hModule, LPWSTR szFileName, DWORD cchFileName);
-FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR szProcName);
-BOOL WINAPI DisableThreadLibraryCalls(HMODULE hModule);
+    HMODULE WINAPI LoadLibraryW(LPCWSTR szFileName);
+    HMODULE WINAPI LoadLibraryExW(LPCWSTR szFileName, HANDLE hFile, DWORD dwFlags);
+    BOOL WINAPI FreeLibrary(HMODULE hModule);
+    HMODULE WINAPI GetModuleHandleW(LPCWSTR szModuleName);
+    DWORD WINAPI GetModuleFileNameW(HMODULE hModule, LPWSTR szFileName, DWORD cchFileName);
+    FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR szProcName);
+    BOOL WINAPI DisableThreadLibraryCalls(HMODULE hModule);
 
-HRSRC WINAPI FindResourceW(HMODULE hModule, LPCWSTR szName, LPCWSTR szType);
-HGLOBAL WINAPI LoadResource(HMODULE hModule, HRSRC hResource);
-LPVOID WINAPI LockResource(HGLOBAL hResourceData);
-DWORD WINAPI SizeofResource(HMODULE hModule, HRSRC hResource);
+    HRSRC WINAPI FindResourceW(HMODULE hModule, LPCWSTR szName, LPCWSTR szType);
+    HGLOBAL WINAPI LoadResource(HMODULE hModule, HRSRC hResource);
+    LPVOID WINAPI LockResource(HGLOBAL hResourceData);
+    DWORD WINAPI SizeofResource(HMODULE hModule, HRSRC hResource);
 
-DWORD WINAPI GetCurrentDirectoryW(DWORD cchBuffer, LPWSTR szBuffer);
-BOOL WINAPI SetCurrentDirectoryW(LPCWSTR szPath);
-UINT WINAPI GetSystemDirectoryW(LPWSTR szBuffer, UINT cchBuffer);
-DWORD WINAPI GetTempPathW(DWORD cchBuffer, LPWSTR szBuffer);
-BOOL WINAPI CreateDirectoryW(LPCWSTR szPath, LPSECURITY_ATTRIBUTES pAttributes);
-BOOL WINAPI RemoveDirectoryW(LPCWSTR szPath);
+    DWORD WINAPI GetCurrentDirectoryW(DWORD cchBuffer, LPWSTR szBuffer);
+    BOOL WINAPI SetCurrentDirectoryW(LPCWSTR szPath);
+    UINT WINAPI GetSystemDirectoryW(LPWSTR szBuffer, UINT cchBuffer);
+    DWORD WINAPI GetTempPathW(DWORD cchBuffer, LPWSTR szBuffer);
+    BOOL WINAPI CreateDirectoryW(LPCWSTR szPath, LPSECURITY_ATTRIBUTES pAttributes);
+    BOOL WINAPI RemoveDirectoryW(LPCWSTR szPath);
 
-HANDLE WINAPI CreateFileW(LPCWSTR szFileName, DWORD dwAccess, DWORD dwShareMode, LPSECURITY_ATTRIBUTES pAttributes,
-                          DWORD dwDisposition, DWORD dwFlagsAndAttributes, HANDLE hTemplate);
-BOOL WINAPI CloseHandle(HANDLE hObject);
-BOOL WINAPI LockFileEx(HANDLE hFile, DWORD dwFlags, DWORD dwReserved, DWORD cbLow, DWORD cbHigh, LPOVERLAPPED pOverlapped);
-BOOL WINAPI UnlockFileEx(HANDLE hFile, DWORD dwReserved, DWORD cbLow, DWORD cbHigh, LPOVERLAPPED pOverlapped);
-DWORD WINAPI GetFileSize(HANDLE hFile, LPDWORD pdwSizeHigh);
-DWORD WINAPI SetFilePointer(HANDLE hFile, LONG lDistance, PLONG plDistanceHigh, DWORD dwMoveMethod);
-BOOL WINAPI SetEndOfFile(HANDLE hFile);
-BOOL WINAPI ReadFile(HANDLE hFile, LPVOID pBuffer, DWORD cbToRead, LPDWORD pcbRead, LPOVERLAPPED pOverlapped);
-BOOL WINAPI WriteFile(HANDLE hFile, LPCVOID pBuffer, DWORD cbToWrite, LPDWORD pcbWritten, LPOVERLAPPED pOverlapped);
-BOOL WINAPI FlushFileBuffers(HANDLE hFile);
-BOOL WINAPI DeleteFileW(LPCWSTR szFileName);
-BOOL WINAPI MoveFileW(LPCWSTR szExisting, LPCWSTR szNew);
-BOOL WINAPI MoveFileExW(LPCWSTR szExisting, LPCWSTR szNew, DWORD dwFlags);
-DWORD WINAPI GetFileAttributesW(LPCWSTR szFileName);
+    HANDLE WINAPI CreateFileW(LPCWSTR szFileName, DWORD dwAccess, DWORD dwShareMode, LPSECURITY_ATTRIBUTES pAttributes,
+                              DWORD dwDisposition, DWORD dwFlagsAndAttributes, HANDLE hTemplate);
+    BOOL WINAPI CloseHandle(HANDLE hObject);
+    BOOL WINAPI LockFileEx(HANDLE hFile, DWORD dwFlags, DWORD dwReserved, DWORD cbLow, DWORD cbHigh, LPOVERLAPPED pOverlapped);
+    BOOL WINAPI UnlockFileEx(HANDLE hFile, DWORD dwReserved, DWORD cbLow, DWORD cbHigh, LPOVERLAPPED pOverlapped);
+    DWORD WINAPI GetFileSize(HANDLE hFile, LPDWORD pdwSizeHigh);
+    DWORD WINAPI SetFilePointer(HANDLE hFile, LONG lDistance, PLONG plDistanceHigh, DWORD dwMoveMethod);
+    BOOL WINAPI SetEndOfFile(HANDLE hFile);
+    BOOL WINAPI ReadFile(HANDLE hFile, LPVOID pBuffer, DWORD cbToRead, LPDWORD pcbRead, LPOVERLAPPED pOverlapped);
+    BOOL WINAPI WriteFile(HANDLE hFile, LPCVOID pBuffer, DWORD cbToWrite, LPDWORD pcbWritten, LPOVERLAPPED pOverlapped);
+    BOOL WINAPI FlushFileBuffers(HANDLE hFile);
+    BOOL WINAPI DeleteFileW(LPCWSTR szFileName);
+    BOOL WINAPI MoveFileW(LPCWSTR szExisting, LPCWSTR szNew);
+    BOOL WINAPI MoveFileExW(LPCWSTR szExisting, LPCWSTR szNew, DWORD dwFlags);
+    DWORD WINAPI GetFileAttributesW(LPCWSTR szFileName);
 
-HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES pAttributes, BOOL bInitialOwner, LPCWSTR szName);
-BOOL WINAPI ReleaseMutex(HANDLE hMutex);
-DWORD WINAPI WaitForSingleObject(HANDLE hObject, DWORD dwMilliseconds);
+    HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES pAttributes, BOOL bInitialOwner, LPCWSTR szName);
+    BOOL WINAPI ReleaseMutex(HANDLE hMutex);
+    DWORD WINAPI WaitForSingleObject(HANDLE hObject, DWORD dwMilliseconds);
 
-void WINAPI GetLocalTime(LPSYSTEMTIME pTime);
-DWORD WINAPI GetTickCount();
-void WINAPI Sleep(DWORD dwMilliseconds);
-DWORD WINAPI GetCurrentThreadId();
-DWORD WINAPI GetCurrentProcessId();
+    void WINAPI GetLocalTime(LPSYSTEMTIME pTime);
+    DWORD WINAPI GetTickCount();
+    void WINAPI Sleep(DWORD dwMilliseconds);
+    DWORD WINAPI GetCurrentThreadId();
+    DWORD WINAPI GetCurrentProcessId();
 
-DWORD WINAPI GetEnvironmentVariableW(LPCWSTR szName, LPWSTR szBuffer, DWORD cchBuffer);
-BOOL WINAPI SetEnvironmentVariableW(LPCWSTR szName, LPCWSTR szValue);
+    DWORD WINAPI GetEnvironmentVariableW(LPCWSTR szName, LPWSTR szBuffer, DWORD cchBuffer);
+    BOOL WINAPI SetEnvironmentVariableW(LPCWSTR szName, LPCWSTR szValue);
 }
 
 inline LONG InterlockedIncrement(LONG volatile* plValue) noexcept

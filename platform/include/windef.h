@@ -76,8 +76,8 @@ using PHANDLE = HANDLE*;
 using LPHANDLE = HANDLE*;
 
 // Distinct handle types, so that a window never passes for a module.
-#define DECLARE_HANDLE(name)                                                                                           \
-    struct name##__;                                                                                                   \
+#define DECLARE_HANDLE(name)                                                                                                     \
+    struct name##__;                                                                                                             \
     using name = name##__*
 DECLARE_HANDLE(HINSTANCE);
 using HMODULE = HINSTANCE;
@@ -93,7 +93,8 @@ using FARPROC = INT_PTR (*)();
 #define IS_INTRESOURCE(name) ((reinterpret_cast<ULONG_PTR>(name) >> 16) == 0)
 #define LOWORD(l) (static_cast<WORD>(static_cast<DWORD_PTR>(l) & 0xFFFFu))
 #define HIWORD(l) (static_cast<WORD>((static_cast<DWORD_PTR>(l) >> 16) & 0xFFFFu))
-#define MAKEWPARAM(low, high) (static_cast<WPARAM>(static_cast<DWORD>((low) & 0xFFFFu) | (static_cast<DWORD>((high) & 0xFFFFu) << 16)))
+#define MAKEWPARAM(low, high)                                                                                                    \
+    (static_cast<WPARAM>(static_cast<DWORD>((low)&0xFFFFu) | (static_cast<DWORD>((high)&0xFFFFu) << 16)))
 
 #define RT_DIALOG MAKEINTRESOURCEW(5)
 #define RT_STRING MAKEINTRESOURCEW(6)

@@ -28,16 +28,16 @@ struct SECURITY_ATTRIBUTES;
 
 extern "C"
 {
-LSTATUS WINAPI RegOpenKeyExW(HKEY hKey, LPCWSTR szSubKey, DWORD dwOptions, REGSAM samDesired, PHKEY phkResult);
-LSTATUS WINAPI RegCreateKeyExW(HKEY hKey, LPCWSTR szSubKey, DWORD dwReserved, LPWSTR szClass, DWORD dwOptions,
-                               REGSAM samDesired, SECURITY_ATTRIBUTES* pAttributes, PHKEY phkResult, LPDWORD pdwDisposition);
-LSTATUS WINAPI RegQueryValueExW(HKEY hKey, LPCWSTR szValueName, LPDWORD pdwReserved, LPDWORD pdwType, LPBYTE pbData,
-                                LPDWORD pcbData);
-LSTATUS WINAPI RegSetValueExW(HKEY hKey, LPCWSTR szValueName, DWORD dwReserved, DWORD dwType, const BYTE* pbData,
-                              DWORD cbData);
-LSTATUS WINAPI RegDeleteKeyW(HKEY hKey, LPCWSTR szSubKey);
-LSTATUS WINAPI RegDeleteValueW(HKEY hKey, LPCWSTR szValueName);
-LSTATUS WINAPI RegEnumKeyExW(HKEY hKey, DWORD dwIndex, LPWSTR szName, LPDWORD pcchName, LPDWORD pdwReserved,
-                             LPWSTR szClass, LPDWORD pcchClass, void* pftLastWriteTime);
-LSTATUS WINAPI RegCloseKey(HKEY hKey);
+    LSTATUS WINAPI RegOpenKeyExW(HKEY hKey, LPCWSTR szSubKey, DWORD dwOptions, REGSAM samDesired, PHKEY phkResult);
+    LSTATUS WINAPI RegCreateKeyExW(HKEY hKey, LPCWSTR szSubKey, DWORD dwReserved, LPWSTR szClass, DWORD dwOptions,
+                                   REGSAM samDesired, SECURITY_ATTRIBUTES* pAttributes, PHKEY phkResult, LPDWORD pdwDisposition);
+    LSTATUS WINAPI RegQueryValueExW(HKEY hKey, LPCWSTR szValueName, LPDWORD pdwReserved, LPDWORD pdwType, LPBYTE pbData,
+                                    LPDWORD pcbData);
+    LSTATUS WINAPI RegSetValueExW(HKEY hKey, LPCWSTR szValueName, DWORD dwReserved, DWORD dwType, const BYTE* pbData,
+                                  DWORD cbData);
+    LSTATUS WINAPI RegDeleteKeyW(HKEY hKey, LPCWSTR szSubKey);
+    LSTATUS WINAPI RegDeleteValueW(HKEY hKey, LPCWSTR szValueName);
+    LSTATUS WINAPI RegEnumKeyExW(HKEY hKey, DWORD dwIndex, LPWSTR szName, LPDWORD pcchName, LPDWORD pdwReserved, LPWSTR szClass,
+                                 LPDWORD pcchClass, void* pftLastWriteTime);
+    LSTATUS WINAPI RegCloseKey(HKEY hKey);
 }

@@ -100,44 +100,45 @@ inline constexpr DWORD DS_SETFONT = 0x40u;
 
 extern "C"
 {
-INT_PTR WINAPI DialogBoxParamW(HINSTANCE hInstance, LPCWSTR szTemplate, HWND hwndParent, DLGPROC pDialogProc, LPARAM lInitParam);
-BOOL WINAPI EndDialog(HWND hwndDialog, INT_PTR nResult);
-int WINAPI LoadStringW(HINSTANCE hInstance, UINT uId, LPWSTR szBuffer, int cchBuffer);
-int WINAPI MessageBoxW(HWND hwndOwner, LPCWSTR szText, LPCWSTR szCaption, UINT uType);
+    INT_PTR WINAPI DialogBoxParamW(HINSTANCE hInstance, LPCWSTR szTemplate, HWND hwndParent, DLGPROC pDialogProc,
+                                   LPARAM lInitParam);
+    BOOL WINAPI EndDialog(HWND hwndDialog, INT_PTR nResult);
+    int WINAPI LoadStringW(HINSTANCE hInstance, UINT uId, LPWSTR szBuffer, int cchBuffer);
+    int WINAPI MessageBoxW(HWND hwndOwner, LPCWSTR szText, LPCWSTR szCaption, UINT uType);
 
-HWND WINAPI GetDlgItem(HWND hwndDialog, int nId);
-int WINAPI GetDlgCtrlID(HWND hwnd);
-BOOL WINAPI CheckDlgButton(HWND hwndDialog, int nId, UINT uCheck);
-UINT WINAPI IsDlgButtonChecked(HWND hwndDialog, int nId);
-BOOL WINAPI SetDlgItemTextW(HWND hwndDialog, int nId, LPCWSTR szText);
-UINT WINAPI GetDlgItemTextW(HWND hwndDialog, int nId, LPWSTR szBuffer, int cchBuffer);
-LRESULT WINAPI SendDlgItemMessageW(HWND hwndDialog, int nId, UINT uMessage, WPARAM wParam, LPARAM lParam);
+    HWND WINAPI GetDlgItem(HWND hwndDialog, int nId);
+    int WINAPI GetDlgCtrlID(HWND hwnd);
+    BOOL WINAPI CheckDlgButton(HWND hwndDialog, int nId, UINT uCheck);
+    UINT WINAPI IsDlgButtonChecked(HWND hwndDialog, int nId);
+    BOOL WINAPI SetDlgItemTextW(HWND hwndDialog, int nId, LPCWSTR szText);
+    UINT WINAPI GetDlgItemTextW(HWND hwndDialog, int nId, LPWSTR szBuffer, int cchBuffer);
+    LRESULT WINAPI SendDlgItemMessageW(HWND hwndDialog, int nId, UINT uMessage, WPARAM wParam, LPARAM lParam);
 
-BOOL WINAPI EnableWindow(HWND hwnd, BOOL bEnable);
-BOOL WINAPI IsWindowEnabled(HWND hwnd);
-BOOL WINAPI ShowWindow(HWND hwnd, int nShow);
-BOOL WINAPI IsWindowVisible(HWND hwnd);
-BOOL WINAPI IsWindow(HWND hwnd);
-BOOL WINAPI SetWindowTextW(HWND hwnd, LPCWSTR szText);
-int WINAPI GetWindowTextW(HWND hwnd, LPWSTR szBuffer, int cchBuffer);
-int WINAPI GetClassNameW(HWND hwnd, LPWSTR szBuffer, int cchBuffer);
-HWND WINAPI GetParent(HWND hwnd);
-HWND WINAPI GetWindow(HWND hwnd, UINT uCommand);
-LONG_PTR WINAPI GetWindowLongPtrW(HWND hwnd, int nIndex);
-LONG_PTR WINAPI SetWindowLongPtrW(HWND hwnd, int nIndex, LONG_PTR lValue);
-HWND WINAPI SetFocus(HWND hwnd);
-HWND WINAPI GetFocus();
+    BOOL WINAPI EnableWindow(HWND hwnd, BOOL bEnable);
+    BOOL WINAPI IsWindowEnabled(HWND hwnd);
+    BOOL WINAPI ShowWindow(HWND hwnd, int nShow);
+    BOOL WINAPI IsWindowVisible(HWND hwnd);
+    BOOL WINAPI IsWindow(HWND hwnd);
+    BOOL WINAPI SetWindowTextW(HWND hwnd, LPCWSTR szText);
+    int WINAPI GetWindowTextW(HWND hwnd, LPWSTR szBuffer, int cchBuffer);
+    int WINAPI GetClassNameW(HWND hwnd, LPWSTR szBuffer, int cchBuffer);
+    HWND WINAPI GetParent(HWND hwnd);
+    HWND WINAPI GetWindow(HWND hwnd, UINT uCommand);
+    LONG_PTR WINAPI GetWindowLongPtrW(HWND hwnd, int nIndex);
+    LONG_PTR WINAPI SetWindowLongPtrW(HWND hwnd, int nIndex, LONG_PTR lValue);
+    HWND WINAPI SetFocus(HWND hwnd);
+    HWND WINAPI GetFocus();
 
-LRESULT WINAPI SendMessageW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam);
-LRESULT WINAPI SendMessageTimeoutW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam, UINT uFlags, UINT uTimeoutMs,
-                                   DWORD_PTR* pdwResult);
-BOOL WINAPI PostMessageW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam);
-UINT_PTR WINAPI SetTimer(HWND hwnd, UINT_PTR uId, UINT uElapseMs, TIMERPROC pTimerProc);
-BOOL WINAPI KillTimer(HWND hwnd, UINT_PTR uId);
+    LRESULT WINAPI SendMessageW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam);
+    LRESULT WINAPI SendMessageTimeoutW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam, UINT uFlags, UINT uTimeoutMs,
+                                       DWORD_PTR* pdwResult);
+    BOOL WINAPI PostMessageW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam);
+    UINT_PTR WINAPI SetTimer(HWND hwnd, UINT_PTR uId, UINT uElapseMs, TIMERPROC pTimerProc);
+    BOOL WINAPI KillTimer(HWND hwnd, UINT_PTR uId);
 
-// The top-level windows of a thread or of the process, in the order of their making, the newest first.
-BOOL WINAPI EnumThreadWindows(DWORD dwThreadId, WNDENUMPROC pEnumProc, LPARAM lParam);
-BOOL WINAPI EnumWindows(WNDENUMPROC pEnumProc, LPARAM lParam);
-BOOL WINAPI EnumChildWindows(HWND hwndParent, WNDENUMPROC pEnumProc, LPARAM lParam);
-DWORD WINAPI GetWindowThreadProcessId(HWND hwnd, LPDWORD pdwProcessId);
+    // The top-level windows of a thread or of the process, in the order of their making, the newest first.
+    BOOL WINAPI EnumThreadWindows(DWORD dwThreadId, WNDENUMPROC pEnumProc, LPARAM lParam);
+    BOOL WINAPI EnumWindows(WNDENUMPROC pEnumProc, LPARAM lParam);
+    BOOL WINAPI EnumChildWindows(HWND hwndParent, WNDENUMPROC pEnumProc, LPARAM lParam);
+    DWORD WINAPI GetWindowThreadProcessId(HWND hwnd, LPDWORD pdwProcessId);
 }

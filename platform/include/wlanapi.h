@@ -95,20 +95,25 @@ using PWLAN_PROFILE_INFO_LIST = WLAN_PROFILE_INFO_LIST*;
 
 extern "C"
 {
-PLATFORM_EXPORT DWORD WINAPI WlanOpenHandle(DWORD dwClientVersion, PVOID pReserved, PDWORD pdwNegotiatedVersion, PHANDLE phClientHandle);
-PLATFORM_EXPORT DWORD WINAPI WlanCloseHandle(HANDLE hClientHandle, PVOID pReserved);
-PLATFORM_EXPORT DWORD WINAPI WlanEnumInterfaces(HANDLE hClientHandle, PVOID pReserved, PWLAN_INTERFACE_INFO_LIST* ppInterfaceList);
-PLATFORM_EXPORT DWORD WINAPI WlanGetInterfaceCapability(HANDLE hClientHandle, const GUID* pInterfaceGuid, PVOID pReserved,
-                                                        PWLAN_INTERFACE_CAPABILITY* ppCapability);
-PLATFORM_EXPORT DWORD WINAPI WlanGetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, LPCWSTR szProfileName, PVOID pReserved,
-                                            LPWSTR* pszProfileXml, DWORD* pdwFlags, PDWORD pdwGrantedAccess);
-PLATFORM_EXPORT DWORD WINAPI WlanGetProfileList(HANDLE hClientHandle, const GUID* pInterfaceGuid, PVOID pReserved,
-                                                PWLAN_PROFILE_INFO_LIST* ppProfileList);
-PLATFORM_EXPORT DWORD WINAPI WlanSetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, DWORD dwFlags, LPCWSTR szProfileXml,
-                                            LPCWSTR szAllUserProfileSecurity, BOOL bOverwrite, PVOID pReserved, DWORD* pdwReasonCode);
-PLATFORM_EXPORT DWORD WINAPI WlanDeleteProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, LPCWSTR szProfileName, PVOID pReserved);
-PLATFORM_EXPORT DWORD WINAPI WlanIhvControl(HANDLE hClientHandle, const GUID* pInterfaceGuid, WLAN_IHV_CONTROL_TYPE type, DWORD cbInBuffer,
-                                            PVOID pInBuffer, DWORD cbOutBuffer, PVOID pOutBuffer, PDWORD pcbReturned);
-PLATFORM_EXPORT DWORD WINAPI WlanReasonCodeToString(DWORD dwReasonCode, DWORD cchBuffer, PWCHAR szBuffer, PVOID pReserved);
-PLATFORM_EXPORT VOID WINAPI WlanFreeMemory(PVOID pMemory);
+    PLATFORM_EXPORT DWORD WINAPI WlanOpenHandle(DWORD dwClientVersion, PVOID pReserved, PDWORD pdwNegotiatedVersion,
+                                                PHANDLE phClientHandle);
+    PLATFORM_EXPORT DWORD WINAPI WlanCloseHandle(HANDLE hClientHandle, PVOID pReserved);
+    PLATFORM_EXPORT DWORD WINAPI WlanEnumInterfaces(HANDLE hClientHandle, PVOID pReserved,
+                                                    PWLAN_INTERFACE_INFO_LIST* ppInterfaceList);
+    PLATFORM_EXPORT DWORD WINAPI WlanGetInterfaceCapability(HANDLE hClientHandle, const GUID* pInterfaceGuid, PVOID pReserved,
+                                                            PWLAN_INTERFACE_CAPABILITY* ppCapability);
+    PLATFORM_EXPORT DWORD WINAPI WlanGetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, LPCWSTR szProfileName,
+                                                PVOID pReserved, LPWSTR* pszProfileXml, DWORD* pdwFlags, PDWORD pdwGrantedAccess);
+    PLATFORM_EXPORT DWORD WINAPI WlanGetProfileList(HANDLE hClientHandle, const GUID* pInterfaceGuid, PVOID pReserved,
+                                                    PWLAN_PROFILE_INFO_LIST* ppProfileList);
+    PLATFORM_EXPORT DWORD WINAPI WlanSetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, DWORD dwFlags,
+                                                LPCWSTR szProfileXml, LPCWSTR szAllUserProfileSecurity, BOOL bOverwrite,
+                                                PVOID pReserved, DWORD* pdwReasonCode);
+    PLATFORM_EXPORT DWORD WINAPI WlanDeleteProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, LPCWSTR szProfileName,
+                                                   PVOID pReserved);
+    PLATFORM_EXPORT DWORD WINAPI WlanIhvControl(HANDLE hClientHandle, const GUID* pInterfaceGuid, WLAN_IHV_CONTROL_TYPE type,
+                                                DWORD cbInBuffer, PVOID pInBuffer, DWORD cbOutBuffer, PVOID pOutBuffer,
+                                                PDWORD pcbReturned);
+    PLATFORM_EXPORT DWORD WINAPI WlanReasonCodeToString(DWORD dwReasonCode, DWORD cchBuffer, PWCHAR szBuffer, PVOID pReserved);
+    PLATFORM_EXPORT VOID WINAPI WlanFreeMemory(PVOID pMemory);
 }

@@ -141,8 +141,7 @@ void CActedWindow::Close() const
     PostMessageW(m_hwnd, WM_CLOSE, 0, 0);
 }
 
-CDialogActor::CDialogActor(std::function<void(CDialogActor&)> script)
-    : m_thread([this, run = std::move(script)] { run(*this); })
+CDialogActor::CDialogActor(std::function<void(CDialogActor&)> script) : m_thread([this, run = std::move(script)] { run(*this); })
 {
 }
 

@@ -35,7 +35,9 @@ void CModuleUnderTest::Unload()
     if (!m_hModule)
         return;
     if (m_bRegistered)
+    {
         EXPECT_EQ(S_OK, Export<HRESULT WINAPI()>("DllUnregisterServer")());
+    }
     EXPECT_EQ(S_OK, CanUnloadNow());
     FreeLibrary(m_hModule);
     m_hModule = nullptr;
@@ -57,9 +59,8 @@ CComRef<IDot11ExtUIProperty> CModuleUnderTest::Property(ULONG uKind) const
 
 CConnectionContext::CConnectionContext(CWideView name, const GUID& interfaceGuid, DWORD dwFlags, DWORD dwKind)
 {
-    const auto put = [&](std::size_t cbOffset, const void* pField, std::size_t cbField) {
-        std::memcpy(m_bytes.data() + cbOffset, pField, cbField);
-    };
+    const auto put = [&](std::size_t cbOffset, const void* pField, std::size_t cbField)
+    { std::memcpy(m_bytes.data() + cbOffset, pField, cbField); };
     put(ConnectionContextOffset::connectionKind, &dwKind, sizeof(dwKind));
     put(ConnectionContextOffset::profileName, name.data(), name.size() * sizeof(WCHAR));
     put(ConnectionContextOffset::profileFlags, &dwFlags, sizeof(dwFlags));

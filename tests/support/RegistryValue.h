@@ -16,8 +16,8 @@ public:
     CRegistryValue(HKEY hRoot, const WCHAR* szKey, const WCHAR* szName, DWORD dwType, const std::vector<BYTE>& bytes)
         : m_szName(szName)
     {
-        EXPECT_EQ(LSTATUS{}, RegCreateKeyExW(hRoot, szKey, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr, m_key.Put(),
-                                             nullptr));
+        EXPECT_EQ(LSTATUS{}, RegCreateKeyExW(hRoot, szKey, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr,
+                                             m_key.Put(), nullptr));
         EXPECT_EQ(LSTATUS{}, RegSetValueExW(m_key.Get(), szName, 0, dwType, bytes.data(), static_cast<DWORD>(bytes.size())));
     }
     CRegistryValue(HKEY hRoot, const WCHAR* szKey, const WCHAR* szName, DWORD dwNumber)
