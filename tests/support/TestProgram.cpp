@@ -23,7 +23,7 @@ std::filesystem::path ProgramFile()
 
 bool RunCase(const std::filesystem::path& program, const std::string& name)
 {
-    const auto command = '"' + program.string() + "\" --gtest_also_run_disabled_tests --gtest_filter=" + name;
+    const auto command = '"' + program.string() + "\" --gtest_brief=1 --gtest_also_run_disabled_tests --gtest_filter=" + name;
     return std::system(command.c_str()) == 0;
 }
 } // namespace tests

@@ -75,7 +75,8 @@ TEST(LogLine, NextMessageContinuesALineWithoutEnd)
 
 TEST(LogLine, TimeAndThread)
 {
-    const auto now = [] {
+    const auto now = []
+    {
         SYSTEMTIME time = {};
         GetLocalTime(&time);
         char szTime[40];
@@ -149,7 +150,8 @@ TEST(LogLine, EchoHappensWhateverTheSwitchesSay)
             IhvuiTrace(traceLevelInfo, OLESTR("%s"), tests::Widen(Xs(3000)).c_str());
             const auto shown = testing::internal::GetCapturedStdout();
             KorCmnTracer::Stop();
-            const std::regex expected(bEcho ? R"(.{12} \[.{8}\]   Ihvui: shown\n\n.{12} \[.{8}\]   Ihvui: x{1963}\.\.\.\n\n)" : "");
+            const std::regex expected(bEcho ? R"(.{12} \[.{8}\]   Ihvui: shown\n\n.{12} \[.{8}\]   Ihvui: x{1963}\.\.\.\n\n)"
+                                            : "");
             EXPECT_TRUE(std::regex_match(shown, expected)) << "switch " << dwEnable << " echo " << bEcho << "\n" << shown;
         }
         EXPECT_EQ("", log.Bytes());

@@ -1,0 +1,88 @@
+// Two processes with four threads each write to one log.
+#include "tests/support/TestProgram.h"
+#include "tests/support/TraceLog.h"
+#include "trace/IhvuiTrace.h"
+#include "trace/KorCmnTracer.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <thread>
+
+namespace
+{
+constexpr unsigned uWriters = 4;
+constexpr const char* szLogVariable = "TRACE_TEST_LOG"; // where the second process finds the log
+constexpr auto secondProcess = "LogWriters.DISABLED_SecondProcess";
+
+// Lines of each thread; fewer where a machine is slow, by the environment.
+unsigned Lines()
+{
+    const char* szLines = std::getenv("TRACE_TEST_LINES");
+    return szLines ? static_cast<unsigned>(std::atoi(szLines)) : 10000;
+}
+
+// The process's share: writer uWriter of it numbers its lines.
+void Write(DWORD dwProcess)
+{
+    std::vector<std::jthread> threads;
+    for (unsigned uWriter = 0; uWriter < uWriters; ++uWriter)
+        threads.emplace_back(
+            [=]
+            {
+                for (unsigned uLine = 0; uLine < Lines(); ++uLine)
+                    IhvuiTrace(traceLevelInfo, OLESTR("process %u writer %u line %u\n"), dwProcess, uWriter, uLine);
+            });
+}
+
+TEST(LogWriters, DISABLED_SecondProcess)
+{
+    const char* szLog = std::getenv(szLogVariable);
+    ASSERT_NE(nullptr, szLog);
+    const tests::CRegistryValue enable(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), 1);
+    const tests::CRegistryValue path(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("LogPath"), tests::Widen(szLog));
+    KorCmnTracer::Start(OLESTR("unused"), false, false);
+    Write(2);
+    KorCmnTracer::Stop();
+}
+
+TEST(LogWriters, NoLineIsLostOrTorn)
+{
+    const tests::CTraceLog log;
+    const auto variable = tests::Widen(szLogVariable);
+    SetEnvironmentVariableW(variable.c_str(), tests::PlatformNameOf(log.File()).c_str());
+    KorCmnTracer::Start(OLESTR("unused"), false, false);
+    bool bPassed = false;
+    {
+        const std::jthread second([&] { bPassed = tests::RunCase(tests::ProgramFile(), secondProcess); });
+        for (int i = 0; log.Bytes().empty() && i < 1000; ++i)
+            Sleep(10);
+        EXPECT_NE("", log.Bytes()) << "the second process does not write";
+        Write(1);
+    }
+    KorCmnTracer::Stop();
+    EXPECT_TRUE(bPassed);
+
+    // Every writer's lines are there, whole and in its order, each writer with a thread of its own.
+    static const std::regex form(R"([\d:.]{12} \[([ 0-9A-F]{8})\]   Ihvui: (process [12] writer [0-3]) line (\d+)\r)");
+    std::map<std::string, unsigned> next;
+    std::map<std::string, std::string> threadOf;
+    std::string line;
+    unsigned uSwitches = 0;
+    std::string previous;
+    for (std::ifstream file(log.File(), std::ios::binary); std::getline(file, line);)
+    {
+        std::smatch match;
+        ASSERT_TRUE(std::regex_match(line, match, form)) << line;
+        ASSERT_EQ(next[match[2]]++, static_cast<unsigned>(std::stoul(match[3]))) << line;
+        ASSERT_EQ(match[1], threadOf.emplace(match[2], match[1]).first->second) << line;
+        uSwitches += match[2].str().substr(0, 9) != previous;
+        previous = match[2].str().substr(0, 9);
+    }
+    EXPECT_EQ(2 * uWriters, next.size());
+    for (const auto& [writer, uNext] : next)
+        EXPECT_EQ(Lines(), uNext) << writer;
+    EXPECT_LT(2u, uSwitches) << "the processes wrote one after the other";
+}
+} // namespace
