@@ -10,4 +10,5 @@ using CommandWork = std::function<void()>;
 
 void AddShowCommand(CLI::App& app, CommandWork& chosen);
 void AddSelectCommand(CLI::App& app, CommandWork& chosen);
+void AddConfigureCommand(CLI::App& app, CommandWork& chosen);
 void AddRegistrationCommands(CLI::App& app, CommandWork& chosen);

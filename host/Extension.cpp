@@ -11,6 +11,9 @@ namespace
 // The kind of connection under which the property keeps to its plain names.
 constexpr DWORD plainConnectionKind = 1;
 
+// What the dialog operation reports in place of "modified" when there was no dialog.
+constexpr BOOL dialogNotOpened = -1;
+
 bool IsOffered(HRESULT hr, const char* szCall)
 {
     if (hr == E_NOTIMPL)
@@ -32,11 +35,13 @@ std::optional<CWideString> ChangedText(HRESULT hr, const char* szCall, BOOL bMod
 }
 } // namespace
 
-CConnectionContext::CConnectionContext(CWideView profileName)
+CConnectionContext::CConnectionContext(CWideView profileName, const GUID& adapter, DWORD dwFlags)
 {
     const CWideView name = profileName.substr(0, connectionContextNameCapacity - 1);
     std::memcpy(m_record.data() + ConnectionContextOffset::connectionKind, &plainConnectionKind, sizeof(plainConnectionKind));
     std::memcpy(m_record.data() + ConnectionContextOffset::profileName, name.data(), name.size() * sizeof(WCHAR));
+    std::memcpy(m_record.data() + ConnectionContextOffset::profileFlags, &dwFlags, sizeof(dwFlags));
+    std::memcpy(m_record.data() + ConnectionContextOffset::interfaceGuid, &adapter, sizeof(adapter));
 }
 
 CWideString CProperty::Name() const
@@ -103,6 +108,19 @@ std::optional<CWideString> CProperty::Choose(const std::optional<CWideString>& s
     const HRESULT hr = m_property.Get()->Dot11ExtUIPropertySetDisplayInfo(0, bstrText.Get(), context.Record(), &entry,
                                                                           bstrModified.Put(), &bModified);
     return ChangedText(hr, "Dot11ExtUIPropertySetDisplayInfo", bModified, bstrModified);
+}
+
+std::optional<CWideString> CProperty::ShowDialog(HWND hwndOwner, const std::optional<CWideString>& strVendorText,
+                                                 CConnectionContext& context) const
+{
+    BOOL bModified = FALSE;
+    CUniqueBstr bstrModified;
+    const CUniqueBstr bstrText = MakeBstr(strVendorText);
+    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertyShowDialog(hwndOwner, bstrText.Get(), context.Record(),
+                                                                      bstrModified.Put(), &bModified);
+    if (SUCCEEDED(hr) && bModified == dialogNotOpened)
+        throw CHostError("the extension's dialog could not be opened");
+    return ChangedText(hr, "Dot11ExtUIPropertyShowDialog", bModified, bstrModified);
 }
 
 CWideString FriendlyName(IDot11ExtUI& root)

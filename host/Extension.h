@@ -14,7 +14,8 @@
 class CConnectionContext
 {
 public:
-    explicit CConnectionContext(CWideView profileName);
+    // The name is that of the profile on the adapter, and the flags are the ones that it is stored with.
+    explicit CConnectionContext(CWideView profileName, const GUID& adapter = {}, DWORD dwFlags = 0);
 
     void* Record()
     {
@@ -57,6 +58,11 @@ public:
     std::optional<CWideString> Select(const std::optional<CWideString>& strVendorText, CConnectionContext& context) const;
     std::optional<CWideString> Choose(const std::optional<CWideString>& strVendorText, CConnectionContext& context,
                                       Dot11ExtUIPropertyEntry& entry) const;
+
+    // Runs the property's dialog and waits for its end; nothing when it was cancelled. Throws CHostError when the dialog
+    // could not be opened.
+    std::optional<CWideString> ShowDialog(HWND hwndOwner, const std::optional<CWideString>& strVendorText,
+                                          CConnectionContext& context) const;
 
 private:
     CUniqueInterface<IDot11ExtUIProperty> m_property;

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 // A refusal, worded for the person at the terminal. Exit code 1.
 class CHostError : public std::runtime_error
@@ -14,9 +15,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// Runs the body; a refusal from it gets the file's name in front.
+// Runs the body; a refusal from it gets the name of what it is about in front.
 template <class Body>
-auto NamingFile(const std::filesystem::path& file, Body body)
+auto Naming(const std::string& strName, Body body)
 {
     try
     {
@@ -24,6 +25,12 @@ auto NamingFile(const std::filesystem::path& file, Body body)
     }
     catch (const CHostError& error)
     {
-        throw CHostError(NameOf(file) + ": " + error.what());
+        throw CHostError(strName + ": " + error.what());
     }
+}
+
+template <class Body>
+auto NamingFile(const std::filesystem::path& file, Body body)
+{
+    return Naming(NameOf(file), std::move(body));
 }

@@ -1,37 +1,19 @@
 #include "host/Module.h"
 
 #include "host/HostError.h"
+#include "host/Library.h"
 #include "host/Results.h"
 
 namespace
 {
 constexpr CWideView defaultModule = OLESTR("korihvui.dll");
-// The longest path that the platform knows.
-constexpr DWORD maxPathLength = 32767;
 
 using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, LPVOID*);
 using PlainExport = HRESULT(WINAPI*)();
 
-CWideString ModuleBesideProgram()
-{
-    CWideString strProgram(maxPathLength, WCHAR{});
-    strProgram.resize(GetModuleFileNameW(nullptr, strProgram.data(), maxPathLength));
-    strProgram.resize(strProgram.find_last_of(OLESTR("\\/")) + 1);
-    return strProgram + CWideString(defaultModule);
-}
-
 CWideString FullPath(const std::string& strFile)
 {
-    return strFile.empty() ? ModuleBesideProgram() : std::filesystem::absolute(PathOf(strFile)).string<WCHAR>();
-}
-
-template <class Function>
-Function Export(HMODULE hModule, const char* szName)
-{
-    const FARPROC pFunction = GetProcAddress(hModule, szName);
-    if (!pFunction)
-        throw CHostError(std::string("the module has no ") + szName);
-    return reinterpret_cast<Function>(reinterpret_cast<void (*)()>(pFunction));
+    return strFile.empty() ? BesideProgram(defaultModule) : std::filesystem::absolute(PathOf(strFile)).string<WCHAR>();
 }
 } // namespace
 

@@ -1,7 +1,6 @@
 #include "host/ProfileFile.h"
 
 #include "host/HostError.h"
-#include "host/ProfileDocument.h"
 
 #include <fstream>
 #include <iterator>
@@ -35,32 +34,9 @@ std::string ReadBytes(const std::filesystem::path& file)
 }
 } // namespace
 
-CProfileFile::CProfileFile(std::filesystem::path file) : m_file(std::move(file))
+CProfileFile::CProfileFile(std::filesystem::path file)
+    : CProfile(NameOf(file), NamingFile(file, [&] { return DecodeProfile(ReadBytes(file)); })), m_file(std::move(file))
 {
-    NamingFile(m_file,
-               [&]
-               {
-                   m_profile = DecodeProfile(ReadBytes(m_file));
-                   m_strName = CheckProfileDocument(m_profile.strText);
-               });
-}
-
-std::optional<CWideString> CProfileFile::VendorText(VendorPlace place) const
-{
-    return NamingFile(m_file, [&] { return ::VendorText(m_profile.strText, place); });
-}
-
-void CProfileFile::PutVendorText(VendorPlace place, CWideView vendorText)
-{
-    NamingFile(m_file,
-               [&]
-               {
-                   ProfileText changed = m_profile;
-                   changed.strText = WithVendorText(m_profile.strText, place, vendorText);
-                   // What counts is what the next reader of the file gets, after the way through its encoding.
-                   CheckProfileDocument(DecodeProfile(EncodeProfile(changed)).strText);
-                   m_profile = std::move(changed);
-               });
 }
 
 bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right)

@@ -1,6 +1,6 @@
 // korihost select: makes the extension's security property the one that a profile uses.
+#include "host/ChangeReport.h"
 #include "host/Commands.h"
-#include "host/Difference.h"
 #include "host/Extension.h"
 #include "host/HostError.h"
 #include "host/ProfileFile.h"
@@ -56,16 +56,6 @@ CProfileFile Changed(IDot11ExtUI& root, const CProfileFile& profile, const std::
     return changed;
 }
 
-std::string Report(const CProfileFile& profile, const CProfileFile& changed, const std::string& strTarget)
-{
-    const std::string strName = NameOf(profile.File());
-    if (profile.Text() == changed.Text())
-        return strName + ": nothing changed\n";
-    const std::string strDifference =
-        UnifiedDifference(strName, profile.Text(), strTarget.empty() ? strName : strTarget, changed.Text());
-    return strDifference.empty() ? strName + ": only what is not shown changed\n" : strDifference;
-}
-
 void Select(const SelectArguments& arguments)
 {
     const std::filesystem::path file = PathOf(arguments.strProfile);
@@ -80,7 +70,8 @@ void Select(const SelectArguments& arguments)
         WriteSafely(output, changed.Bytes());
     else if (arguments.bInPlace && profile.Text() != changed.Text())
         WriteSafely(file, changed.Bytes());
-    session.Print(Report(profile, changed, arguments.strOutput));
+    const std::string strTarget = arguments.strOutput.empty() ? profile.Title() : arguments.strOutput;
+    session.Print(ChangeReport(profile.Title(), profile.Text(), strTarget, changed.Text()));
     session.Close();
 }
 } // namespace

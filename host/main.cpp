@@ -56,6 +56,7 @@ int main(int argc, char** argv)
     app.footer(examples);
     AddShowCommand(app, chosen);
     AddSelectCommand(app, chosen);
+    AddConfigureCommand(app, chosen);
     AddRegistrationCommands(app, chosen);
     try
     {

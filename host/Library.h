@@ -1,0 +1,18 @@
+// Loaded libraries: where the program's own lie, and what they export.
+#pragma once
+
+#include "host/ComOwners.h"
+#include "host/HostError.h"
+
+// The file's full name in the folder of the program.
+CWideString BesideProgram(CWideView file);
+
+// Throws CHostError when the library has no such export.
+template <class Function>
+Function Export(HMODULE hModule, const char* szName)
+{
+    const FARPROC pFunction = GetProcAddress(hModule, szName);
+    if (!pFunction)
+        throw CHostError(std::string("the module has no ") + szName);
+    return reinterpret_cast<Function>(reinterpret_cast<void (*)()>(pFunction));
+}

@@ -1,0 +1,23 @@
+#include "host/ServiceArguments.h"
+
+namespace
+{
+std::string CheckGuid(const std::string& strText)
+{
+    return GuidOf(strText) ? std::string() : strText + " is no GUID";
+}
+} // namespace
+
+CLI::Option* AddServiceArguments(CLI::App& command, ServiceOptions& options)
+{
+    CLI::Option* pFolder = command
+                               .add_option("--service", options.strFolder,
+                                           "The folder of a simulated WLAN service (default: the machine's own service)")
+                               ->type_name("DIR");
+    command.add_option("--service-log", options.strLog, "Where the simulated service logs its calls")
+        ->needs(pFolder)
+        ->type_name("FILE");
+    return command.add_option("--adapter", options.strAdapter, "The wireless adapter")
+        ->check(CLI::Validator(CheckGuid, "", "GUID"))
+        ->type_name("GUID");
+}

@@ -1,0 +1,30 @@
+// A wireless profile as the WLAN service stores it.
+#pragma once
+
+#include "host/Profile.h"
+#include "host/WlanService.h"
+
+class CStoredProfile : public CProfile
+{
+public:
+    // Throws CHostError when the adapter has no profile of the name. The service is borrowed.
+    CStoredProfile(const CWlanService& service, const GUID& adapter, const CWideString& strName);
+
+    const GUID& Adapter() const
+    {
+        return m_adapter;
+    }
+    DWORD Flags() const
+    {
+        return m_dwFlags;
+    }
+    // Throws CHostError, with the profile's title.
+    void Store() const;
+
+private:
+    CStoredProfile(const CWlanService& service, const GUID& adapter, const StoredText& stored, const std::string& strTitle);
+
+    const CWlanService* m_pService;
+    GUID m_adapter;
+    DWORD m_dwFlags;
+};

@@ -1,0 +1,175 @@
+#include "host/WlanService.h"
+
+#include "host/HostError.h"
+#include "host/Library.h"
+
+#include <rpc.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace
+{
+constexpr CWideView serviceLibrary = OLESTR("wlanapi.dll");
+constexpr DWORD clientVersion = 2;
+
+// A request to the driver begins with a header, which the answer repeats.
+constexpr std::size_t cbHeader = 24;
+constexpr std::size_t cbRequest = 32;
+constexpr std::size_t objectIdentifierOffset = 4;
+constexpr std::size_t payloadLengthOffset = 12;
+
+void RequireDone(DWORD dwError, const char* szCall)
+{
+    if (dwError == ERROR_SERVICE_NOT_ACTIVE)
+        throw CHostError("there is no WLAN service");
+    if (dwError != ERROR_SUCCESS)
+        throw CHostError(std::string("the WLAN service answered ") + szCall + " with error " + std::to_string(dwError));
+}
+
+void SetVariable(const WCHAR* szName, const std::string& strPath)
+{
+    if (!strPath.empty())
+        SetEnvironmentVariableW(szName, std::filesystem::absolute(PathOf(strPath)).string<WCHAR>().c_str());
+}
+
+// The simulated service lies beside the program, where the loader looks first; the machine's own has to be named.
+CWideString LibraryFile(bool bSimulated)
+{
+    if (bSimulated)
+        return BesideProgram(serviceLibrary);
+    WCHAR szSystem[MAX_PATH] = {};
+    GetSystemDirectoryW(szSystem, MAX_PATH);
+    return CWideString(szSystem) + OLESTR("\\") + CWideString(serviceLibrary);
+}
+
+CUniqueModule LoadService(const ServiceOptions& options)
+{
+    SetVariable(OLESTR("WLAN_SERVICE_DIR"), options.strFolder);
+    SetVariable(OLESTR("WLAN_SERVICE_LOG"), options.strLog);
+    if (!options.strFolder.empty() && !std::filesystem::is_regular_file(PathOf(options.strFolder) / "adapters.json"))
+        throw CHostError(options.strFolder + ": is no service folder, it has no adapters.json");
+    CUniqueModule library(LoadLibraryW(LibraryFile(!options.strFolder.empty()).c_str()));
+    // A machine without a service of its own may still have been given one by the environment.
+    if (!library)
+        library.Reset(LoadLibraryW(LibraryFile(true).c_str()));
+    if (!library)
+        throw CHostError("there is no WLAN service: wlanapi.dll cannot be loaded");
+    return library;
+}
+} // namespace
+
+CWlanService::CWlanService(const ServiceOptions& options)
+    : m_library(LoadService(options)), m_pFreeMemory(Export<decltype(&WlanFreeMemory)>(m_library.Get(), "WlanFreeMemory"))
+{
+    DWORD dwVersion = 0;
+    RequireDone(
+        Export<decltype(&WlanOpenHandle)>(m_library.Get(), "WlanOpenHandle")(clientVersion, nullptr, &dwVersion, &m_hClient),
+        "WlanOpenHandle");
+}
+
+CWlanService::~CWlanService()
+{
+    if (m_hClient)
+        Export<decltype(&WlanCloseHandle)>(m_library.Get(), "WlanCloseHandle")(m_hClient, nullptr);
+}
+
+std::vector<WlanAdapter> CWlanService::Adapters() const
+{
+    PWLAN_INTERFACE_INFO_LIST pList = nullptr;
+    RequireDone(Export<decltype(&WlanEnumInterfaces)>(m_library.Get(), "WlanEnumInterfaces")(m_hClient, nullptr, &pList),
+                "WlanEnumInterfaces");
+    const auto list = Own(pList);
+    std::vector<WlanAdapter> adapters;
+    for (DWORD n = 0; n < list->dwNumberOfItems; ++n)
+        adapters.push_back({list->InterfaceInfo[n].InterfaceGuid, Utf8Of(list->InterfaceInfo[n].strInterfaceDescription)});
+    return adapters;
+}
+
+WlanAdapter CWlanService::Adapter(const GUID& guid) const
+{
+    std::string strKnown;
+    for (const WlanAdapter& adapter : Adapters())
+    {
+        if (IsEqualGUID(adapter.guid, guid))
+            return adapter;
+        strKnown += "\n  " + TextOf(adapter.guid) + "  " + adapter.strDescription;
+    }
+    throw CHostError("there is no adapter " + TextOf(guid) + (strKnown.empty() ? ", nor any other" : "; there are:" + strKnown));
+}
+
+std::optional<StoredText> CWlanService::Profile(const GUID& adapter, const CWideString& strName) const
+{
+    StoredText profile{};
+    LPWSTR szText = nullptr;
+    DWORD dwAccess = 0;
+    const DWORD dwError = Export<decltype(&WlanGetProfile)>(m_library.Get(), "WlanGetProfile")(
+        m_hClient, &adapter, strName.c_str(), nullptr, &szText, &profile.dwFlags, &dwAccess);
+    if (dwError == ERROR_NOT_FOUND)
+        return std::nullopt;
+    RequireDone(dwError, "WlanGetProfile");
+    const auto text = Own(szText);
+    profile.strText = text.get();
+    return profile;
+}
+
+void CWlanService::Store(const GUID& adapter, const StoredText& profile) const
+{
+    DWORD dwReason = 0;
+    const DWORD dwError = Export<decltype(&WlanSetProfile)>(m_library.Get(), "WlanSetProfile")(
+        m_hClient, &adapter, profile.dwFlags, profile.strText.c_str(), nullptr, TRUE, nullptr, &dwReason);
+    if (dwError == ERROR_BAD_PROFILE)
+        throw CHostError("the WLAN service refuses the profile with reason " + std::to_string(dwReason));
+    RequireDone(dwError, "WlanSetProfile");
+}
+
+std::vector<unsigned> CWlanService::PhyTypes(const GUID& adapter) const
+{
+    PWLAN_INTERFACE_CAPABILITY pCapability = nullptr;
+    RequireDone(Export<decltype(&WlanGetInterfaceCapability)>(m_library.Get(), "WlanGetInterfaceCapability")(
+                    m_hClient, &adapter, nullptr, &pCapability),
+                "WlanGetInterfaceCapability");
+    const auto capability = Own(pCapability);
+    std::vector<unsigned> types;
+    for (DWORD n = 0; n < capability->dwNumberOfSupportedPhys; ++n)
+        types.push_back(static_cast<unsigned>(capability->dot11PhyTypes[n]));
+    return types;
+}
+
+std::string CWlanService::AskDriver(const GUID& adapter, DWORD dwObjectIdentifier, DWORD cbPayload, std::size_t cbMost) const
+{
+    std::array<BYTE, cbRequest> request{};
+    std::memcpy(request.data() + objectIdentifierOffset, &dwObjectIdentifier, sizeof(dwObjectIdentifier));
+    std::memcpy(request.data() + payloadLengthOffset, &cbPayload, sizeof(cbPayload));
+    std::string strReply(cbHeader + cbMost, '\0');
+    DWORD cbReturned = 0;
+    // A driver that does not know the query is no failure: it has no answer.
+    Export<decltype(&WlanIhvControl)>(m_library.Get(), "WlanIhvControl")(
+        m_hClient, &adapter, wlan_ihv_control_type_driver, static_cast<DWORD>(request.size()), request.data(),
+        static_cast<DWORD>(strReply.size()), strReply.data(), &cbReturned);
+    const std::size_t cbValid = std::min<std::size_t>(cbReturned, strReply.size());
+    return cbValid > cbHeader ? strReply.substr(cbHeader, cbValid - cbHeader) : std::string();
+}
+
+std::optional<GUID> GuidOf(const std::string& strText)
+{
+    const bool bBraces = strText.size() > 2 && strText.front() == '{' && strText.back() == '}';
+    CWideString strGuid = WideOf(bBraces ? strText.substr(1, strText.size() - 2) : strText);
+    constexpr std::size_t cchGuid = 36;
+    GUID guid{};
+    if (strGuid.size() != cchGuid || UuidFromStringW(reinterpret_cast<RPC_WSTR>(strGuid.data()), &guid) != RPC_S_OK)
+        return std::nullopt;
+    return guid;
+}
+
+std::string TextOf(const GUID& guid)
+{
+    UUID uuid = guid;
+    RPC_WSTR szText = nullptr;
+    if (UuidToStringW(&uuid, &szText) != RPC_S_OK)
+        throw std::bad_alloc();
+    const std::string strText = Utf8Of(reinterpret_cast<const WCHAR*>(szText));
+    RpcStringFreeW(&szText);
+    return strText;
+}
