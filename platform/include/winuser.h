@@ -47,6 +47,8 @@ inline constexpr UINT BST_UNCHECKED = 0;
 inline constexpr UINT BST_CHECKED = 1;
 inline constexpr UINT BN_CLICKED = 0;
 
+inline constexpr UINT STM_GETICON = 0x0171;
+
 inline constexpr UINT CB_ADDSTRING = 0x0143;
 inline constexpr UINT CB_DELETESTRING = 0x0144;
 inline constexpr UINT CB_GETCOUNT = 0x0146;

@@ -44,6 +44,9 @@ LRESULT CallWindow(EngineLock& lock, const Message& message)
     case WindowClass::Edit:
         return EditMessage(lock, *pWindow, message);
     case WindowClass::Static:
+        // The standard icons are known by their numbers alone, which serve as their handles.
+        if (message.uMessage == STM_GETICON)
+            return pWindow->wIcon;
         break;
     }
     return TextMessage(*pWindow, message);

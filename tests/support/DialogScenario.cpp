@@ -21,16 +21,15 @@ struct NamedControl
     int nId;
 };
 constexpr NamedControl checkBoxes[] = {
-    {"measure", IDC_RADIO_MEASUREMENT}, {"rapido", IDC_RAPIDO}, {"roaming", IDC_ADVANCED_ROAMING},
+    {"measure", IDC_RADIO_MEASUREMENT}, {"rapido", IDC_RAPIDO},       {"roaming", IDC_ADVANCED_ROAMING},
     {"5GHz", IDC_BAND_5_GHZ},           {"2.4GHz", IDC_BAND_2_4_GHZ},
 };
 constexpr NamedControl buttons[] = {{"ok", IDOK}, {"cancel", IDCANCEL}};
 
 std::string Look(const CActedWindow& dialog)
 {
-    const auto marks = [&](int nId) {
-        return std::string(dialog.IsEnabled(nId) ? "" : "!") + (dialog.IsVisible(nId) ? "" : "?");
-    };
+    const auto marks = [&](int nId)
+    { return std::string(dialog.IsEnabled(nId) ? "" : "!") + (dialog.IsVisible(nId) ? "" : "?"); };
     std::string seen;
     for (const auto& control : checkBoxes)
     {
@@ -44,6 +43,14 @@ std::string Look(const CActedWindow& dialog)
     }
     seen.pop_back();
     return seen;
+}
+
+// Some platforms make the control for every box, and give it an icon only in those that have one.
+bool HasIcon(HWND hwndBox)
+{
+    const HWND hwndIcon = GetDlgItem(hwndBox, nMessageIcon);
+    DWORD_PTR dwIcon = 0;
+    return hwndIcon && SendMessageTimeoutW(hwndIcon, STM_GETICON, 0, 0, SMTO_NORMAL, 1000, &dwIcon) != 0 && dwIcon != 0;
 }
 
 std::string LookAtBox(const CActedWindow& box)
@@ -70,6 +77,8 @@ public:
             DismissBox();
         else if (word == "look")
             m_shown.push_back(Look(Dialog()));
+        else if (word == "levels")
+            NoteLevels();
         else if (word == "close")
             Dialog().Close();
         else if (word.starts_with("level:"))
@@ -96,6 +105,12 @@ private:
         return *m_dialog;
     }
 
+    void NoteLevels()
+    {
+        for (const auto& level : Dialog().Items(IDC_ROAMING_OPTION))
+            m_shown.push_back(level);
+    }
+
     void DismissBox()
     {
         const CActedWindow box = m_actor.WaitForMessageBox();
@@ -106,8 +121,8 @@ private:
 
     void Click(const std::string& word)
     {
-        for (const auto& controls : {std::vector(std::begin(checkBoxes), std::end(checkBoxes)),
-                                     std::vector(std::begin(buttons), std::end(buttons))})
+        for (const auto& controls :
+             {std::vector(std::begin(checkBoxes), std::end(checkBoxes)), std::vector(std::begin(buttons), std::end(buttons))})
         {
             const auto found = std::ranges::find(controls, std::string_view(word), &NamedControl::name);
             if (found != controls.end())
@@ -129,6 +144,11 @@ std::string OfficeProfile(std::string_view connectivity)
            std::string(connectivity) + "<security><authEncryption/></security></MSM></WLANProfile>";
 }
 
+std::string TreeOf(const std::string& text)
+{
+    return ProfileTree(CBstr(Widen(text).c_str()));
+}
+
 CDialogScenario::CDialogScenario(std::string_view adapters, std::string_view officeProfile) : m_service(adapters)
 {
     if (!officeProfile.empty())
@@ -137,27 +157,29 @@ CDialogScenario::CDialogScenario(std::string_view adapters, std::string_view off
     m_log.Take();
 }
 
-DialogOutcome CDialogScenario::Show(const WCHAR* szIhvProfile, std::string_view person, HWND hwndParent)
+DialogOutcome CDialogScenario::Show(const char* szIhvProfile, std::string_view person, HWND hwndParent)
 {
     DialogOutcome outcome;
-    const CBstr profile(szIhvProfile);
-    const BSTR bstrKept = profile.Get();
-    BSTR bstrModified = bstrKept;
+    const CBstr profile = szIhvProfile ? CBstr(Widen(szIhvProfile).c_str()) : CBstr();
+    const CBstr kept(OLESTR("kept"));
+    BSTR bstrModified = kept.Get();
     {
-        CDialogActor actor([&](CDialogActor& self) {
-            CPerson acting(self, outcome.shown);
-            std::istringstream words{std::string(person)};
-            for (std::string word; words >> word;)
-                acting.Do(word);
-            acting.Leave();
-        });
+        CDialogActor actor(
+            [&](CDialogActor& self)
+            {
+                CPerson acting(self, outcome.shown);
+                std::istringstream words{std::string(person)};
+                for (std::string word; words >> word;)
+                    acting.Do(word);
+                acting.Leave();
+            });
         outcome.hr = m_property->Dot11ExtUIPropertyShowDialog(hwndParent, profile.Get(), m_pConnectionContext, &bstrModified,
                                                               &outcome.bModified);
     }
     static const std::regex handedOut(R"((bstrModifiedIHVProfile \(OUT\): )<CCX[^]*)");
     for (const auto& message : m_log.Take())
         outcome.traced.push_back(std::regex_replace(message, handedOut, "$1<CCX>"));
-    if (bstrModified == bstrKept)
+    if (bstrModified == kept.Get())
     {
         outcome.profile = "(kept)";
         return outcome;
@@ -166,6 +188,20 @@ DialogOutcome CDialogScenario::Show(const WCHAR* szIhvProfile, std::string_view 
     *modified.Put() = bstrModified;
     outcome.profile = ProfileTree(modified);
     return outcome;
+}
+
+void CDialogScenario::ExpectOutcome(const DialogOutcome& outcome, const char* szIhvProfile, bool bConfirmed,
+                                    const std::vector<std::string>& traced)
+{
+    EXPECT_EQ(S_OK, outcome.hr);
+    EXPECT_EQ(bConfirmed ? 1 : 0, outcome.bModified);
+    EXPECT_EQ(bConfirmed, outcome.profile != "(kept)");
+    std::vector<std::string> expected = {"\nCExtUICon::Dot11ExtUIPropertySetSelected\n",
+                                         "bstrIHVProfile (IN): " + std::string(szIhvProfile ? szIhvProfile : "(null)") + "\n"};
+    expected.insert(expected.end(), traced.begin(), traced.end());
+    if (bConfirmed)
+        expected.push_back("bstrModifiedIHVProfile (OUT): <CCX>");
+    EXPECT_EQ(expected, outcome.traced);
 }
 
 std::vector<std::string> CDialogScenario::CalledFunctions() const

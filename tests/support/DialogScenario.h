@@ -16,9 +16,15 @@ namespace tests
 // A wireless profile of the name "Office" with this text before its security section.
 std::string OfficeProfile(std::string_view connectivity);
 
-// An XML text without what is left to the document component: namespace declarations, white space between elements, the
-// two forms of an empty element.
-std::string XmlTree(std::string text);
+// An XML text as ProfileTree gives one.
+std::string TreeOf(const std::string& text);
+
+// An IHV profile whose elements all say no; as a tree.
+inline constexpr const char* szAllOff = "<CCX><RadioMeasurement><disabled/></RadioMeasurement><Rapido>false</"
+                                        "Rapido><AdvancedRoaming><disabled/></AdvancedRoaming></CCX>";
+
+// What is traced about the maker's adapter.
+inline const std::vector<std::string> tracedCapable = {"Found Korvane interface\n", "Interface capable of RapidoAG\n"};
 
 struct DialogOutcome
 {
@@ -40,11 +46,12 @@ public:
     // Shows the dialog while a person acts by these words, one after the other:
     //   look            notes the dialog:  measure+ rapido-! roaming+ level=Low 5GHz+ 2.4GHz-   (+ checked, - not,
     //                   ! disabled, ? hidden)
+    //   levels          notes what the list offers, each for itself
     //   box             waits for a message box, notes it and closes it:  caption|text|buttons|icon|owner
     //   measure rapido roaming 5GHz 2.4GHz ok cancel    clicks
     //   level:N         selects in the list; -1 selects nothing
     //   close           closes the window by its system command
-    DialogOutcome Show(const WCHAR* szIhvProfile, std::string_view person, HWND hwndParent = nullptr);
+    DialogOutcome Show(const char* szIhvProfile, std::string_view person, HWND hwndParent = nullptr);
     // The context that Show passes; null for none.
     void SetContext(void* pConnectionContext)
     {
@@ -69,6 +76,11 @@ public:
 
     // Unloads the module: what it leaves open is then to be counted.
     void Unload();
+
+    // What the outcome of a dialog on this profile has in common: the messages around those that are given, and whether
+    // a profile was handed out.
+    static void ExpectOutcome(const DialogOutcome& outcome, const char* szIhvProfile, bool bConfirmed,
+                              const std::vector<std::string>& traced);
 
 private:
     CSimulatedService m_service;
