@@ -1,6 +1,7 @@
 # Resources: the .rc files are the same on both builds. On Windows they are linked in as they are everywhere; natively
 # they are compiled to the .res form, which the stand-in reads from a symbol of the module or from a file of its own.
-set(resourceInputs ${CMAKE_SOURCE_DIR}/resources/*.rc ${CMAKE_SOURCE_DIR}/resources/*.rh ${CMAKE_SOURCE_DIR}/resources/*.h)
+set(resourceInputs ${CMAKE_SOURCE_DIR}/resources/*.rc ${CMAKE_SOURCE_DIR}/resources/*.rh ${CMAKE_SOURCE_DIR}/resources/*.h
+    ${CMAKE_SOURCE_DIR}/host/host_resource.h)
 if(WIN32)
     enable_language(RC)
     set(CMAKE_RC_COMPILE_OBJECT

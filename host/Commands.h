@@ -11,4 +11,5 @@ using CommandWork = std::function<void()>;
 void AddShowCommand(CLI::App& app, CommandWork& chosen);
 void AddSelectCommand(CLI::App& app, CommandWork& chosen);
 void AddConfigureCommand(CLI::App& app, CommandWork& chosen);
+void AddPageCommand(CLI::App& app, CommandWork& chosen);
 void AddRegistrationCommands(CLI::App& app, CommandWork& chosen);

@@ -17,6 +17,11 @@ public:
 
     // Writes UTF-8 to the program's own output, behind the trace lines so far. Throws CHostError.
     void Write(std::string_view text);
+    // Takes what the module has printed since the trace was last shown or taken; always empty unless the name is "-".
+    std::string TakeTrace()
+    {
+        return m_pStreams->TakeTrace();
+    }
 
 private:
     std::unique_ptr<IOutputStreams> m_pStreams;

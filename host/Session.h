@@ -29,6 +29,10 @@ public:
     {
         m_output.Write(text);
     }
+    std::string TakeTrace()
+    {
+        return m_output.TakeTrace();
+    }
     // To be called when everything else that was obtained is released: ends the use of the module. Throws CHostError
     // when the module still holds objects.
     void Close();

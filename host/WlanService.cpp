@@ -69,6 +69,20 @@ CWlanService::CWlanService(const ServiceOptions& options)
         "WlanOpenHandle");
 }
 
+std::unique_ptr<CWlanService> CWlanService::Open(const ServiceOptions& options, bool bNeeded)
+{
+    try
+    {
+        return std::make_unique<CWlanService>(options);
+    }
+    catch (const CHostError&)
+    {
+        if (bNeeded)
+            throw;
+        return nullptr;
+    }
+}
+
 CWlanService::~CWlanService()
 {
     if (m_hClient)

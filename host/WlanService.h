@@ -35,6 +35,8 @@ public:
     // Must be made before the module is loaded and outlive it: a wlanapi.dll that the process has already is the one that
     // the module's import gets. Throws CHostError when there is no service.
     explicit CWlanService(const ServiceOptions& options);
+    // As the constructor; without a service that is not needed the result is null.
+    static std::unique_ptr<CWlanService> Open(const ServiceOptions& options, bool bNeeded);
     ~CWlanService();
     CWlanService(const CWlanService&) = delete;
     CWlanService& operator=(const CWlanService&) = delete;

@@ -17,6 +17,8 @@ constexpr const char* examples = "Examples:\n"
                                  "  korihost select office.xml --cipher AES\n"
                                  "  korihost select office.xml --cipher TKIP -o changed.xml --trace trace.txt\n"
                                  "  korihost select office.xml --in-place --trace -\n"
+                                 "  korihost configure office.xml --service DIR --adapter GUID --set rapido=on -o out.xml\n"
+                                 "  korihost page office.xml --service DIR --adapter GUID\n"
                                  "  korihost register --module korihvui.dll\n"
                                  "  korihost show office.xml --registered\n\n"
                                  "Exit codes: 0 done, 1 refused or invalid input, 2 wrong usage.";
@@ -57,6 +59,7 @@ int main(int argc, char** argv)
     AddShowCommand(app, chosen);
     AddSelectCommand(app, chosen);
     AddConfigureCommand(app, chosen);
+    AddPageCommand(app, chosen);
     AddRegistrationCommands(app, chosen);
     try
     {

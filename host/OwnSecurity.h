@@ -1,0 +1,13 @@
+// What a wireless profile uses by itself, without any vendor's authentication.
+#pragma once
+
+#include "trace/WideText.h"
+
+struct OwnSecurity
+{
+    CWideString strAuthentication; // as the profile names it; empty when it names none
+    CWideString strEncryption;
+};
+
+// The profile must be a well-formed document.
+OwnSecurity OwnSecurityOf(CWideView profile);

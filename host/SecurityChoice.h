@@ -1,0 +1,45 @@
+// The security part of the profile page: the choices, and what the extension makes of the one that is taken.
+#pragma once
+
+#include "host/Extension.h"
+#include "host/OwnSecurity.h"
+
+// What the profile uses by itself and what the extension offers, to be shown and chosen from.
+class CSecurityChoice
+{
+public:
+    // The property is null where the extension offers none. All are borrowed.
+    CSecurityChoice(const CProperty* pProperty, OwnSecurity own, std::optional<CWideString> strVendorText,
+                    CConnectionContext& context);
+
+    // The names to choose from. A profile that uses the extension's authentication can only keep it.
+    std::vector<CWideString> Authentications() const;
+    std::size_t Authentication() const
+    {
+        return m_nAuthentication;
+    }
+    void ChooseAuthentication(std::size_t nAuthentication);
+
+    std::vector<CWideString> Encryptions() const;
+    // The one that the profile stands for.
+    std::size_t Encryption() const;
+    void ChooseEncryption(std::size_t nEncryption);
+
+    // The vendor's text with all choices; nothing when the profile has none and needs none.
+    const std::optional<CWideString>& VendorText() const
+    {
+        return m_strText;
+    }
+
+private:
+    bool IsExtensionChosen() const;
+    PropertyEntries Entries() const;
+
+    const CProperty* m_pProperty;
+    OwnSecurity m_own;
+    std::optional<CWideString> m_strRead;
+    std::optional<CWideString> m_strText;
+    CConnectionContext& m_context;
+    bool m_bOwnOffered = true;
+    std::size_t m_nAuthentication = 0;
+};

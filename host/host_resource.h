@@ -1,0 +1,14 @@
+// Identifiers of the program's own resources.
+#ifndef KORIHOST_RESOURCE_H
+#define KORIHOST_RESOURCE_H
+
+#define IDD_PROFILE_PAGE 201
+
+#define IDC_PROFILE_NAME 2001
+#define IDC_AUTHENTICATION 2002
+#define IDC_ENCRYPTION 2003
+#define IDC_CONNECTION_NAME 2004
+#define IDC_CONNECTION_SETTINGS 2005
+#define IDC_TRACE 2006
+
+#endif
