@@ -137,7 +137,7 @@ TEST(LogLine, EachModuleHasItsWordAndItsLevel)
 
 TEST(LogLine, EchoHappensWhateverTheSwitchesSay)
 {
-    for (const DWORD dwEnable : {1, 0})
+    for (const DWORD dwEnable : {1u, 0u})
     {
         const CRegistryValue level(HKEY_LOCAL_MACHINE, tests::szTraceLevelsKey, OLESTR("Ihvui"), DWORD{0});
         CTraceLog log;
