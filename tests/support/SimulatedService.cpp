@@ -28,7 +28,7 @@ Function* Find(HMODULE hModule, const char* szName)
 
 CSimulatedService::CSimulatedService(std::string_view adapters)
 {
-    WriteBytes(m_folder.Path() / "adapters.json", adapters);
+    SetAdapters(adapters);
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), m_folder.PlatformName().c_str());
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), m_folder.PlatformName(OLESTR("calls.log")).c_str());
     m_hModule = LoadLibraryW(PlatformNameOf(BuildFolder() / "wlanapi.dll").c_str());
@@ -42,6 +42,11 @@ CSimulatedService::~CSimulatedService()
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), nullptr);
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), nullptr);
     FreeLibrary(m_hModule);
+}
+
+void CSimulatedService::SetAdapters(std::string_view adapters) const
+{
+    WriteBytes(m_folder.Path() / "adapters.json", adapters);
 }
 
 void CSimulatedService::AddProfile(const GUID& adapter, std::string_view fileName, std::string_view xml) const

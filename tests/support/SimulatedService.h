@@ -25,6 +25,9 @@ public:
     CSimulatedService(const CSimulatedService&) = delete;
     CSimulatedService& operator=(const CSimulatedService&) = delete;
 
+    // Exchanges the machine's adapters.
+    void SetAdapters(std::string_view adapters) const;
+
     // Puts a profile file there, as a person would.
     void AddProfile(const GUID& adapter, std::string_view fileName, std::string_view xml) const;
 
