@@ -136,15 +136,15 @@ BOOL WINAPI LockFileEx(HANDLE hFile, DWORD dwFlags, DWORD dwReserved, DWORD cbLo
 
 BOOL WINAPI UnlockFileEx(HANDLE hFile, DWORD dwReserved, DWORD cbLow, DWORD cbHigh, LPOVERLAPPED pOverlapped)
 {
-    return KernelCall("UnlockFileEx", ERROR_NOT_LOCKED, FALSE,
-                      [&]
-                      {
-                          const auto file = ObjectOfKind<CFileObject>(hFile);
-                          if (!file)
-                              return FailWith(ERROR_INVALID_HANDLE, FALSE);
-                          if (!pOverlapped || dwReserved != 0)
-                              return FailWith(ERROR_INVALID_PARAMETER, FALSE);
-                          const DWORD dwError = file->Unlock(RangeOf(*pOverlapped, cbLow, cbHigh));
-                          return dwError == ERROR_SUCCESS ? TRUE : FailWith(dwError, FALSE);
-                      });
+    return GiveBackCall("UnlockFileEx", ERROR_NOT_LOCKED,
+                        [&]
+                        {
+                            const auto file = ObjectOfKind<CFileObject>(hFile);
+                            if (!file)
+                                return FailWith(ERROR_INVALID_HANDLE, FALSE);
+                            if (!pOverlapped || dwReserved != 0)
+                                return FailWith(ERROR_INVALID_PARAMETER, FALSE);
+                            const DWORD dwError = file->Unlock(RangeOf(*pOverlapped, cbLow, cbHigh));
+                            return dwError == ERROR_SUCCESS ? TRUE : FailWith(dwError, FALSE);
+                        });
 }

@@ -43,17 +43,17 @@ using namespace platform;
 
 BOOL WINAPI CloseHandle(HANDLE hObject)
 {
-    return KernelCall("CloseHandle", ERROR_INVALID_HANDLE, FALSE,
-                      [&]
-                      {
-                          // Destroyed after the table's lock is released: closing a file may take its time.
-                          std::shared_ptr<CKernelObject> object;
-                          const std::lock_guard lock(Table().lock);
-                          const auto found = Table().objects.find(hObject);
-                          if (found == Table().objects.end())
-                              return FailWith(ERROR_INVALID_HANDLE, FALSE);
-                          object = std::move(found->second);
-                          Table().objects.erase(found);
-                          return TRUE;
-                      });
+    return GiveBackCall("CloseHandle", ERROR_INVALID_HANDLE,
+                        [&]
+                        {
+                            // Destroyed after the table's lock is released: closing a file may take its time.
+                            std::shared_ptr<CKernelObject> object;
+                            const std::lock_guard lock(Table().lock);
+                            const auto found = Table().objects.find(hObject);
+                            if (found == Table().objects.end())
+                                return FailWith(ERROR_INVALID_HANDLE, FALSE);
+                            object = std::move(found->second);
+                            Table().objects.erase(found);
+                            return TRUE;
+                        });
 }

@@ -17,13 +17,10 @@ Result FailWith(DWORD dwError, Result failure) noexcept
     return failure;
 }
 
-// Runs the body and returns what it returns. A planned fault and an exhausted memory give the function's failure value
-// instead, with the last error set (dwFaultError is the code of a plan that leaves the choice to the function).
+// Runs the body; an exhausted memory gives the function's failure value.
 template <class Result, class Body>
-Result KernelCall(const char* szFunction, DWORD dwFaultError, Result failure, Body&& body) noexcept
+Result GuardedCall(Result failure, Body&& body) noexcept
 {
-    if (testing::FaultFires(szFunction))
-        return FailWith(testing::FaultCode(szFunction, dwFaultError), failure);
     try
     {
         return std::forward<Body>(body)();
@@ -32,5 +29,25 @@ Result KernelCall(const char* szFunction, DWORD dwFaultError, Result failure, Bo
     {
         return FailWith(ERROR_NOT_ENOUGH_MEMORY, failure);
     }
+}
+
+// Runs the body and returns what it returns. A planned fault gives the function's failure value instead, with the last
+// error set (dwFaultError is the code of a plan that leaves the choice to the function).
+template <class Result, class Body>
+Result KernelCall(const char* szFunction, DWORD dwFaultError, Result failure, Body&& body) noexcept
+{
+    if (testing::FaultFires(szFunction))
+        return FailWith(testing::FaultCode(szFunction, dwFaultError), failure);
+    return GuardedCall(failure, std::forward<Body>(body));
+}
+
+// The same for a function that gives something back. Made to fail, it gives it back all the same, so that the accounts
+// and the locks show only what the caller forgot.
+template <class Body>
+BOOL GiveBackCall(const char* szFunction, DWORD dwFaultError, Body&& body) noexcept
+{
+    const bool bFails = testing::FaultFires(szFunction);
+    const BOOL bDone = GuardedCall(FALSE, std::forward<Body>(body));
+    return bFails ? FailWith(testing::FaultCode(szFunction, dwFaultError), FALSE) : bDone;
 }
 } // namespace platform

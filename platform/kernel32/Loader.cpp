@@ -150,20 +150,20 @@ HMODULE WINAPI LoadLibraryExW(LPCWSTR szFileName, HANDLE hFile, DWORD dwFlags)
 
 BOOL WINAPI FreeLibrary(HMODULE hModule)
 {
-    return KernelCall("FreeLibrary", ERROR_INVALID_HANDLE, FALSE,
-                      [&]
-                      {
-                          const LoaderGuard lock(LoaderLock());
-                          CModule* const pModule = hModule ? FindModule(hModule) : nullptr;
-                          if (!pModule || pModule->m_uReferences == 0)
-                              return FailWith(ERROR_INVALID_HANDLE, FALSE);
-                          testing::ChangeAccount(Account::Module, -1);
-                          if (--pModule->m_uReferences > 0)
-                              return TRUE;
-                          pModule->Detach(nullptr);
-                          Unload(pModule);
-                          return TRUE;
-                      });
+    return GiveBackCall("FreeLibrary", ERROR_INVALID_HANDLE,
+                        [&]
+                        {
+                            const LoaderGuard lock(LoaderLock());
+                            CModule* const pModule = hModule ? FindModule(hModule) : nullptr;
+                            if (!pModule || pModule->m_uReferences == 0)
+                                return FailWith(ERROR_INVALID_HANDLE, FALSE);
+                            testing::ChangeAccount(Account::Module, -1);
+                            if (--pModule->m_uReferences > 0)
+                                return TRUE;
+                            pModule->Detach(nullptr);
+                            Unload(pModule);
+                            return TRUE;
+                        });
 }
 
 HMODULE WINAPI GetModuleHandleW(LPCWSTR szModuleName)

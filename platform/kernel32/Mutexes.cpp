@@ -153,19 +153,19 @@ HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES pAttributes, BOOL bInitialOwner
 
 BOOL WINAPI ReleaseMutex(HANDLE hMutex)
 {
-    return KernelCall("ReleaseMutex", ERROR_NOT_OWNER, FALSE,
-                      [&]
-                      {
-                          const auto mutex = ObjectOfKind<CMutexObject>(hMutex);
-                          if (!mutex)
-                              return FailWith(ERROR_INVALID_HANDLE, FALSE);
-                          const auto depth = mutex->Release();
-                          if (!depth)
-                              return FailWith(ERROR_NOT_OWNER, FALSE);
-                          if (*depth == 0 && !t_bThreadEnds)
-                              t_owned.Remove(mutex);
-                          return TRUE;
-                      });
+    return GiveBackCall("ReleaseMutex", ERROR_NOT_OWNER,
+                        [&]
+                        {
+                            const auto mutex = ObjectOfKind<CMutexObject>(hMutex);
+                            if (!mutex)
+                                return FailWith(ERROR_INVALID_HANDLE, FALSE);
+                            const auto depth = mutex->Release();
+                            if (!depth)
+                                return FailWith(ERROR_NOT_OWNER, FALSE);
+                            if (*depth == 0 && !t_bThreadEnds)
+                                t_owned.Remove(mutex);
+                            return TRUE;
+                        });
 }
 
 DWORD WINAPI WaitForSingleObject(HANDLE hObject, DWORD dwMilliseconds)

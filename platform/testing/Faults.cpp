@@ -25,6 +25,10 @@ using Plans = std::map<std::string, Plan, std::less<>>;
 // Asked for on every platform call, so that a run without plans never takes the lock.
 std::atomic<bool> g_bAnyPlan{false};
 
+// The one thread whose calls count, known by the address of its own mark; null for all.
+thread_local const char t_chMark = 0;
+std::atomic<const char*> g_pOnlyThread{nullptr};
+
 // Both outlive the process's static objects on purpose: their destructors still make platform calls.
 std::mutex& PlansLock()
 {
@@ -71,9 +75,17 @@ unsigned CountFaults(const char* szFunction)
     return SnapshotOf(szFunction).uFaults;
 }
 
+void LimitFaultsToThisThread(bool bLimit)
+{
+    g_pOnlyThread.store(bLimit ? &t_chMark : nullptr, std::memory_order_relaxed);
+}
+
 bool FaultFires(const char* szFunction) noexcept
 {
     if (!g_bAnyPlan.load(std::memory_order_relaxed))
+        return false;
+    const char* const pOnlyThread = g_pOnlyThread.load(std::memory_order_relaxed);
+    if (pOnlyThread && pOnlyThread != &t_chMark)
         return false;
     const std::lock_guard lock(PlansLock());
     const auto found = AllPlans().find(std::string_view(szFunction));

@@ -1,7 +1,8 @@
 // Failing on purpose: tells chosen platform functions to fail at chosen calls.
 //
 // Natively every stand-in function asks FaultFires with its own name before it does anything. On Windows the same
-// test interface is served by patching the module's import table. Threads: all functions here may be called from any
+// test interface is served by patching import tables. A function that gives something back (closes, frees, unlocks) does
+// so even when it is made to fail: kept, it would only show the fault itself. Threads: all functions here may be called from any
 // thread; counts are per process.
 #pragma once
 
@@ -20,6 +21,9 @@ void ClearFaults();
 // How often the named function was called, and how often it was made to fail, since its plan was made.
 unsigned CountCalls(const char* szFunction);
 unsigned CountFaults(const char* szFunction);
+
+// Whether only calls made by the thread that asks for this count and fail; those of other threads then pass unnoticed.
+void LimitFaultsToThisThread(bool bLimit);
 
 // A plan for one scope: fails the uNth call of the function, once.
 class CFailNth

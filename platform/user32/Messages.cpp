@@ -70,6 +70,8 @@ UINT_PTR FreeTimerId(CThreadQueue& queue)
 
 LRESULT WINAPI SendMessageW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam)
 {
+    if (FailsAsPlanned("SendMessageW", ERROR_INVALID_WINDOW_HANDLE))
+        return 0;
     return Send({hwnd, uMessage, wParam, lParam}, std::nullopt).value_or(0);
 }
 
