@@ -1,40 +1,10 @@
-// The security property as a host uses it: checks and their order, outputs, trace lines, profiles handed back.
+// The security property as a host uses it: refusals and their order, what it describes itself as, its entries.
 #include "extui/SecurityPropertyInfo.h"
-#include "tests/support/ModuleUnderTest.h"
-#include "tests/support/TraceLog.h"
-#include "tests/support/XmlVerbs.h"
+#include "tests/extui/SecurityPropertyTest.h"
 
 namespace
 {
-using tests::xml::CaseName;
-using Lines = std::vector<std::string>;
-
-constexpr BOOL untouchedBool = 77;
-constexpr ULONG untouchedNumber = 78;
-
-CBstr Profile(const WCHAR* szText)
-{
-    return CBstr(szText);
-}
-
-std::string NetworkTree(const std::string& token, const std::string& cipher)
-{
-    const std::string encryption = cipher.empty() ? "<encryption/>" : "<encryption>" + cipher + "</encryption>";
-    return "<CCX><authenticatingNetwork><" + token + ">" + encryption + "</" + token + "></authenticatingNetwork></CCX>";
-}
-
-#define NETWORK(token, cipher)                                                                                                   \
-    OLESTR("<CCX><Rapido>true</Rapido><authenticatingNetwork><" token "><encryption>" cipher "</encryption></" token ">"         \
-           "</authenticatingNetwork></CCX>")
-constexpr const WCHAR* szCckmTkip = NETWORK("cckm", "TKIP");
-constexpr const WCHAR* szOpen = OLESTR("<CCX><openNetwork/></CCX>");
-
-std::string PointerText(const void* p)
-{
-    char szText[32];
-    std::snprintf(szText, sizeof(szText), "%016llX", static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(p)));
-    return szText;
-}
+using namespace tests::security;
 
 // Everything that an operation may write to, set to be recognised.
 struct Outputs
@@ -53,37 +23,6 @@ struct Outputs
     }
 };
 
-class SecurityProperty : public testing::Test
-{
-protected:
-    CComRef<ICCXExtUIKey> Unbound() const
-    {
-        return m_module.Create<ICCXExtUIKey>(IID_ICCXExtUIKey);
-    }
-    Lines TakeLines()
-    {
-        return m_log.Take();
-    }
-    IDot11ExtUIProperty& Bound() const
-    {
-        return *m_property.Get();
-    }
-    const tests::CModuleUnderTest& Module() const
-    {
-        return m_module;
-    }
-
-private:
-    tests::CTraceLog m_log;
-    tests::CModuleUnderTest m_module;
-    CComRef<IDot11ExtUIProperty> m_property = m_module.Property(propertyKindSecurity);
-};
-
-template <class Case>
-class SecurityPropertyCase : public SecurityProperty, public testing::WithParamInterface<Case>
-{
-};
-
 // What is refused, before anything is read or written.
 struct RefusalCase
 {
@@ -91,13 +30,17 @@ struct RefusalCase
     bool bBound;
     HRESULT (*run)(IDot11ExtUIProperty&, Outputs&);
     HRESULT hr;
-    const char* szOperation; // of the header line; null where no line is written
-    const char* szCode;
+    const char* szOperation = nullptr; // of the header line; null where no line is written
 };
 
 class SecurityPropertyRefusal : public SecurityPropertyCase<RefusalCase>
 {
 };
+
+std::string CodeName(HRESULT hr)
+{
+    return hr == E_INVALIDARG ? "E_INVALIDARG" : hr == E_FAIL ? "E_FAIL" : "E_NOTIMPL";
+}
 
 TEST_P(SecurityPropertyRefusal, TouchesNothing)
 {
@@ -111,7 +54,7 @@ TEST_P(SecurityPropertyRefusal, TouchesNothing)
     Lines expected;
     if (param.szOperation)
         expected = {"\nCExtUIKey::Dot11ExtUIProperty" + std::string(param.szOperation) + "\n",
-                    "***Error: returning " + std::string(param.szCode) + "\n"};
+                    "***Error: returning " + CodeName(param.hr) + "\n"};
     EXPECT_EQ(expected, TakeLines());
 }
 
@@ -119,173 +62,38 @@ TEST_P(SecurityPropertyRefusal, TouchesNothing)
 constexpr bool bound = true;
 constexpr bool unbound = false;
 const RefusalCase refusalCases[] = {
-    {"name_null", bound, RUN(GetName(nullptr)), E_POINTER, nullptr, nullptr},
-    {"name_unbound_before_null", unbound, RUN(GetName(nullptr)), E_FAIL, nullptr, nullptr},
-    {"name_unbound", unbound, RUN(GetName(&o.bstrModified)), E_FAIL, nullptr, nullptr},
-    {"dialog", bound, RUN(ShowDialog(nullptr, nullptr, nullptr, &o.bstrModified, &o.bFlag)), E_NOTIMPL, nullptr, nullptr},
-    {"dialog_null", unbound, RUN(ShowDialog(nullptr, nullptr, nullptr, nullptr, nullptr)), E_NOTIMPL, nullptr, nullptr},
-    {"get_selected_null_before_unbound", unbound, RUN(GetSelected(nullptr, nullptr, nullptr)), E_INVALIDARG, "GetSelected",
-     "E_INVALIDARG"},
-    {"get_selected_unbound", unbound, RUN(GetSelected(nullptr, nullptr, &o.bFlag)), E_FAIL, "GetSelected", "E_FAIL"},
-    {"set_selected_null_text", bound, RUN(SetSelected(nullptr, nullptr, nullptr, &o.bFlag)), E_INVALIDARG, "SetSelected",
-     "E_INVALIDARG"},
-    {"set_selected_null_flag", unbound, RUN(SetSelected(nullptr, nullptr, &o.bstrModified, nullptr)), E_INVALIDARG, "SetSelected",
-     "E_INVALIDARG"},
-    {"set_selected_unbound", unbound, RUN(SetSelected(nullptr, nullptr, &o.bstrModified, &o.bFlag)), E_FAIL, "SetSelected",
-     "E_FAIL"},
-    {"has_dialog_unbound_before_null", unbound, RUN(HasDialog(nullptr)), E_FAIL, nullptr, nullptr},
-    {"has_dialog_null", bound, RUN(HasDialog(nullptr)), E_INVALIDARG, nullptr, nullptr},
+    {"name_null", bound, RUN(GetName(nullptr)), E_POINTER},
+    {"name_unbound_before_null", unbound, RUN(GetName(nullptr)), E_FAIL},
+    {"name_unbound", unbound, RUN(GetName(&o.bstrModified)), E_FAIL},
+    {"dialog", bound, RUN(ShowDialog(nullptr, nullptr, nullptr, &o.bstrModified, &o.bFlag)), E_NOTIMPL},
+    {"dialog_null", unbound, RUN(ShowDialog(nullptr, nullptr, nullptr, nullptr, nullptr)), E_NOTIMPL},
+    {"get_selected_null_before_unbound", unbound, RUN(GetSelected(nullptr, nullptr, nullptr)), E_INVALIDARG, "GetSelected"},
+    {"get_selected_unbound", unbound, RUN(GetSelected(nullptr, nullptr, &o.bFlag)), E_FAIL, "GetSelected"},
+    {"set_selected_null_text", bound, RUN(SetSelected(nullptr, nullptr, nullptr, &o.bFlag)), E_INVALIDARG, "SetSelected"},
+    {"set_selected_null_flag", unbound, RUN(SetSelected(nullptr, nullptr, &o.bstrModified, nullptr)), E_INVALIDARG,
+     "SetSelected"},
+    {"set_selected_unbound", unbound, RUN(SetSelected(nullptr, nullptr, &o.bstrModified, &o.bFlag)), E_FAIL, "SetSelected"},
+    {"has_dialog_unbound_before_null", unbound, RUN(HasDialog(nullptr)), E_FAIL},
+    {"has_dialog_null", bound, RUN(HasDialog(nullptr)), E_INVALIDARG},
     {"entries_of_index_1_before_unbound", unbound, RUN(GetDisplayInfo(1, nullptr, nullptr, &o.uFirst, &o.uSecond, &o.pEntries)),
-     E_NOTIMPL, "GetDisplayInfo", "E_NOTIMPL"},
+     E_NOTIMPL, "GetDisplayInfo"},
     {"entries_unbound", unbound, RUN(GetDisplayInfo(0, nullptr, nullptr, &o.uFirst, &o.uSecond, &o.pEntries)), E_FAIL,
-     "GetDisplayInfo", "E_FAIL"},
+     "GetDisplayInfo"},
     {"pick_index_1_before_null", bound, RUN(SetDisplayInfo(1, nullptr, nullptr, nullptr, nullptr, nullptr)), E_NOTIMPL,
-     "SetDisplayInfo", "E_NOTIMPL"},
+     "SetDisplayInfo"},
     {"pick_null_entry", bound, RUN(SetDisplayInfo(0, nullptr, nullptr, nullptr, &o.bstrModified, &o.bFlag)), E_INVALIDARG,
-     "SetDisplayInfo", "E_INVALIDARG"},
+     "SetDisplayInfo"},
     {"pick_null_text", bound, RUN(SetDisplayInfo(0, nullptr, nullptr, &o.entry, nullptr, &o.bFlag)), E_INVALIDARG,
-     "SetDisplayInfo", "E_INVALIDARG"},
+     "SetDisplayInfo"},
     {"pick_null_flag_before_unbound", unbound, RUN(SetDisplayInfo(0, nullptr, nullptr, &o.entry, &o.bstrModified, nullptr)),
-     E_INVALIDARG, "SetDisplayInfo", "E_INVALIDARG"},
+     E_INVALIDARG, "SetDisplayInfo"},
     {"pick_unbound", unbound, RUN(SetDisplayInfo(0, nullptr, nullptr, &o.entry, &o.bstrModified, &o.bFlag)), E_FAIL,
-     "SetDisplayInfo", "E_FAIL"},
-    {"flags_unbound_before_null", unbound, RUN(GetFlags(nullptr, nullptr)), E_FAIL, nullptr, nullptr},
-    {"flags_null_first", bound, RUN(GetFlags(nullptr, &o.uSecond)), E_INVALIDARG, nullptr, nullptr},
-    {"flags_null_second", bound, RUN(GetFlags(&o.uFirst, nullptr)), E_INVALIDARG, nullptr, nullptr},
+     "SetDisplayInfo"},
+    {"flags_unbound_before_null", unbound, RUN(GetFlags(nullptr, nullptr)), E_FAIL},
+    {"flags_null_first", bound, RUN(GetFlags(nullptr, &o.uSecond)), E_INVALIDARG},
+    {"flags_null_second", bound, RUN(GetFlags(&o.uFirst, nullptr)), E_INVALIDARG},
 };
 INSTANTIATE_TEST_SUITE_P(Calls, SecurityPropertyRefusal, testing::ValuesIn(refusalCases), CaseName<RefusalCase>);
-
-// What each operation makes of a profile.
-struct ProfileCase
-{
-    const char* name;
-    const WCHAR* szProfile;
-    const char* szCipherLine; // as GetDisplayInfo traces it
-    bool bIsValid;
-    BOOL bIsSelected;
-    ULONG uDefault;
-    const char* szSelectedCipher; // after SetSelected
-    BOOL bAesModifies;            // whether picking AES changes the profile
-};
-
-class SecurityPropertyProfile : public SecurityPropertyCase<ProfileCase>
-{
-protected:
-    // The lines that open an operation on the row's profile.
-    Lines Opening(const std::string& operation) const
-    {
-        return {"\nCExtUIKey::Dot11ExtUIProperty" + operation + "\n", "auth element: (80000001h) CCKM\n",
-                "bstrIHVProfile: " + tests::TextOf(Profile(GetParam().szProfile)) + "\n"};
-    }
-};
-
-TEST_P(SecurityPropertyProfile, GetSelected)
-{
-    const auto bstrProfile = Profile(GetParam().szProfile);
-    BOOL bIsSelected = untouchedBool;
-    TakeLines();
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetSelected(bstrProfile.Get(), nullptr, &bIsSelected));
-    EXPECT_EQ(GetParam().bIsSelected, bIsSelected);
-    Lines expected = Opening("GetSelected");
-    if (!GetParam().bIsValid)
-        expected.push_back("***invalid profile, setting defaults\n");
-    expected.push_back(bIsSelected ? "*pfIsSelected: TRUE\n" : "*pfIsSelected: FALSE\n");
-    EXPECT_EQ(expected, TakeLines());
-}
-
-TEST_P(SecurityPropertyProfile, SetSelected)
-{
-    const auto bstrProfile = Profile(GetParam().szProfile);
-    // A caller that passes in TRUE gets TRUE and a profile whatever is in it.
-    for (const BOOL bPassedIn : {FALSE, TRUE})
-    {
-        BOOL bIsModified = bPassedIn;
-        CBstr bstrModified;
-        TakeLines();
-        EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertySetSelected(bstrProfile.Get(), nullptr, bstrModified.Put(), &bIsModified));
-        const bool bWrites = bPassedIn || !GetParam().bIsValid || !GetParam().bIsSelected;
-        EXPECT_EQ(bWrites ? TRUE : FALSE, bIsModified);
-        Lines expected = Opening("SetSelected");
-        expected.push_back(bWrites ? "*pbIsModified: TRUE\n" : "*pbIsModified: FALSE\n");
-        if (bWrites)
-        {
-            EXPECT_EQ(NetworkTree("cckm", GetParam().szSelectedCipher), tests::ProfileTree(bstrModified));
-            expected.push_back("*bstrModifiedIHVProfile: " + tests::TextOf(bstrModified) + "\n");
-        }
-        else
-            EXPECT_FALSE(bstrModified);
-        EXPECT_EQ(expected, TakeLines());
-    }
-}
-
-TEST_P(SecurityPropertyProfile, GetDisplayInfo)
-{
-    const auto bstrProfile = Profile(GetParam().szProfile);
-    Outputs out;
-    TakeLines();
-    EXPECT_EQ(S_OK,
-              Bound().Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), nullptr, &out.uFirst, &out.uSecond, &out.pEntries));
-    EXPECT_EQ(3u, out.uFirst);
-    EXPECT_EQ(GetParam().uDefault, out.uSecond);
-    Lines expected = Opening("GetDisplayInfo");
-    expected.push_back("profile cipher: " + std::string(GetParam().szCipherLine) + "\n");
-    if (!GetParam().bIsValid)
-        expected.push_back("***invalid profile, setting defaults\n");
-    expected.push_back("Set *ppDot11ExtUIProperty to " + PointerText(out.pEntries) + "\n");
-    expected.push_back("Set *pcEntries to 3\n");
-    expected.push_back("*puDefaultSelection: " + std::to_string(GetParam().uDefault) + "\n");
-    EXPECT_EQ(expected, TakeLines());
-
-    // Any of the outputs may be left out, with its line.
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), nullptr, nullptr, nullptr, nullptr));
-    expected.resize(expected.size() - 3);
-    EXPECT_EQ(expected, TakeLines());
-}
-
-TEST_P(SecurityPropertyProfile, SetDisplayInfo)
-{
-    const auto bstrProfile = Profile(GetParam().szProfile);
-    const CBstr bstrText(OLESTR("any text"));
-    Dot11ExtUIPropertyEntry entry = {4, 0x1F, bstrText.Get()};
-    BOOL bIsModified = untouchedBool;
-    CBstr bstrModified;
-    TakeLines();
-    EXPECT_EQ(S_OK,
-              Bound().Dot11ExtUIPropertySetDisplayInfo(0, bstrProfile.Get(), nullptr, &entry, bstrModified.Put(), &bIsModified));
-    EXPECT_EQ(GetParam().bAesModifies, bIsModified);
-    Lines expected = Opening("SetDisplayInfo");
-    expected.insert(expected.end(), {"pDot11ExtUIProperty: " + PointerText(&entry) + "\n",
-                                     "pDot11ExtUIProperty->dwDataKey                : (4h), AES\n",
-                                     "pDot11ExtUIProperty->bstrDisplayText          : any text\n",
-                                     "pDot11ExtUIProperty->dot11ExtUIDisplayInfoType: 1Fh\n",
-                                     bIsModified ? "*pbIsModified: TRUE\n" : "*pbIsModified: FALSE\n"});
-    if (bIsModified)
-    {
-        EXPECT_EQ(NetworkTree("cckm", "AES"), tests::ProfileTree(bstrModified));
-        expected.push_back("*bstrModifiedIHVProfile: " + tests::TextOf(bstrModified) + "\n");
-    }
-    else
-        EXPECT_FALSE(bstrModified);
-    EXPECT_EQ(expected, TakeLines());
-}
-
-constexpr const char* szNoCipher = "(FFFFFFFFh) ";
-const ProfileCase profileCases[] = {
-    {"none", nullptr, szNoCipher, false, TRUE, 2, "AES", TRUE},
-    {"empty", OLESTR(""), szNoCipher, false, TRUE, 2, "AES", TRUE},
-    {"not_xml", OLESTR("<CCX>"), szNoCipher, false, TRUE, 2, "AES", TRUE},
-    {"without_security", OLESTR("<CCX><Rapido>true</Rapido></CCX>"), szNoCipher, false, TRUE, 2, "AES", TRUE},
-    {"cckm_without_cipher", NETWORK("cckm", "WEP104"), szNoCipher, false, TRUE, 2, "AES", TRUE},
-    {"wpa2_without_cipher", NETWORK("wpa2", ""), szNoCipher, false, TRUE, 2, "AES", TRUE},
-    {"cckm_wep", NETWORK("cckm", "WEP"), "(5h) WEP", true, TRUE, 0, "WEP", TRUE},
-    {"cckm_tkip", szCckmTkip, "(2h) TKIP", true, TRUE, 1, "TKIP", TRUE},
-    {"cckm_aes", NETWORK("cckm", "AES"), "(4h) AES", true, TRUE, 2, "AES", FALSE},
-    {"cckm_none", NETWORK("cckm", "None"), "(0h) None", true, TRUE, 2, "None", TRUE},
-    {"wpa2_aes", NETWORK("wpa2", "AES"), "(4h) AES", true, FALSE, 2, "AES", TRUE},
-    {"wpa_tkip", NETWORK("wpa", "TKIP"), "(2h) TKIP", true, FALSE, 1, "TKIP", TRUE},
-    {"open", szOpen, "(0h) None", true, FALSE, 2, "None", TRUE},
-};
-INSTANTIATE_TEST_SUITE_P(Profiles, SecurityPropertyProfile, testing::ValuesIn(profileCases), CaseName<ProfileCase>);
 
 TEST_F(SecurityProperty, NameDialogAndFlags)
 {
@@ -386,7 +194,7 @@ TEST_F(SecurityProperty, ContextOfAnotherKindTurnsQualifiedNamesOn)
 
 TEST_F(SecurityProperty, EntryWithAnotherKeyIsTakenAsItComes)
 {
-    const auto bstrProfile = Profile(szCckmTkip);
+    const CBstr bstrProfile(NETWORK("cckm", "TKIP"));
     Dot11ExtUIPropertyEntry entry = {0xABCD, 0, nullptr};
     CBstr bstrModified;
     BOOL bIsModified = FALSE;
