@@ -1,0 +1,104 @@
+// Every platform function that the module imports has its row among those that are made to fail, or a reason for having
+// none.
+#include "tests/support/PlatformFunctions.h"
+#include "tests/support/TestProgram.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace
+{
+// What the compiler's run-time in the module calls for itself, by what it does with it. No product source calls these.
+struct RuntimeImports
+{
+    std::string_view use;
+    std::vector<std::string_view> names;
+};
+const RuntimeImports runtimeImports[] = {
+    {"throws and unwinds",
+     {"RaiseException", "RtlCaptureContext", "RtlLookupFunctionEntry", "RtlUnwindEx", "RtlVirtualUnwind", "__C_specific_handler",
+      "AddVectoredExceptionHandler", "RemoveVectoredExceptionHandler", "abort", "signal"}},
+    {"guards static objects, by its threads library",
+     {"CreateEventA",
+      "CreateSemaphoreA",
+      "DeleteCriticalSection",
+      "DuplicateHandle",
+      "EnterCriticalSection",
+      "GetCurrentProcess",
+      "GetCurrentProcessId",
+      "GetCurrentThread",
+      "GetHandleInformation",
+      "GetProcessAffinityMask",
+      "GetSystemTimeAsFileTime",
+      "GetThreadContext",
+      "GetThreadPriority",
+      "GetTickCount64",
+      "InitializeCriticalSection",
+      "IsDebuggerPresent",
+      "LeaveCriticalSection",
+      "OpenProcess",
+      "OutputDebugStringA",
+      "ReleaseSemaphore",
+      "ResetEvent",
+      "ResumeThread",
+      "SetEvent",
+      "SetLastError",
+      "SetProcessAffinityMask",
+      "SetThreadContext",
+      "SetThreadPriority",
+      "Sleep",
+      "SuspendThread",
+      "TlsAlloc",
+      "TlsGetValue",
+      "TlsSetValue",
+      "TryEnterCriticalSection",
+      "WaitForMultipleObjects",
+      "_beginthreadex",
+      "_endthreadex",
+      "_setjmp",
+      "longjmp",
+      "_ultoa",
+      "_strdup",
+      "printf",
+      "realloc"}},
+    {"starts and ends the module",
+     {"GetModuleHandleW", "GetProcAddress", "LoadLibraryW", "VirtualProtect", "VirtualQuery", "_amsg_exit", "_initterm", "_lock",
+      "_unlock", "__iob_func", "calloc", "exit", "fprintf", "vfprintf", "fwrite", "fputc", "fputs"}},
+    {"reports what was thrown and not caught, and names of types",
+     {"strcmp", "strncmp", "strerror", "_errno", "_read", "_close", "localeconv", "IsDBCSLeadByteEx", "MultiByteToWideChar",
+      "WideCharToMultiByte", "___lc_codepage_func", "___mb_cur_max_func"}},
+};
+
+TEST(Imports, EachHasItsRow)
+{
+    const auto folder = tests::ProgramFile().parent_path();
+    auto list = folder / "korihvui.imports";
+    if (!std::filesystem::exists(list))
+        list = folder.parent_path() / "windows-x64" / "korihvui.imports";
+    std::ifstream lines(list);
+    if (!lines)
+        GTEST_SKIP() << "the module for Windows was not built beside this one";
+
+    std::set<std::string, std::less<>> known;
+    for (const auto& function : tests::platformFunctions)
+        known.emplace(function.name);
+    for (const auto& function : tests::unfailingFunctions)
+        known.emplace(function.name);
+    for (const auto& imports : runtimeImports)
+        for (const auto name : imports.names)
+            known.emplace(name);
+
+    std::set<std::string, std::less<>> imported;
+    for (std::string library, name; lines >> library >> name;)
+    {
+        imported.insert(name);
+        EXPECT_TRUE(known.contains(name)) << library << " " << name << " is imported and has no row";
+    }
+    for (const auto& function : tests::platformFunctions)
+        EXPECT_TRUE(imported.contains(function.name)) << function.name << " has a row and is not imported";
+}
+} // namespace
