@@ -137,8 +137,7 @@ void AddConfigureCommand(CLI::App& app, CommandWork& chosen)
                      "The profile, as the platform exports it; without it the stored profile --name is changed")
         ->type_name("");
     AddServiceArguments(*pCommand, pArguments->service)->required();
-    pCommand->add_option("--name", pArguments->strName, "The profile's name in the WLAN service (default: the name in PROFILE)")
-        ->type_name("NAME");
+    AddStoredNameArgument(*pCommand, pArguments->strName);
     // Each stands for itself, also when its value has commas or blanks.
     pCommand->add_option("--set", pArguments->settings, "A setting to make in the dialog; may be given several times")
         ->type_name("NAME=VALUE")

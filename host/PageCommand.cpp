@@ -125,8 +125,7 @@ void AddPageCommand(CLI::App& app, CommandWork& chosen)
                      "The profile, as the platform exports it; without it the stored profile --name is edited")
         ->type_name("");
     AddServiceArguments(*pCommand, pArguments->service);
-    pCommand->add_option("--name", pArguments->strName, "The profile's name in the WLAN service (default: the name in PROFILE)")
-        ->type_name("NAME");
+    AddStoredNameArgument(*pCommand, pArguments->strName);
     AddModuleArgument(*pCommand, pArguments->session.strModule);
     pCommand->footer("Save writes the extension's settings into the profile, Cancel leaves it alone. The bands are the WLAN\n"
                      "service's: the settings dialog stores them there as soon as it is confirmed.");

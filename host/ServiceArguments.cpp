@@ -21,3 +21,9 @@ CLI::Option* AddServiceArguments(CLI::App& command, ServiceOptions& options)
         ->check(CLI::Validator(CheckGuid, "", "GUID"))
         ->type_name("GUID");
 }
+
+void AddStoredNameArgument(CLI::App& command, std::string& strName)
+{
+    command.add_option("--name", strName, "The profile's name in the WLAN service (default: the name in PROFILE)")
+        ->type_name("NAME");
+}

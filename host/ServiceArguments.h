@@ -7,3 +7,6 @@
 
 // Returns the adapter's option.
 CLI::Option* AddServiceArguments(CLI::App& command, ServiceOptions& options);
+
+// The name under which the service has the profile.
+void AddStoredNameArgument(CLI::App& command, std::string& strName);

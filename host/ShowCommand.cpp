@@ -1,10 +1,14 @@
 // korihost show: what the extension answers about a profile.
+#include "host/AdapterTable.h"
 #include "host/Commands.h"
+#include "host/ConnectionRecord.h"
 #include "host/Extension.h"
 #include "host/HostError.h"
 #include "host/ProfileFile.h"
 #include "host/PropertyKinds.h"
+#include "host/ServiceArguments.h"
 #include "host/SessionArguments.h"
+#include "host/Table.h"
 
 #include <iomanip>
 #include <sstream>
@@ -14,15 +18,12 @@ namespace
 struct ShowArguments
 {
     std::string strProfile;
+    std::string strName;
+    ServiceOptions service;
     SessionOptions session;
 };
 
 constexpr const char* notOffered = "not offered";
-
-void WriteRow(std::ostream& table, const char* szTitle, const std::string& strValue)
-{
-    table << std::left << std::setw(14) << szTitle << strValue << "\n";
-}
 
 std::string YesOrNo(std::optional<bool> answer)
 {
@@ -35,7 +36,7 @@ void WriteEntries(std::ostream& table, const std::optional<PropertyEntries>& ans
 {
     if (!answer)
     {
-        WriteRow(table, "  entries", notOffered);
+        table << Row("  entries", notOffered);
         return;
     }
     const char* szTitle = "  entries";
@@ -46,7 +47,7 @@ void WriteEntries(std::ostream& table, const std::optional<PropertyEntries>& ans
         row << n << "  " << std::left << std::setw(12) << Utf8Of(ViewOf(entry.bstrDisplayText)) << "data key " << entry.dwDataKey;
         if (n == answer->uDefault)
             row << "  (default)";
-        WriteRow(table, szTitle, row.str());
+        table << Row(szTitle, row.str());
         szTitle = "";
     }
 }
@@ -56,34 +57,55 @@ void WriteProperty(std::ostream& table, const PropertyKind& kind, const CPropert
 {
     const auto flags = property.Flags();
     table << "\n";
-    WriteRow(table, "Property", Utf8Of(property.Name()));
-    WriteRow(table, "  kind", std::to_string(kind.uKind) + " (" + kind.szName + ")");
-    WriteRow(table, "  flags",
-             flags ? "qualified names " + std::to_string(flags->uQualifiedNames) + ", kind value " + std::to_string(flags->uKind)
-                   : notOffered);
-    WriteRow(table, "  settings", strVendorText ? "in the profile" : "none in the profile");
-    WriteRow(table, "  selected", YesOrNo(property.IsSelected(strVendorText, context)));
-    WriteRow(table, "  dialog", YesOrNo(property.HasDialog()));
+    table << Row("Property", Utf8Of(property.Name()));
+    table << Row("  kind", std::to_string(kind.uKind) + " (" + kind.szName + ")");
+    table << Row("  flags", flags ? "qualified names " + std::to_string(flags->uQualifiedNames) + ", kind value " +
+                                        std::to_string(flags->uKind)
+                                  : notOffered);
+    table << Row("  settings", strVendorText ? "in the profile" : "none in the profile");
+    table << Row("  selected", YesOrNo(property.IsSelected(strVendorText, context)));
+    table << Row("  dialog", YesOrNo(property.HasDialog()));
     WriteEntries(table, property.Entries(strVendorText, context));
+}
+
+void WriteConnectionRecord(std::ostream& table, const std::optional<CWideString>& strVendorText)
+{
+    table << "\nConnection settings\n";
+    if (!strVendorText)
+    {
+        table << "  none in the profile; the dialog begins with its defaults\n";
+        return;
+    }
+    for (const RecordField& field : ReadConnectionRecord(*strVendorText))
+        table << Row("  " + std::string(field.szName), ValueText(field.lValue));
 }
 
 std::string Table(IDot11ExtUI& root, const CProfileFile& profile)
 {
     std::ostringstream table;
     CConnectionContext context(profile.ProfileName());
-    WriteRow(table, "Profile", Utf8Of(profile.ProfileName()));
-    WriteRow(table, "Extension", Utf8Of(FriendlyName(root)));
+    table << Row("Profile", Utf8Of(profile.ProfileName()));
+    table << Row("Extension", Utf8Of(FriendlyName(root)));
     for (const PropertyKind& kind : propertyKinds)
         for (const CProperty& property : Properties(root, kind.uKind))
             WriteProperty(table, kind, property, profile.VendorText(kind.place), context);
+    WriteConnectionRecord(table, profile.VendorText(VendorPlace::Connectivity));
     return table.str();
 }
 
 void Show(const ShowArguments& arguments)
 {
     const CProfileFile profile(PathOf(arguments.strProfile));
+    const bool bMachine = !arguments.service.strFolder.empty() || !arguments.service.strAdapter.empty();
+    // Without the machine being asked for, no service is needed, and none is touched.
+    const auto pService = bMachine ? CWlanService::Open(arguments.service, true) : nullptr;
     CSession session(arguments.session, {profile.File()});
     session.Print(NamingFile(profile.File(), [&] { return Table(session.Root(), profile); }));
+    if (pService)
+    {
+        const CWideString strName = arguments.strName.empty() ? profile.ProfileName() : WideOf(arguments.strName);
+        session.Print(AdapterTable(*pService, GuidOf(arguments.service.strAdapter), strName));
+    }
     session.Close();
 }
 } // namespace
@@ -93,6 +115,9 @@ void AddShowCommand(CLI::App& app, CommandWork& chosen)
     const auto pArguments = std::make_shared<ShowArguments>();
     CLI::App* pCommand = app.add_subcommand("show", "Show what the extension answers about a profile");
     pCommand->add_option("PROFILE", pArguments->strProfile, "The profile, as the platform exports it")->required()->type_name("");
+    AddServiceArguments(*pCommand, pArguments->service);
+    AddStoredNameArgument(*pCommand, pArguments->strName);
     AddSessionArguments(*pCommand, pArguments->session);
+    pCommand->footer("With --service or --adapter the machine's wireless adapters are shown as well.");
     pCommand->callback([pArguments, &chosen] { chosen = [pArguments] { Show(*pArguments); }; });
 }

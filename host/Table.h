@@ -1,0 +1,7 @@
+// Rows of what is shown: a title and a value.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+std::string Row(std::string_view title, const std::string& strValue);
