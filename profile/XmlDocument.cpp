@@ -169,7 +169,9 @@ void CXmlNode::SetAttribute(const WCHAR* szName, const WCHAR* szValue) const
     const CBstr bstrName(szName);
     CVariant varValue;
     varValue.SetText(szValue);
-    element->setAttribute(bstrName.Get(), varValue.Get());
+    // Some components write an attribute of a null name, and so a text that never loads again.
+    if (bstrName && varValue.Get().bstrVal)
+        element->setAttribute(bstrName.Get(), varValue.Get());
 }
 
 CBstr CXmlNode::Xml() const
