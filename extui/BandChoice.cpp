@@ -71,11 +71,13 @@ void ShowBands(HWND hwndDialog, const void* pConnectionContext)
     if (!pConnectionContext ||
         !GetPhyCapabilities(CConnectionContextReader(pConnectionContext).InterfaceGuid(), &phyCapabilities))
         return;
+    const auto isCapable = [](const BandControl& control) { return phyCapabilities.*control.pCapability != 0; };
+    for (const auto& control : bandControls)
+        EnableWindow(GetDlgItem(hwndDialog, control.nId), isCapable(control));
     for (const auto& control : bandControls)
     {
-        const bool bCapable = phyCapabilities.*control.pCapability != 0;
-        EnableWindow(GetDlgItem(hwndDialog, control.nId), bCapable);
-        CheckDlgButton(hwndDialog, control.nId, bCapable && (bands & control.band) != 0 ? BST_CHECKED : BST_UNCHECKED);
+        const bool bChecked = isCapable(control) && (bands & control.band) != 0;
+        CheckDlgButton(hwndDialog, control.nId, bChecked ? BST_CHECKED : BST_UNCHECKED);
     }
 }
 

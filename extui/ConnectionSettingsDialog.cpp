@@ -9,6 +9,8 @@
 #include "server/Boundary.h"
 #include "trace/RegistryValues.h"
 
+#include <utility>
+
 namespace
 {
 constexpr INT_PTR endedByOk = 1;
@@ -102,12 +104,14 @@ void Command(HWND hwndDialog, WPARAM wParam)
 
 BOOL RunConnectionSettingsDialog(HWND hwndParent, CCXConnectionSettings& settings)
 {
-    // The record of the dialog before is gone: a dialog that fails to initialise must not write to it.
-    pCurrentSettings = nullptr;
+    // A dialog that fails to initialise must not write to the record of one before; and should a host open a dialog out of
+    // another, the outer one gets its own record back.
+    CCXConnectionSettings* const pOuterSettings = std::exchange(pCurrentSettings, nullptr);
     bInitialisationFailed = false;
     const INT_PTR nResult = DialogBoxParamW(ModuleState::ResourceModule(), MAKEINTRESOURCEW(IDD_CONNECTION_SETTINGS), hwndParent,
                                             ConnectionSettingsDialogProc, reinterpret_cast<LPARAM>(&settings));
-    if (bInitialisationFailed)
+    pCurrentSettings = pOuterSettings;
+    if (std::exchange(bInitialisationFailed, false))
         throw std::bad_alloc();
     return static_cast<BOOL>(nResult);
 }
@@ -118,7 +122,7 @@ INT_PTR CALLBACK ConnectionSettingsDialogProc(HWND hwndDialog, UINT uMessage, WP
         [&]
         {
             NeedAdapterList();
-            if (uMessage == WM_INITDIALOG)
+            if (uMessage == WM_INITDIALOG && lParam)
                 Initialise(hwndDialog, *reinterpret_cast<CCXConnectionSettings*>(lParam));
             else if (uMessage == WM_COMMAND)
                 Command(hwndDialog, wParam);

@@ -44,22 +44,34 @@ bool RewriteConnectivity(const CXmlDocument& document, const CXmlNode& root, Wla
     return bWritten;
 }
 
-void EraseEmptyNamespace(CWideString& text, std::size_t nFrom, std::size_t nEnd)
+void EraseFirst(CWideString& text, CWideView part, std::size_t nFrom = 0)
 {
-    const auto nFound = text.find(emptyNamespace, nFrom);
-    if (nFound < nEnd)
-        text.erase(nFound, emptyNamespace.size());
+    const auto nFound = text.find(part, nFrom);
+    if (nFound != CWideString::npos)
+        text.erase(nFound, part.size());
+}
+
+// The new section as the writer gives it below a default namespace: with the declaration that takes it out of it.
+CWideString SectionOutsideNamespace(WlanProfileBands bands)
+{
+    CWideString section = OLESTR("<connectivity xmlns=\"\">");
+    for (const auto& phyType : phyTypes)
+    {
+        if ((bands & phyType.band) != 0)
+            section.append(OLESTR("<phyType>")).append(phyType.szText).append(OLESTR("</phyType>"));
+    }
+    return section.append(OLESTR("</connectivity>"));
 }
 
 // The writer gives an element without namespace an empty declaration where an ancestor declares a default namespace, and
 // the WLAN service refuses a profile whose section is outside the profile's namespace. The first declaration of the text
-// goes; should the profile have brought one of its own before the new section, the section's goes as well.
-void EraseEmptyNamespaces(CWideString& text)
+// goes; where the profile brought one of its own before the new section, the section's goes as well.
+void EraseEmptyNamespaces(CWideString& text, WlanProfileBands bands)
 {
-    EraseEmptyNamespace(text, 0, text.size());
-    const auto nSection = text.find(OLESTR("<connectivity xmlns=\"\">"));
+    EraseFirst(text, emptyNamespace);
+    const auto nSection = text.find(SectionOutsideNamespace(bands));
     if (nSection != CWideString::npos)
-        EraseEmptyNamespace(text, nSection, text.find(OLESTR('>'), nSection));
+        EraseFirst(text, emptyNamespace, nSection);
 }
 } // namespace
 
@@ -117,7 +129,7 @@ bool WriteProfileBands(WCHAR** pszProfile, WlanProfileBands bands)
     if (!bstrXml)
         return false;
     CWideString text(bstrXml.View());
-    EraseEmptyNamespaces(text);
+    EraseEmptyNamespaces(text, bands);
     auto rewritten = std::make_unique<WCHAR[]>(bstrXml.View().size() + 1);
     text.copy(rewritten.get(), text.size());
     delete[] * pszProfile;

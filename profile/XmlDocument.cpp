@@ -84,9 +84,13 @@ bool AppendNodeText(IXMLDOMNode& node, bool bBesideElements, CWideString& text)
 }
 
 // The platform's own text trims, and puts a blank where indentation stood between elements, so the text is gathered node
-// by node. The depth of a document is bounded by what the component loads.
-bool AppendDescendantText(IXMLDOMNode& node, CWideString& text)
+// by node. No profile is nearly as deep as the limit; a component that loads deeper ones must not use up the host's stack.
+constexpr int maxTextDepth = 256;
+
+bool AppendDescendantText(IXMLDOMNode& node, CWideString& text, int nDepth)
 {
+    if (nDepth > maxTextDepth)
+        return false;
     bool bHasElements = false;
     const auto noteElement = [&](IXMLDOMNode&, DOMNodeType type)
     {
@@ -97,7 +101,7 @@ bool AppendDescendantText(IXMLDOMNode& node, CWideString& text)
     {
         if (type == NODE_TEXT || type == NODE_CDATA_SECTION)
             return AppendNodeText(child, bHasElements, text);
-        return type != NODE_ELEMENT || AppendDescendantText(child, text);
+        return type != NODE_ELEMENT || AppendDescendantText(child, text, nDepth + 1);
     };
     return ForEachChild(node, noteElement) && ForEachChild(node, append);
 }
@@ -123,7 +127,7 @@ std::optional<bool> CXmlNode::HasChildren() const
 std::optional<CWideString> CXmlNode::Text() const
 {
     CWideString text;
-    if (!m_node || !AppendDescendantText(*m_node.Get(), text))
+    if (!m_node || !AppendDescendantText(*m_node.Get(), text, 0))
         return std::nullopt;
     return text;
 }

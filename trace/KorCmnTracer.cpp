@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 #include <io.h>
 
@@ -91,6 +92,32 @@ private:
     OVERLAPPED m_region{};
     bool m_bHeld = false;
 };
+
+struct FilePosition
+{
+    DWORD dwLow;
+    DWORD dwHigh;
+};
+
+// Nothing when the size cannot be read. The log grows without bound, so the high half counts; only with one can the error
+// value be a size.
+std::optional<FilePosition> FindEnd(HANDLE hFile)
+{
+    FilePosition end = {};
+    SetLastError(NO_ERROR);
+    end.dwLow = GetFileSize(hFile, &end.dwHigh);
+    if (end.dwLow == INVALID_FILE_SIZE && (end.dwHigh == 0 || GetLastError() != NO_ERROR))
+        return std::nullopt;
+    return end;
+}
+
+bool MoveTo(HANDLE hFile, const FilePosition& position)
+{
+    LONG lHigh = static_cast<LONG>(position.dwHigh);
+    SetLastError(NO_ERROR);
+    return SetFilePointer(hFile, static_cast<LONG>(position.dwLow), &lHigh, FILE_BEGIN) != INVALID_SET_FILE_POINTER ||
+           GetLastError() == NO_ERROR;
+}
 
 // Creates the file empty, or empties it; false with the system's last error code otherwise.
 bool CreateEmptyFile(const WCHAR* szPath)
@@ -197,7 +224,11 @@ void KorCmnTracer::WriteLine(LONG lLevel, ModuleIndex module, const WCHAR* szTex
     if (lLevel <= s_lModuleLevels[module] && s_bEnabled)
         AppendLine(line.Text());
     if (s_bConsoleEcho)
+    {
+        // Seen at once, also where standard output is a file or a pipe and the host ends without a farewell.
         _putws(line.Text());
+        std::fflush(stdout);
+    }
 }
 
 void KorCmnTracer::AppendLine(const WCHAR* szLine)
@@ -217,13 +248,15 @@ void KorCmnTracer::AppendLine(const WCHAR* szLine)
         return;
     }
     // The end is looked up anew for every line: other processes append to the same file.
-    const DWORD cbFile = GetFileSize(s_logFile.Get(), nullptr);
-    if (cbFile == INVALID_FILE_SIZE)
+    const auto end = FindEnd(s_logFile.Get());
+    if (!end)
     {
         s_bEnabled = false;
         return;
     }
-    SetFilePointer(s_logFile.Get(), static_cast<LONG>(cbFile), nullptr, FILE_BEGIN);
+    // A line that cannot be put at the end would destroy others.
+    if (!MoveTo(s_logFile.Get(), *end))
+        return;
 
     const CNarrowLine narrow(szLine);
     const auto write = [](const char* pText, std::size_t cbText)
