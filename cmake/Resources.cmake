@@ -43,8 +43,11 @@ function(add_module_resources target rc)
     # The carrier must not be compiled before the .res file is there.
     add_custom_target(${target}_res DEPENDS ${res})
     add_dependencies(${target} ${target}_res)
-    # A program's symbols are found by name only when they are exported.
-    set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
+    # A program's symbols are found by name only when they are exported: these two, for any other would stand in front of
+    # those of the modules that the program loads.
+    foreach(symbol PlatformModuleResources PlatformModuleResourcesEnd)
+        target_link_options(${target} PRIVATE -Wl,--export-dynamic-symbol=${symbol})
+    endforeach()
 endfunction()
 
 # Builds LANGUAGE/korihvui.dll.mui: resources only.
