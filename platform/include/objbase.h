@@ -15,6 +15,8 @@ extern "C"
 {
     HRESULT WINAPI CoInitializeEx(LPVOID pReserved, DWORD dwCoInit);
     void WINAPI CoUninitialize();
+    // Servers that can be unloaded are, at once: there is no keeping them for a while (dwUnloadDelay).
+    void WINAPI CoFreeUnusedLibrariesEx(DWORD dwUnloadDelay, DWORD dwReserved);
     HRESULT WINAPI CoCreateInstance(REFCLSID rclsid, LPUNKNOWN pUnkOuter, DWORD dwClsContext, REFIID riid, LPVOID* ppv);
     HRESULT WINAPI CoRegisterClassObject(REFCLSID rclsid, LPUNKNOWN pUnk, DWORD dwClsContext, DWORD dwFlags, LPDWORD pdwRegister);
     HRESULT WINAPI CoRevokeClassObject(DWORD dwRegister);

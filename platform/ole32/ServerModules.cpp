@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <iterator>
 #include <map>
 #include <mutex>
 
@@ -69,4 +70,29 @@ HRESULT GetServerClassObject(const std::u16string& path, REFCLSID rclsid, REFIID
     const auto pGetClassObject = reinterpret_cast<decltype(&DllGetClassObject)>(pEntry);
     return pGetClassObject ? pGetClassObject(rclsid, riid, ppv) : CO_E_ERRORINDLL;
 }
+
+void FreeUnusedServers()
+{
+    ServerModules& servers = Servers();
+    std::map<std::u16string, HMODULE> unused;
+    {
+        const std::scoped_lock guard(servers.lock);
+        for (auto it = servers.byPath.begin(); it != servers.byPath.end();)
+        {
+            const auto pEntry = reinterpret_cast<void (*)()>(GetProcAddress(it->second, "DllCanUnloadNow"));
+            const auto pCanUnloadNow = reinterpret_cast<decltype(&DllCanUnloadNow)>(pEntry);
+            const auto next = std::next(it);
+            if (pCanUnloadNow && pCanUnloadNow() == S_OK)
+                unused.insert(servers.byPath.extract(it));
+            it = next;
+        }
+    }
+    for (const auto& [path, hModule] : unused)
+        FreeLibrary(hModule);
+}
 } // namespace platform
+
+void WINAPI CoFreeUnusedLibrariesEx(DWORD, DWORD)
+{
+    platform::FreeUnusedServers();
+}

@@ -24,8 +24,8 @@ LRESULT Send(HWND hwnd, UINT uMessage, WPARAM wParam = 0, LPARAM lParam = 0)
 
 struct Search
 {
-    bool bMessageBox;
-    HWND hwndFound;
+    HWND hwndDialog = nullptr;
+    HWND hwndMessageBox = nullptr;
 };
 
 // A message box and the settings dialog have class and caption in common; their controls tell them apart.
@@ -36,31 +36,31 @@ BOOL CALLBACK Inspect(HWND hwnd, LPARAM lParam)
     GetWindowThreadProcessId(hwnd, &dwProcess);
     if (dwProcess != GetCurrentProcessId() || !IsWindowVisible(hwnd))
         return TRUE;
-    const bool bIsDialog = GetDlgItem(hwnd, IDC_RADIO_MEASUREMENT) != nullptr;
-    const bool bIsBox = !bIsDialog && GetDlgItem(hwnd, messageTextId) != nullptr;
-    if (search.bMessageBox ? !bIsBox : !bIsDialog)
-        return TRUE;
-    search.hwndFound = hwnd;
-    return FALSE;
+    if (GetDlgItem(hwnd, IDC_RADIO_MEASUREMENT))
+        search.hwndDialog = hwnd;
+    else if (GetDlgItem(hwnd, messageTextId))
+        search.hwndMessageBox = hwnd;
+    return TRUE;
 }
 
-CActedWindow WaitFor(bool bMessageBox)
+// Asks until it gets a window or the operation has ended; null when none comes.
+template <class Choose>
+HWND WaitFor(const std::stop_token& ended, const Choose& choose)
 {
     const auto end = std::chrono::steady_clock::now() + windowTimeout;
-    while (std::chrono::steady_clock::now() < end)
+    while (!ended.stop_requested() && std::chrono::steady_clock::now() < end)
     {
-        Search search = {bMessageBox, nullptr};
+        Search search;
         EnumWindows(Inspect, reinterpret_cast<LPARAM>(&search));
-        if (search.hwndFound)
+        if (const HWND hwndFound = choose(search))
         {
             // An answered message shows that the window has finished its initialisation and waits for its user.
-            Send(search.hwndFound, WM_NULL);
-            return CActedWindow(search.hwndFound);
+            Send(hwndFound, WM_NULL);
+            return hwndFound;
         }
-        Sleep(2);
+        Sleep(1);
     }
-    ADD_FAILURE() << (bMessageBox ? "no message box came up" : "no dialog came up");
-    return CActedWindow(nullptr);
+    return nullptr;
 }
 
 std::string TextOfWindow(HWND hwnd)
@@ -141,7 +141,13 @@ void CActedWindow::Close() const
     PostMessageW(m_hwnd, WM_CLOSE, 0, 0);
 }
 
-CDialogActor::CDialogActor(std::function<void(CDialogActor&)> script) : m_thread([this, run = std::move(script)] { run(*this); })
+CDialogActor::CDialogActor(std::function<void(CDialogActor&)> script)
+    : m_thread(
+          [this, run = std::move(script)](std::stop_token ended)
+          {
+              m_ended = std::move(ended);
+              run(*this);
+          })
 {
 }
 
@@ -149,12 +155,23 @@ CDialogActor::~CDialogActor() = default;
 
 CActedWindow CDialogActor::WaitForDialog()
 {
-    return WaitFor(false);
+    const HWND hwnd = WaitFor(m_ended, [](const Search& search) { return search.hwndDialog; });
+    EXPECT_TRUE(hwnd) << "no dialog came up";
+    return CActedWindow(hwnd);
 }
 
 CActedWindow CDialogActor::WaitForMessageBox()
 {
-    return WaitFor(true);
+    const HWND hwnd = WaitFor(m_ended, [](const Search& search) { return search.hwndMessageBox; });
+    EXPECT_TRUE(hwnd) << "no message box came up";
+    return CActedWindow(hwnd);
+}
+
+std::optional<CActedWindow> CDialogActor::WaitForAny()
+{
+    const HWND hwnd =
+        WaitFor(m_ended, [](const Search& search) { return search.hwndMessageBox ? search.hwndMessageBox : search.hwndDialog; });
+    return hwnd ? std::optional(CActedWindow(hwnd)) : std::nullopt;
 }
 
 void CDialogActor::WaitForEnd(const CActedWindow& window)

@@ -5,6 +5,8 @@
 #include "trace/WideText.h"
 
 #include <functional>
+#include <optional>
+#include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
@@ -41,9 +43,10 @@ private:
     HWND m_hwnd;
 };
 
-// Runs the script on a thread of its own; the destructor waits for its end. The script gets the windows that it asks for
-// in the order in which they come up; a window that does not come within ten seconds fails the case and is given as one
-// on which nothing happens.
+// Runs the script on a thread of its own; the destructor, which stands for the end of the operation that shows the
+// windows, waits for the script's. The script gets the windows that it asks for in the order in which they come up; a
+// window that does not come within ten seconds, or before the operation's end, fails the case and is given as one on which
+// nothing happens.
 class CDialogActor
 {
 public:
@@ -53,10 +56,14 @@ public:
     // Waits for the module's dialog, or a message box, to be up.
     CActedWindow WaitForDialog();
     CActedWindow WaitForMessageBox();
+    // Waits for any of the two, the box before the dialog behind it; nothing when the operation ends first, which is no
+    // failure here.
+    std::optional<CActedWindow> WaitForAny();
     // Waits until the window is gone.
     void WaitForEnd(const CActedWindow& window);
 
 private:
+    std::stop_token m_ended;
     std::jthread m_thread;
 };
 } // namespace tests

@@ -9,6 +9,9 @@ namespace tests::faults
 {
 const std::vector<FaultableImport>& FaultableImports();
 
+// The module's allocations; in the test program there is no telling whose they are.
+const std::vector<FaultableImport>& AllocationImports();
+
 // Lets the loaded module's imports of these functions go through their thunks. May be repeated.
 void PatchImports(HMODULE hModule, const std::vector<FaultableImport>& imports);
 

@@ -28,9 +28,11 @@ void CALLBACK NoteLoad(ULONG ulReason, const LoadNotice* pNotice, void*)
 {
     constexpr std::wstring_view module = L"korihvui.dll";
     const auto& name = *pNotice->pBaseName;
-    if (ulReason == noticeOfLoad && name.Length == module.size() * sizeof(WCHAR) &&
-        _wcsnicmp(name.Buffer, module.data(), module.size()) == 0)
-        PatchImports(static_cast<HMODULE>(pNotice->pBase), FaultableImports());
+    if (ulReason != noticeOfLoad || name.Length != module.size() * sizeof(WCHAR) ||
+        _wcsnicmp(name.Buffer, module.data(), module.size()) != 0)
+        return;
+    PatchImports(static_cast<HMODULE>(pNotice->pBase), FaultableImports());
+    PatchImports(static_cast<HMODULE>(pNotice->pBase), AllocationImports());
 }
 
 [[maybe_unused]] const bool g_bWatching = []

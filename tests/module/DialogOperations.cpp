@@ -1,0 +1,91 @@
+// The connection settings dialog, worked by a person who wants to be done with it.
+#include "resources/resource.h"
+#include "tests/module/Operation.h"
+#include "tests/support/DialogActor.h"
+
+namespace tests::walk
+{
+namespace
+{
+constexpr int nTriesBeforeCancel = 2;
+
+// Presses the button until the dialog ends, and Cancel when that does not help; closes every message box.
+void Press(CDialogActor& actor, int nButton)
+{
+    int nTries = 0;
+    while (const auto window = actor.WaitForAny())
+    {
+        if (!window->HasControl(IDC_RADIO_MEASUREMENT))
+        {
+            window->Close();
+            actor.WaitForEnd(*window);
+        }
+        else
+            window->Click(nTries++ < nTriesBeforeCancel ? nButton : IDCANCEL);
+    }
+}
+
+struct Scenario
+{
+    const WCHAR* szProfile;
+    int nButton;
+    bool bBandless;
+};
+
+std::string Show(CWorld& world, CFault* pFault, const Scenario& scenario)
+{
+    const auto property = world.Module().Create<ICCXExtUICon>(IID_ICCXExtUICon);
+    const CBstr profile(scenario.szProfile);
+    void* const pContext = (scenario.bBandless ? world.Bandless() : world.Office()).Get();
+    CProfileOutputs outputs;
+    HRESULT hr = E_UNEXPECTED;
+    world.ResetProfiles();
+    {
+        CDialogActor actor([&](CDialogActor& self) { Press(self, scenario.nButton); });
+        hr = Call(
+            pFault, [&]
+            { return property->Dot11ExtUIPropertyShowDialog(nullptr, profile.Get(), pContext, outputs.Text(), outputs.Flag()); });
+    }
+    const auto stored = world.Service().Profile(adapterGuid, OLESTR("Office"));
+    const bool bWhole = stored.find("<WLANProfile") != std::string::npos && stored.find("</WLANProfile>") != std::string::npos;
+    return outputs.Describe(hr) + (bWhole ? "" : " torn");
+}
+
+constexpr Scenario ok = {OLESTR("<CCX><Rapido>true</Rapido></CCX>"), IDOK, false};
+constexpr Scenario cancel = {OLESTR("<CCX/>"), IDCANCEL, false};
+constexpr Scenario invalid = {OLESTR("<CCX><KeepAliveTimer/></CCX>"), IDOK, false};
+constexpr Scenario bandless = {OLESTR("<CCX/>"), IDOK, true};
+
+template <const Scenario& scenario>
+std::string ShowDialog(CWorld& world, CFault* pFault)
+{
+    return Show(world, pFault, scenario);
+}
+
+// The first dialog of the module's life makes what the later ones use.
+std::string FirstDialog(CWorld& world, CFault* pFault)
+{
+    world.Load();
+    auto outcome = Show(world, pFault, ok);
+    world.Unload();
+    return outcome;
+}
+
+constexpr std::string_view outOfMemory = "E_OUTOFMEMORY 0 kept";
+// Cancelled because OK had no effect; -1 is a dialog that could not be made.
+constexpr const char* szOtherOutcomes = "S_OK (0 kept|-?1 \\(null\\)|-?1 <CCX.*>)";
+
+constexpr Operation dialogOperations[] = {
+    {"dialog_ok", false, ShowDialog<ok>, outOfMemory, szOtherOutcomes},
+    {"dialog_cancel", false, ShowDialog<cancel>, outOfMemory, szOtherOutcomes},
+    {"dialog_invalid_profile", false, ShowDialog<invalid>, outOfMemory, szOtherOutcomes},
+    {"dialog_no_band", false, ShowDialog<bandless>, outOfMemory, szOtherOutcomes},
+    {"first_dialog", true, FirstDialog, outOfMemory, szOtherOutcomes},
+};
+} // namespace
+
+std::span<const Operation> DialogOperations()
+{
+    return dialogOperations;
+}
+} // namespace tests::walk

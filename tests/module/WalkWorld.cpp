@@ -1,0 +1,93 @@
+#include "tests/module/WalkWorld.h"
+
+#include "tests/support/DialogScenario.h"
+#include "tests/support/LiveObjects.h"
+
+#include <chrono>
+#include <cstdio>
+#include <future>
+
+namespace tests::walk
+{
+namespace
+{
+constexpr std::string_view machine = R"([{"guid": "5b7d2c10-8e46-4f3a-9d21-c07a64e1f3b8", "description": "Adapter",
+    "state": "connected", "phyTypes": [4, 5, 6, 7], "vendor": "Korvane Fenn", "rapido": 1},
+    {"guid": "91e4a6f2-30bc-4d58-a7e9-5c8f1b2d6073", "description": "Other", "state": "connected", "phyTypes": []}])";
+
+constexpr auto patience = std::chrono::seconds(20);
+
+void CallWith(const char* szExport)
+{
+    const CModuleUnderTest module(CModuleUnderTest::Registration::None);
+    EXPECT_EQ(S_OK, module.Export<HRESULT WINAPI()>(szExport)());
+}
+} // namespace
+
+CWorld::CWorld() : m_service(machine)
+{
+    ResetProfiles();
+    // Not by the module that is walked: registering takes longer than most operations.
+    CallWith("DllRegisterServer");
+}
+
+CWorld::~CWorld()
+{
+    Unload();
+    CallWith("DllUnregisterServer");
+}
+
+void CWorld::Load()
+{
+    m_module.emplace(CModuleUnderTest::Registration::None);
+}
+
+void CWorld::Unload()
+{
+    m_module.reset();
+    // COM holds on to what it activated.
+    CoFreeUnusedLibrariesEx(0, 0);
+}
+
+void CWorld::ResetProfiles() const
+{
+    const auto profile = OfficeProfile("<connectivity><phyType>a</phyType><phyType>g</phyType></connectivity>");
+    for (const GUID& adapter : {adapterGuid, otherAdapterGuid})
+        m_service.AddProfile(adapter, "office.xml", profile);
+}
+
+Alive CWorld::CountAlive() const
+{
+    return {LiveObjects(), m_service.LiveBlocks(), m_service.LiveHandles()};
+}
+
+void CWorld::Request() const
+{
+    CComRef<IUnknown> factory;
+    EXPECT_EQ(S_OK, m_module->GetClassObject(CLSID_ExtUI, IID_IUnknown, factory.PutVoid()));
+}
+
+bool CWorld::IsLineWritten()
+{
+    std::error_code missing;
+    const auto cbBefore = std::filesystem::file_size(m_log.File(), missing);
+    if (missing)
+        return false;
+    auto request = std::async(std::launch::async, [this] { Request(); });
+    if (request.wait_for(patience) != std::future_status::ready)
+    {
+        std::fprintf(stderr, "a lock is left held\n");
+        std::abort();
+    }
+    static constexpr std::size_t cbLine = sizeof("00:00:00.000 [       0]   Ihvui: GetClassObject\r\n") - 1;
+    return std::filesystem::file_size(m_log.File(), missing) == cbBefore + cbLine;
+}
+
+bool CWorld::IsLogFree() const
+{
+    const CUniqueFile file(CreateFileW(PlatformNameOf(m_log.File()).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    OVERLAPPED region = {};
+    return file && LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 2, 0, &region);
+}
+} // namespace tests::walk

@@ -1,0 +1,35 @@
+// Every allocation fails, of the language's and of the platform's, in every public operation.
+#include "tests/module/Walker.h"
+
+namespace
+{
+using namespace tests::walk;
+
+std::vector<tests::PlatformFunction> Allocators()
+{
+    std::vector<tests::PlatformFunction> allocators = {operatorNew};
+    for (const auto& function : tests::platformFunctions)
+    {
+        if (function.effect == tests::FaultEffect::Memory)
+            allocators.push_back(function);
+    }
+    return allocators;
+}
+
+TEST(AllocationWalk, Module)
+{
+    Walk(ModuleOperations(), Allocators());
+}
+TEST(AllocationWalk, Objects)
+{
+    Walk(ObjectOperations(), Allocators());
+}
+TEST(AllocationWalk, Properties)
+{
+    Walk(PropertyOperations(), Allocators());
+}
+TEST(AllocationWalk, Dialogs)
+{
+    Walk(DialogOperations(), Allocators());
+}
+} // namespace

@@ -1,0 +1,31 @@
+// Every platform function fails at every call in every public operation.
+#include "tests/module/Walker.h"
+
+namespace
+{
+using namespace tests::walk;
+
+std::vector<tests::PlatformFunction> AllFunctions()
+{
+    std::vector<tests::PlatformFunction> functions(std::begin(tests::platformFunctions), std::end(tests::platformFunctions));
+    functions.insert(functions.end(), std::begin(tests::documentOperations), std::end(tests::documentOperations));
+    return functions;
+}
+
+TEST(FaultWalk, Module)
+{
+    Walk(ModuleOperations(), AllFunctions());
+}
+TEST(FaultWalk, Objects)
+{
+    Walk(ObjectOperations(), AllFunctions());
+}
+TEST(FaultWalk, Properties)
+{
+    Walk(PropertyOperations(), AllFunctions());
+}
+TEST(FaultWalk, Dialogs)
+{
+    Walk(DialogOperations(), AllFunctions());
+}
+} // namespace
