@@ -3,6 +3,7 @@
 #include "tests/support/TraceLog.h"
 #include "trace/KorCmnTracer.h"
 
+#include <fstream>
 #include <optional>
 
 namespace
@@ -10,6 +11,7 @@ namespace
 using tests::CModuleUnderTest;
 using tests::CRegistryValue;
 using tests::CTestFolder;
+using tests::WriteBytes;
 using Bytes = std::vector<BYTE>;
 
 constexpr const WCHAR* szDefaultLog = OLESTR("c:\\WlanLogs\\KorIHVui.txt");
@@ -236,6 +238,25 @@ TEST(LogStart, UnloadingReleasesTheLogAndLoadingAgainContinuesIt)
     {
         const CModuleUnderTest module(CModuleUnderTest::Registration::None);
         EXPECT_FALSE(DeleteFileW(folder.PlatformName(OLESTR("log.txt")).c_str())) << "a log in use cannot be deleted";
+    }
+}
+
+TEST(LogStart, AppendsToALogBeyondWhatHalfASizeCanTell)
+{
+    for (const std::uintmax_t cbLog : {std::uintmax_t{2'500'000'000}, std::uintmax_t{4'500'000'000}})
+    {
+        const CTestFolder folder;
+        const auto file = folder.Path() / "large.txt";
+        WriteBytes(file, "first");
+        std::filesystem::resize_file(file, cbLog);
+        const auto enable = Enable();
+        const auto path = LogPath(folder.PlatformName(OLESTR("large.txt")));
+        TraceThroughModule();
+        EXPECT_GT(std::filesystem::file_size(file), cbLog);
+        std::ifstream log(file, std::ios::binary);
+        std::string beginning(5, ' ');
+        log.read(beginning.data(), 5);
+        EXPECT_EQ("first", beginning);
     }
 }
 } // namespace
