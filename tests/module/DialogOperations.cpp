@@ -7,6 +7,8 @@ namespace tests::walk
 {
 namespace
 {
+using Kind = Operation::Kind;
+
 constexpr int nTriesBeforeCancel = 2;
 
 // Presses the button until the dialog ends, and Cancel when that does not help; closes every message box.
@@ -16,12 +18,10 @@ void Press(CDialogActor& actor, int nButton)
     while (const auto window = actor.WaitForAny())
     {
         if (!window->HasControl(IDC_RADIO_MEASUREMENT))
-        {
             window->Close();
-            actor.WaitForEnd(*window);
-        }
         else
             window->Click(nTries++ < nTriesBeforeCancel ? nButton : IDCANCEL);
+        actor.WaitForChange(*window);
     }
 }
 
@@ -76,11 +76,11 @@ constexpr std::string_view outOfMemory = "E_OUTOFMEMORY 0 kept";
 constexpr const char* szOtherOutcomes = "S_OK (0 kept|-?1 \\(null\\)|-?1 <CCX.*>)";
 
 constexpr Operation dialogOperations[] = {
-    {"dialog_ok", false, ShowDialog<ok>, outOfMemory, szOtherOutcomes},
-    {"dialog_cancel", false, ShowDialog<cancel>, outOfMemory, szOtherOutcomes},
-    {"dialog_invalid_profile", false, ShowDialog<invalid>, outOfMemory, szOtherOutcomes},
-    {"dialog_no_band", false, ShowDialog<bandless>, outOfMemory, szOtherOutcomes},
-    {"first_dialog", true, FirstDialog, outOfMemory, szOtherOutcomes},
+    {"dialog_ok", Kind::Dialog, ShowDialog<ok>, outOfMemory, szOtherOutcomes},
+    {"dialog_cancel", Kind::Dialog, ShowDialog<cancel>, outOfMemory, szOtherOutcomes},
+    {"dialog_invalid_profile", Kind::Dialog, ShowDialog<invalid>, outOfMemory, szOtherOutcomes},
+    {"dialog_no_band", Kind::Dialog, ShowDialog<bandless>, outOfMemory, szOtherOutcomes},
+    {"first_dialog", Kind::LoadsDialog, FirstDialog, outOfMemory, szOtherOutcomes},
 };
 } // namespace
 

@@ -24,6 +24,7 @@ void CFault::Arm()
     }
     if (m_name.starts_with("Wlan"))
     {
+        m_uCallsBefore = m_service.CountCalls(m_name.c_str());
         m_service.FailNext(m_name.c_str(), m_uNth, 1, serviceError);
         return;
     }
@@ -41,7 +42,7 @@ void CFault::Disarm()
     }
     if (m_name.starts_with("Wlan"))
     {
-        m_uCalls = m_service.CountCalls(m_name.c_str());
+        m_uCalls = m_service.CountCalls(m_name.c_str()) - m_uCallsBefore;
         m_service.ClearFaults();
         return;
     }

@@ -45,6 +45,7 @@ private:
     FaultEffect m_effect;
     unsigned m_uNth;
     unsigned m_uCalls = 0;
+    unsigned m_uCallsBefore = 0;
     std::optional<CFailingAllocation> m_allocation;
 };
 } // namespace tests::walk

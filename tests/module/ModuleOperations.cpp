@@ -5,6 +5,8 @@ namespace tests::walk
 {
 namespace
 {
+using Kind = Operation::Kind;
+
 constexpr const char* szNoOther = "";
 constexpr const char* szRegistered = "S_FALSE";
 
@@ -108,22 +110,23 @@ std::string LockServer(CWorld& world, CFault* pFault)
 }
 
 constexpr Operation moduleOperations[] = {
-    {"load", true, Load, "not loaded", szNoOther},
-    {"load_without_log", true, LoadWithoutLog, "not loaded", szNoOther},
-    {"load_without_log_folder", true, LoadWithoutLogFolder, "not loaded", szNoOther},
-    {"unload", true, Unload, "", szNoOther},
-    {"DllCanUnloadNow", false, CanUnloadNow, "", szNoOther},
-    {"DllGetClassObject", false, GetClassObject<CLSID_ExtUI, IID_IClassFactory>, "E_OUTOFMEMORY null", szNoOther},
-    {"DllGetClassObject_other_interface", false, GetClassObject<CLSID_ExtUI, IID_IDot11ExtUI>, "E_OUTOFMEMORY null", szNoOther},
-    {"DllGetClassObject_other_class", false, GetClassObject<IID_IDot11ExtUI, IID_IClassFactory>, "", szNoOther},
-    {"DllRegisterServer", false, Register, "E_OUTOFMEMORY", szRegistered},
-    {"DllUnregisterServer", false, Unregister, "E_OUTOFMEMORY", szRegistered},
-    {"CreateInstance_root", false, CreateInstance<IID_IDot11ExtUI>, "E_OUTOFMEMORY null", szNoOther},
-    {"CreateInstance_connection", false, CreateInstance<IID_ICCXExtUICon>, "E_OUTOFMEMORY null", szNoOther},
-    {"CreateInstance_security", false, CreateInstance<IID_ICCXExtUIKey>, "E_OUTOFMEMORY null", szNoOther},
-    {"CreateInstance_other_interface", false, CreateInstance<IID_IUnknown>, "", szNoOther},
-    {"CreateInstance_aggregated", false, CreateAggregated, "", szNoOther},
-    {"LockServer", false, LockServer, "", szNoOther},
+    {"load", Kind::Loads, Load, "not loaded", szNoOther},
+    {"load_without_log", Kind::Loads, LoadWithoutLog, "not loaded", szNoOther},
+    {"load_without_log_folder", Kind::Loads, LoadWithoutLogFolder, "not loaded", szNoOther},
+    {"unload", Kind::Loads, Unload, "", szNoOther},
+    {"DllCanUnloadNow", Kind::Plain, CanUnloadNow, "", szNoOther},
+    {"DllGetClassObject", Kind::Plain, GetClassObject<CLSID_ExtUI, IID_IClassFactory>, "E_OUTOFMEMORY null", szNoOther},
+    {"DllGetClassObject_other_interface", Kind::Plain, GetClassObject<CLSID_ExtUI, IID_IDot11ExtUI>, "E_OUTOFMEMORY null",
+     szNoOther},
+    {"DllGetClassObject_other_class", Kind::Plain, GetClassObject<IID_IDot11ExtUI, IID_IClassFactory>, "", szNoOther},
+    {"DllRegisterServer", Kind::Plain, Register, "E_OUTOFMEMORY", szRegistered},
+    {"DllUnregisterServer", Kind::Plain, Unregister, "E_OUTOFMEMORY", szRegistered},
+    {"CreateInstance_root", Kind::Plain, CreateInstance<IID_IDot11ExtUI>, "E_OUTOFMEMORY null", szNoOther},
+    {"CreateInstance_connection", Kind::Plain, CreateInstance<IID_ICCXExtUICon>, "E_OUTOFMEMORY null", szNoOther},
+    {"CreateInstance_security", Kind::Plain, CreateInstance<IID_ICCXExtUIKey>, "E_OUTOFMEMORY null", szNoOther},
+    {"CreateInstance_other_interface", Kind::Plain, CreateInstance<IID_IUnknown>, "", szNoOther},
+    {"CreateInstance_aggregated", Kind::Plain, CreateAggregated, "", szNoOther},
+    {"LockServer", Kind::Plain, LockServer, "", szNoOther},
 };
 } // namespace
 

@@ -5,6 +5,8 @@ namespace tests::walk
 {
 namespace
 {
+using Kind = Operation::Kind;
+
 template <class Interface, const IID& iid>
 std::string References(CWorld& world, CFault* pFault)
 {
@@ -58,17 +60,19 @@ std::string Reserved(CWorld& world, CFault* pFault)
 constexpr const char* szNotActivated = "[8][0-9A-F]{7} 0 null";
 
 constexpr Operation objectOperations[] = {
-    {"root_references", false, References<IDot11ExtUI, IID_IDot11ExtUI>, "", ""},
-    {"connection_references", false, References<ICCXExtUICon, IID_ICCXExtUICon>, "", ""},
-    {"security_references", false, References<ICCXExtUIKey, IID_ICCXExtUIKey>, "", ""},
-    {"root_last_release", false, LastRelease<IDot11ExtUI, IID_IDot11ExtUI>, "", ""},
-    {"connection_last_release", false, LastRelease<ICCXExtUICon, IID_ICCXExtUICon>, "", ""},
-    {"security_last_release", false, LastRelease<ICCXExtUIKey, IID_ICCXExtUIKey>, "", ""},
-    {"Dot11ExtUIGetFriendlyName", false, FriendlyName, "S_OK (null)", ""},
-    {"Dot11ExtUIGetProperties_connection", false, GetProperties<propertyKindConnection>, "E_OUTOFMEMORY 0 null", szNotActivated},
-    {"Dot11ExtUIGetProperties_security", false, GetProperties<propertyKindSecurity>, "E_OUTOFMEMORY 0 null", szNotActivated},
-    {"Dot11ExtUIGetProperties_other", false, GetProperties<1>, "", ""},
-    {"Dot11ExtUIReserved", false, Reserved, "", ""},
+    {"root_references", Kind::Plain, References<IDot11ExtUI, IID_IDot11ExtUI>, "", ""},
+    {"connection_references", Kind::Plain, References<ICCXExtUICon, IID_ICCXExtUICon>, "", ""},
+    {"security_references", Kind::Plain, References<ICCXExtUIKey, IID_ICCXExtUIKey>, "", ""},
+    {"root_last_release", Kind::Plain, LastRelease<IDot11ExtUI, IID_IDot11ExtUI>, "", ""},
+    {"connection_last_release", Kind::Plain, LastRelease<ICCXExtUICon, IID_ICCXExtUICon>, "", ""},
+    {"security_last_release", Kind::Plain, LastRelease<ICCXExtUIKey, IID_ICCXExtUIKey>, "", ""},
+    {"Dot11ExtUIGetFriendlyName", Kind::Plain, FriendlyName, "S_OK (null)", ""},
+    {"Dot11ExtUIGetProperties_connection", Kind::Plain, GetProperties<propertyKindConnection>, "E_OUTOFMEMORY 0 null",
+     szNotActivated},
+    {"Dot11ExtUIGetProperties_security", Kind::Plain, GetProperties<propertyKindSecurity>, "E_OUTOFMEMORY 0 null",
+     szNotActivated},
+    {"Dot11ExtUIGetProperties_other", Kind::Plain, GetProperties<1>, "", ""},
+    {"Dot11ExtUIReserved", Kind::Plain, Reserved, "", ""},
 };
 } // namespace
 

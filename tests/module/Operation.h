@@ -4,6 +4,7 @@
 #include "tests/module/Fault.h"
 #include "tests/module/WalkWorld.h"
 
+#include <ostream>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,8 +14,23 @@ namespace tests::walk
 struct Operation
 {
     std::string_view name;
-    // Whether the operation loads and unloads the module itself.
-    bool bLoads;
+    enum class Kind
+    {
+        Plain,
+        Loads,  // loads and unloads the module itself
+        Dialog, // on the stand-in the simulated service meets the faults of the functions that it shares with the module,
+                // so that any of them may change its answers
+        LoadsDialog,
+    };
+    Kind kind;
+    bool Loads() const
+    {
+        return kind == Kind::Loads || kind == Kind::LoadsDialog;
+    }
+    bool IsDialog() const
+    {
+        return kind == Kind::Dialog || kind == Kind::LoadsDialog;
+    }
     // Prepares what it needs, runs the operation, armed with the fault when there is one, and puts everything back.
     // The outcome is the result followed by every output.
     std::string (*run)(CWorld& world, CFault* pFault);
@@ -23,6 +39,11 @@ struct Operation
     // Outcomes, as a regular expression, that the operation may have besides the one without a fault.
     const char* szOtherOutcomes;
 };
+
+inline void PrintTo(const Operation& operation, std::ostream* pStream)
+{
+    *pStream << operation.name;
+}
 
 std::span<const Operation> ModuleOperations();
 std::span<const Operation> ObjectOperations();

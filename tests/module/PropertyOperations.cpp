@@ -6,6 +6,8 @@ namespace tests::walk
 {
 namespace
 {
+using Kind = Operation::Kind;
+
 constexpr const WCHAR* szSecurityProfile =
     OLESTR("<CCX><authenticatingNetwork><wpa2><encryption>TKIP</encryption></wpa2></authenticatingNetwork></CCX>");
 constexpr const WCHAR* szConnectionProfile =
@@ -153,22 +155,22 @@ std::string GetFlags(CWorld& world, CFault* pFault)
 
 constexpr Operation propertyOperations[] = {
     // A text that could not be allocated is left null.
-    {"security_Initialize", false, Initialize, "E_OUTOFMEMORY 0", "S_OK 3( WEP| TKIP| AES| \\(null\\)){3}"},
-    {"security_GetName", false, Name<Security>, "E_OUTOFMEMORY (null)", ""},
-    {"security_ShowDialog", false, SecurityShowDialog, "", ""},
-    {"security_GetSelected", false, GetSelected<Security>, "E_OUTOFMEMORY 77", "S_OK [01]"},
-    {"security_SetSelected", false, SetSelected<Security>, "E_OUTOFMEMORY 0 kept", szOtherProfiles},
-    {"security_HasDialog", false, HasDialog<Security>, "", ""},
-    {"security_GetDisplayInfo", false, GetDisplayInfo<Security>, "E_OUTOFMEMORY 77 77 null", "S_OK 3 [012] entries"},
-    {"security_SetDisplayInfo", false, SetDisplayInfo<Security>, "E_OUTOFMEMORY 0 kept", szOtherProfiles},
-    {"security_GetFlags", false, GetFlags<Security>, "", ""},
-    {"connection_GetName", false, Name<Connection>, "E_OUTOFMEMORY (null)", "S_OK "},
-    {"connection_GetSelected", false, GetSelected<Connection>, "", ""},
-    {"connection_SetSelected", false, SetSelected<Connection>, "E_OUTOFMEMORY 0 kept", szOtherProfiles},
-    {"connection_HasDialog", false, HasDialog<Connection>, "", ""},
-    {"connection_GetDisplayInfo", false, GetDisplayInfo<Connection>, "", ""},
-    {"connection_SetDisplayInfo", false, SetDisplayInfo<Connection>, "", ""},
-    {"connection_GetFlags", false, GetFlags<Connection>, "", ""},
+    {"security_Initialize", Kind::Plain, Initialize, "E_OUTOFMEMORY 0", "S_OK 3( WEP| TKIP| AES| \\(null\\)){3}"},
+    {"security_GetName", Kind::Plain, Name<Security>, "E_OUTOFMEMORY (null)", ""},
+    {"security_ShowDialog", Kind::Plain, SecurityShowDialog, "", ""},
+    {"security_GetSelected", Kind::Plain, GetSelected<Security>, "E_OUTOFMEMORY 77", "S_OK [01]"},
+    {"security_SetSelected", Kind::Plain, SetSelected<Security>, "E_OUTOFMEMORY 0 kept", szOtherProfiles},
+    {"security_HasDialog", Kind::Plain, HasDialog<Security>, "", ""},
+    {"security_GetDisplayInfo", Kind::Plain, GetDisplayInfo<Security>, "E_OUTOFMEMORY 77 77 null", "S_OK 3 [012] entries"},
+    {"security_SetDisplayInfo", Kind::Plain, SetDisplayInfo<Security>, "E_OUTOFMEMORY 0 kept", szOtherProfiles},
+    {"security_GetFlags", Kind::Plain, GetFlags<Security>, "", ""},
+    {"connection_GetName", Kind::Plain, Name<Connection>, "E_OUTOFMEMORY (null)", "S_OK "},
+    {"connection_GetSelected", Kind::Plain, GetSelected<Connection>, "", ""},
+    {"connection_SetSelected", Kind::Plain, SetSelected<Connection>, "E_OUTOFMEMORY 0 kept", szOtherProfiles},
+    {"connection_HasDialog", Kind::Plain, HasDialog<Connection>, "", ""},
+    {"connection_GetDisplayInfo", Kind::Plain, GetDisplayInfo<Connection>, "", ""},
+    {"connection_SetDisplayInfo", Kind::Plain, SetDisplayInfo<Connection>, "", ""},
+    {"connection_GetFlags", Kind::Plain, GetFlags<Connection>, "", ""},
 };
 } // namespace
 

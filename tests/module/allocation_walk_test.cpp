@@ -28,8 +28,14 @@ TEST(AllocationWalk, Properties)
 {
     Walk(PropertyOperations(), Allocators());
 }
-TEST(AllocationWalk, Dialogs)
+
+class AllocationWalkDialog : public testing::TestWithParam<Operation>
 {
-    Walk(DialogOperations(), Allocators());
+};
+TEST_P(AllocationWalkDialog, Walk)
+{
+    Walk({&GetParam(), 1}, Allocators());
 }
+INSTANTIATE_TEST_SUITE_P(Each, AllocationWalkDialog, testing::ValuesIn(DialogOperations().begin(), DialogOperations().end()),
+                         [](const auto& row) { return std::string(row.param.name); });
 } // namespace

@@ -24,8 +24,14 @@ TEST(FaultWalk, Properties)
 {
     Walk(PropertyOperations(), AllFunctions());
 }
-TEST(FaultWalk, Dialogs)
+
+class FaultWalkDialog : public testing::TestWithParam<Operation>
 {
-    Walk(DialogOperations(), AllFunctions());
+};
+TEST_P(FaultWalkDialog, Walk)
+{
+    Walk({&GetParam(), 1}, AllFunctions());
 }
+INSTANTIATE_TEST_SUITE_P(Each, FaultWalkDialog, testing::ValuesIn(DialogOperations().begin(), DialogOperations().end()),
+                         [](const auto& row) { return std::string(row.param.name); });
 } // namespace

@@ -13,6 +13,7 @@ namespace
 {
 constexpr UINT messageTimeoutMs = 10000;
 constexpr auto windowTimeout = std::chrono::seconds(10);
+constexpr auto moment = std::chrono::milliseconds(200);
 constexpr int messageTextId = 0xFFFF;
 
 LRESULT Send(HWND hwnd, UINT uMessage, WPARAM wParam = 0, LPARAM lParam = 0)
@@ -38,9 +39,14 @@ BOOL CALLBACK Inspect(HWND hwnd, LPARAM lParam)
         return TRUE;
     if (GetDlgItem(hwnd, IDC_RADIO_MEASUREMENT))
         search.hwndDialog = hwnd;
-    else if (GetDlgItem(hwnd, messageTextId))
-        search.hwndMessageBox = hwnd;
+    else if (!search.hwndMessageBox && GetDlgItem(hwnd, messageTextId))
+        search.hwndMessageBox = hwnd; // the topmost
     return TRUE;
+}
+
+HWND FrontOf(const Search& search)
+{
+    return search.hwndMessageBox ? search.hwndMessageBox : search.hwndDialog;
 }
 
 // Asks until it gets a window or the operation has ended; null when none comes.
@@ -169,9 +175,21 @@ CActedWindow CDialogActor::WaitForMessageBox()
 
 std::optional<CActedWindow> CDialogActor::WaitForAny()
 {
-    const HWND hwnd =
-        WaitFor(m_ended, [](const Search& search) { return search.hwndMessageBox ? search.hwndMessageBox : search.hwndDialog; });
+    const HWND hwnd = WaitFor(m_ended, FrontOf);
     return hwnd ? std::optional(CActedWindow(hwnd)) : std::nullopt;
+}
+
+void CDialogActor::WaitForChange(const CActedWindow& window)
+{
+    const auto end = std::chrono::steady_clock::now() + moment;
+    while (!m_ended.stop_requested() && std::chrono::steady_clock::now() < end)
+    {
+        Search search;
+        EnumWindows(Inspect, reinterpret_cast<LPARAM>(&search));
+        if (FrontOf(search) != window.Get())
+            return;
+        Sleep(1);
+    }
 }
 
 void CDialogActor::WaitForEnd(const CActedWindow& window)

@@ -59,6 +59,9 @@ public:
     // Waits for any of the two, the box before the dialog behind it; nothing when the operation ends first, which is no
     // failure here.
     std::optional<CActedWindow> WaitForAny();
+    // Waits until another window, or none, is the one to be acted upon; for a moment only, since the last act may have had
+    // no effect.
+    void WaitForChange(const CActedWindow& window);
     // Waits until the window is gone.
     void WaitForEnd(const CActedWindow& window);
 
