@@ -5,7 +5,7 @@
 namespace
 {
 // WLANProfile, MSM, security, authEncryption and its children.
-constexpr std::size_t depthInUse = 5;
+constexpr std::size_t securityDepth = 5;
 constexpr CWideView pathToSecurity[] = {OLESTR("MSM"), OLESTR("security"), OLESTR("authEncryption")};
 
 CWideString ChildText(const CElementMap& map, const XmlElement& parent, CWideView name)
@@ -22,7 +22,7 @@ CWideString ChildText(const CElementMap& map, const XmlElement& parent, CWideVie
 
 OwnSecurity OwnSecurityOf(CWideView profile)
 {
-    const CElementMap map(profile, depthInUse);
+    const CElementMap map(profile, securityDepth);
     const XmlElement* pElement = &map.Root();
     for (const CWideView name : pathToSecurity)
         if (pElement)

@@ -6,14 +6,14 @@
 namespace
 {
 constexpr const WCHAR* serverKey = OLESTR("CLSID\\{6C0E5D21-3B7A-4F19-9D42-7E1A8C3F5B60}\\InprocServer32");
-constexpr DWORD maxPathLength = 32767;
+constexpr DWORD maxServerPathLength = 32767;
 } // namespace
 
 std::string RegisteredModuleFile()
 {
     CUniqueKey key;
-    CWideString strFile(maxPathLength, WCHAR{});
-    DWORD cbFile = maxPathLength * sizeof(WCHAR);
+    CWideString strFile(maxServerPathLength, WCHAR{});
+    DWORD cbFile = maxServerPathLength * sizeof(WCHAR);
     if (RegOpenKeyExW(HKEY_CLASSES_ROOT, serverKey, 0, KEY_READ, key.Put()) != ERROR_SUCCESS ||
         RegQueryValueExW(key.Get(), nullptr, nullptr, nullptr, reinterpret_cast<LPBYTE>(strFile.data()), &cbFile) !=
             ERROR_SUCCESS)

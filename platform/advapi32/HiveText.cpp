@@ -40,7 +40,7 @@ const Named<T>* FindNamed(const Named<T> (&table)[n], const std::string& name)
 }
 
 template <class T, std::size_t n>
-const Named<T>* FindValue(const Named<T> (&table)[n], T value)
+const Named<T>* FindNamed(const Named<T> (&table)[n], T value)
 {
     const auto found = std::ranges::find_if(table, [&](const auto& row) { return value == row.value; });
     return found == std::end(table) ? nullptr : &*found;
@@ -161,7 +161,7 @@ Json ValueJson(const Value& value)
         return dwNumber;
     }
     Json json;
-    if (const auto* const pType = FindValue(typeNames, value.dwType))
+    if (const auto* const pType = FindNamed(typeNames, value.dwType))
         json["type"] = pType->szName;
     else
         json["type"] = value.dwType;
@@ -221,7 +221,7 @@ Json KeyJson(const Key& key)
 {
     Json json = Json::object();
     if (key.access)
-        json["access"] = FindValue(accessNames, *key.access)->szName;
+        json["access"] = FindNamed(accessNames, *key.access)->szName;
     for (const auto& [folded, value] : key.values)
         json["values"][ToUtf8(value.name)] = ValueJson(value);
     for (const auto& [folded, pKey] : key.keys)

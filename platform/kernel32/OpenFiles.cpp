@@ -21,7 +21,7 @@ struct OpenFileTable
     std::list<const COpenFileEntry*> entries;
 };
 
-OpenFileTable& Table()
+OpenFileTable& OpenFiles()
 {
     static auto* const pTable = new OpenFileTable;
     return *pTable;
@@ -46,8 +46,8 @@ bool Conflicts(const COpenFileEntry& entry, const OpenRequest& request)
 
 bool IsHeldAgainst(const struct stat& status, const OpenRequest& request)
 {
-    const std::lock_guard lock(Table().lock);
-    return std::ranges::any_of(Table().entries,
+    const std::lock_guard lock(OpenFiles().lock);
+    return std::ranges::any_of(OpenFiles().entries,
                                [&](const auto* pEntry) { return IsSame(*pEntry, status) && Conflicts(*pEntry, request); });
 }
 
@@ -107,14 +107,14 @@ CDescriptor::~CDescriptor()
 COpenFileEntry::COpenFileEntry(dev_t device, ino_t inode, DWORD dwAccess, DWORD dwShareMode)
     : m_device(device), m_inode(inode), m_dwAccess(dwAccess), m_dwShareMode(dwShareMode)
 {
-    const std::lock_guard lock(Table().lock);
-    Table().entries.push_back(this);
+    const std::lock_guard lock(OpenFiles().lock);
+    OpenFiles().entries.push_back(this);
 }
 
 COpenFileEntry::~COpenFileEntry()
 {
-    const std::lock_guard lock(Table().lock);
-    Table().entries.remove(this);
+    const std::lock_guard lock(OpenFiles().lock);
+    OpenFiles().entries.remove(this);
 }
 
 OpenedFile OpenHostFile(const std::filesystem::path& hostPath, const OpenRequest& request)
@@ -154,8 +154,8 @@ bool IsHeldWithoutDeleteSharing(const std::filesystem::path& hostPath)
     struct stat status = {};
     if (lstat(hostPath.c_str(), &status) != 0)
         return false;
-    const std::lock_guard lock(Table().lock);
-    return std::ranges::any_of(Table().entries, [&](const auto* pEntry)
+    const std::lock_guard lock(OpenFiles().lock);
+    return std::ranges::any_of(OpenFiles().entries, [&](const auto* pEntry)
                                { return IsSame(*pEntry, status) && (pEntry->m_dwShareMode & FILE_SHARE_DELETE) == 0; });
 }
 } // namespace platform

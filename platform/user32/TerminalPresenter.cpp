@@ -101,7 +101,7 @@ constexpr KeyRow functionKeys[] = {
     {altDown, VK_DOWN, false, true},
 };
 constexpr wint_t escape = 27;
-constexpr WCHAR backspace = 8;
+constexpr WCHAR backspaceKey = 8;
 
 Input KeyPressed(UINT uKey, bool bShift = false, bool bAlt = false)
 {
@@ -204,7 +204,7 @@ void CTerminalPresenter::ReadCode(int nCode, std::vector<Input>& inputs) const
     if (nCode == KEY_MOUSE)
         return ReadMouse(inputs);
     if (nCode == KEY_BACKSPACE)
-        return inputs.push_back(Typed(backspace));
+        return inputs.push_back(Typed(backspaceKey));
     const auto* row =
         std::find_if(std::begin(functionKeys), std::end(functionKeys), [nCode](const KeyRow& key) { return key.nCode == nCode; });
     if (row != std::end(functionKeys))
@@ -217,8 +217,8 @@ void CTerminalPresenter::ReadCharacter(wint_t ch, std::vector<Input>& inputs)
         return inputs.push_back(KeyPressed(VK_RETURN));
     if (ch == L'\t')
         return inputs.push_back(KeyPressed(VK_TAB));
-    if (ch == 127 || ch == backspace)
-        return inputs.push_back(Typed(backspace));
+    if (ch == 127 || ch == backspaceKey)
+        return inputs.push_back(Typed(backspaceKey));
     if (ch == escape)
     {
         // A terminal sends Alt as Esc and the letter in one go.

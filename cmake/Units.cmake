@@ -1,0 +1,17 @@
+# Compiles the sources of one folder together: reading the same headers again and again is what building costs here. The
+# product itself is compiled file by file, so that each of its files shows that it includes what it needs.
+#
+# compile_by_folder(TARGET SOURCES... [ALONE FILES...]): FILES have names of their own that others use too.
+function(compile_by_folder target)
+    cmake_parse_arguments(arg "" "" "ALONE" ${ARGN})
+    foreach(source ${arg_UNPARSED_ARGUMENTS})
+        cmake_path(GET source FILENAME name)
+        if(name IN_LIST arg_ALONE)
+            continue()
+        endif()
+        cmake_path(GET source PARENT_PATH folder)
+        string(MAKE_C_IDENTIFIER "${folder}" group)
+        set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
+    endforeach()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+endfunction()
