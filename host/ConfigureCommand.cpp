@@ -9,9 +9,13 @@
 #include "host/ServiceArguments.h"
 #include "host/SessionArguments.h"
 #include "host/StoredProfile.h"
+#include "host/Watchdog.h"
 
 namespace
 {
+// Longer than the person at the dialog waits, who has more to tell.
+constexpr auto longestRun = std::chrono::seconds(25);
+
 struct ConfigureArguments
 {
     std::string strProfile;
@@ -40,7 +44,8 @@ CWideString Configure(CSession& session, const CProfile& profile, CConnectionCon
     for (const std::string& strMessage : report.messages)
         session.Print("Message box: " + strMessage + "\n");
     if (!report.strRefusal.empty())
-        throw CHostError(report.strRefusal + "; cancelled, nothing is changed");
+        throw CHostError(report.strRefusal +
+                         (strConfigured ? "; the profile is not changed" : "; cancelled, nothing is changed"));
     if (!strConfigured)
         throw CHostError("the dialog was cancelled");
     return *strConfigured;
@@ -103,6 +108,7 @@ void Configure(const ConfigureArguments& arguments)
 {
     // Nobody sits at this dialog: the stand-in is to keep the terminal as it is.
     SetEnvironmentVariableW(OLESTR("PLATFORM_DIALOGS"), OLESTR("none"));
+    const CWatchdog watchdog(longestRun);
     const GUID adapter = *GuidOf(arguments.service.strAdapter);
     const std::vector<WantedState> states = ChoicesOf(arguments.settings);
     if (arguments.strProfile.empty())

@@ -3,15 +3,10 @@
 #include "host/DialogSight.h"
 #include "host/HostError.h"
 
-#include <cstdlib>
-#include <iostream>
-
 namespace
 {
 constexpr auto patience = std::chrono::seconds(20);
-constexpr auto patienceWithCancel = std::chrono::seconds(5);
 constexpr DWORD pauseMs = 5;
-constexpr int exitRefused = 1;
 
 // BM_CLICK and CB_SETCURSEL work on controls that no hand could reach, so their state is looked at first.
 void RequireUsable(HWND hwndControl, const WantedState& state)
@@ -115,8 +110,7 @@ void CDialogPerson::Work(const std::stop_token& stop)
 
 void CDialogPerson::Leave(const std::stop_token& stop)
 {
-    const auto end = std::chrono::steady_clock::now() + patienceWithCancel;
-    for (bool bCancelled = false; !stop.stop_requested() && std::chrono::steady_clock::now() < end; Sleep(pauseMs))
+    for (bool bCancelled = false; !stop.stop_requested(); Sleep(pauseMs))
     {
         if (const HWND hwndBox = FindMessageBox())
             Press(hwndBox, AnswerButton(hwndBox));
@@ -125,10 +119,6 @@ void CDialogPerson::Leave(const std::stop_token& stop)
             Press(hwndDialog, IDCANCEL);
         bCancelled = bCancelled || hwndDialog;
     }
-    if (stop.stop_requested())
-        return;
-    std::cerr << "korihost: " << m_report.strRefusal << "; the dialog cannot be cancelled either" << std::endl;
-    std::_Exit(exitRefused);
 }
 
 void CDialogPerson::Answer(HWND hwndBox)

@@ -24,7 +24,7 @@ class CDialogPerson
 public:
     // Waits for the dialog, brings its controls into the states and confirms. A control that has to change and is
     // disabled or hidden, a message box of the dialog, and 20 seconds without an end make the person cancel instead.
-    // Message boxes are answered. If even cancelling does not end the dialog, the whole program is ended with exit code 1.
+    // Message boxes are answered. Whoever cannot wait for a dialog that even then does not end has to see to it.
     explicit CDialogPerson(std::vector<WantedState> states);
 
     // To be called once the dialog operation has returned.
