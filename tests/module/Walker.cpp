@@ -127,6 +127,9 @@ private:
             m_world.Load();
             if (!m_world.IsLineWritten())
                 Complain("silences the log for good");
+            // What is kept from a first time on.
+            if (!bLoadedHere)
+                Run(nullptr);
         }
         if (bLoadedHere)
             m_world.Unload();

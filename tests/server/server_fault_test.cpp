@@ -112,23 +112,4 @@ TEST(RootObjectFaults, NameWithoutMemoryIsNull)
     EXPECT_TRUE(fault.HasFired());
     EXPECT_EQ(nullptr, bstrName);
 }
-
-TEST(ModuleEntryFaults, WithoutALocaleNameTheEnglishFileServes)
-{
-    SetEnvironmentVariableW(OLESTR("LC_ALL"), OLESTR("de_DE.UTF-8"));
-    ASSERT_TRUE(SetCurrentDirectoryW(tests::PlatformNameOf(tests::BuildFolder()).c_str())); // where a German file lies
-    const auto title = []
-    {
-        const CModuleUnderTest module(CModuleUnderTest::Registration::None);
-        CBstr name;
-        EXPECT_EQ(S_OK, module.Create<ICCXExtUICon>(IID_ICCXExtUICon)->Dot11ExtUIPropertyGetName(name.Put()));
-        return tests::TextOf(name);
-    };
-    const auto usual = title();
-    if (usual == "Korvane Connection Settings")
-        GTEST_SKIP() << "the user's language has no file here";
-    const CFailNth fault("GetUserDefaultLocaleName", 1);
-    EXPECT_EQ("Korvane Connection Settings", title());
-    EXPECT_TRUE(fault.HasFired());
-}
 } // namespace

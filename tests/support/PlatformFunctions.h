@@ -122,6 +122,7 @@ inline constexpr UnfailingFunction unfailingFunctions[] = {
     {"_snwprintf", "formats with arguments of their own types; what it cannot place it cuts"},
     {"_vsnwprintf", "formats that were held against their arguments at compile time; what it cannot place it cuts"},
     {"fclose", "closes a file to which nothing was written"},
+    {"fflush", "hands on the echo, and the result is not looked at"},
     {"malloc", "memory of the language's own allocation, which the allocation walk makes fail"},
     {"free", "has no result"},
     {"memchr", "cannot fail"},
