@@ -6,13 +6,17 @@
 #include "wlan/SelectedInterface.h"
 #include "wlan/WlanAdapterList.h"
 
+#include <optional>
+
 namespace
 {
-// Built at the first call and destroyed when the module is unloaded.
+// Built at the first call and destroyed when the module is unloaded. Not a static object of the function: the guard that a
+// run-time puts around one may need memory, and ends the host when there is none. One dialog at a time needs no guard.
+std::optional<CWlanAdapterList> adapterList;
+
 const CWlanAdapterList& AdapterList()
 {
-    static const CWlanAdapterList adapters;
-    return adapters;
+    return adapterList ? *adapterList : adapterList.emplace();
 }
 
 // Leaves the maker's adapter selected when there is one.
