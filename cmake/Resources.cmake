@@ -40,6 +40,11 @@ function(add_module_resources target rc)
         "    .section .note.GNU-stack,\"\",@progbits\n")
     target_sources(${target} PRIVATE ${carrier})
     set_source_files_properties(${carrier} TARGET_DIRECTORY ${target} PROPERTIES OBJECT_DEPENDS ${res} LANGUAGE ASM)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+        # The warnings and sanitizers of the sources beside it mean nothing to an assembler.
+        set_source_files_properties(${carrier} TARGET_DIRECTORY ${target} PROPERTIES
+            COMPILE_OPTIONS -Wno-unused-command-line-argument)
+    endif()
     # The carrier must not be compiled before the .res file is there.
     add_custom_target(${target}_res DEPENDS ${res})
     add_dependencies(${target} ${target}_res)

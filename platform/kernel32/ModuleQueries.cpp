@@ -6,14 +6,14 @@
 
 using namespace platform;
 
-using LoaderGuard = std::lock_guard<std::recursive_mutex>;
+using QueryGuard = std::lock_guard<std::recursive_mutex>;
 
 DWORD WINAPI GetModuleFileNameW(HMODULE hModule, LPWSTR szFileName, DWORD cchFileName)
 {
     return KernelCall("GetModuleFileNameW", ERROR_MOD_NOT_FOUND, DWORD{0},
                       [&]
                       {
-                          const LoaderGuard lock(LoaderLock());
+                          const QueryGuard lock(LoaderLock());
                           const CModule* const pModule = FindModule(hModule);
                           if (!pModule)
                               return FailWith(ERROR_MOD_NOT_FOUND, DWORD{0});
@@ -34,7 +34,7 @@ FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR szProcName)
     return KernelCall("GetProcAddress", ERROR_PROC_NOT_FOUND, FARPROC{nullptr},
                       [&]
                       {
-                          const LoaderGuard lock(LoaderLock());
+                          const QueryGuard lock(LoaderLock());
                           const CModule* const pModule = FindModule(hModule);
                           if (!pModule)
                               return FailWith(ERROR_MOD_NOT_FOUND, FARPROC{nullptr});
@@ -49,7 +49,7 @@ BOOL WINAPI DisableThreadLibraryCalls(HMODULE hModule)
     return KernelCall("DisableThreadLibraryCalls", ERROR_INVALID_HANDLE, FALSE,
                       [&]
                       {
-                          const LoaderGuard lock(LoaderLock());
+                          const QueryGuard lock(LoaderLock());
                           // No module is told of threads here, so that there is nothing to turn off for a live one.
                           return hModule && FindModule(hModule) ? TRUE : FailWith(ERROR_INVALID_HANDLE, FALSE);
                       });
