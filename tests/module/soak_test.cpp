@@ -1,0 +1,80 @@
+// Many operations of each kind in one process: what the process holds stays as it was. KORIHVUI_SOAK says how many
+// (100000 for a long run); by default it is a small slice.
+#include "tests/module/Operation.h"
+#include "tests/support/ProcessResources.h"
+
+#include <cstdlib>
+#include <iostream>
+
+namespace
+{
+using namespace tests::walk;
+
+// A dialog, a load or a change of the registry takes a hundred times as long as anything else.
+constexpr unsigned slice = 300;
+constexpr unsigned slowSlice = 10;
+
+unsigned Repetitions(bool bSlow)
+{
+    const char* const szCount = std::getenv("KORIHVUI_SOAK");
+    const auto uCount = szCount ? static_cast<unsigned>(std::strtoul(szCount, nullptr, 10)) : 0;
+    return uCount != 0 ? uCount : bSlow ? slowSlice : slice;
+}
+
+bool IsSlow(const Operation& operation)
+{
+    return operation.kind != Operation::Kind::Plain || operation.name.ends_with("registerServer") ||
+           operation.name.ends_with("RegisterServer");
+}
+
+class Soak : public testing::TestWithParam<Operation>
+{
+};
+
+TEST_P(Soak, LeavesTheProcessAsItWas)
+{
+    const auto& operation = GetParam();
+    CWorld world;
+    if (!operation.Loads())
+        world.Load();
+    testing::internal::CaptureStdout();
+    const unsigned uCount = Repetitions(IsSlow(operation));
+    const auto usual = operation.run(world, nullptr);
+    // The process's own stores grow at first, however little is left behind later.
+    for (unsigned u = 0; u < uCount / 10 + 5; ++u)
+        operation.run(world, nullptr);
+    const auto before = tests::MeasureResources();
+    const auto aliveBefore = world.CountAlive();
+    unsigned uUnusual = 0;
+    for (unsigned u = 0; u < uCount; ++u)
+        uUnusual += operation.run(world, nullptr) == usual ? 0 : 1;
+    const auto after = tests::MeasureResources();
+    auto aliveAfter = world.CountAlive();
+    testing::internal::GetCapturedStdout();
+
+    EXPECT_EQ(0u, uUnusual);
+    if (operation.Loads() && operation.IsDialog())
+    {
+        // The one handle that each life of the module leaves to the process.
+        EXPECT_EQ(aliveBefore.lServiceHandles + static_cast<LONG>(uCount), aliveAfter.lServiceHandles);
+        aliveAfter.lServiceHandles = aliveBefore.lServiceHandles;
+    }
+    EXPECT_EQ(aliveBefore, aliveAfter);
+    constexpr std::size_t nHandlesOfOthers = 4; // threads of the system come and go
+    EXPECT_LE(after.nHandles, before.nHandles + nHandlesOfOthers);
+    constexpr std::size_t cbSpread = std::size_t{4} << 20;
+    EXPECT_LE(after.cbMemory, before.cbMemory + cbSpread);
+    std::cout << uCount << " times: handles " << before.nHandles << " to " << after.nHandles << ", memory "
+              << before.cbMemory / 1024 << " to " << after.cbMemory / 1024 << " KiB\n";
+}
+
+std::vector<Operation> AllOperations()
+{
+    std::vector<Operation> all;
+    for (const auto operations : {ModuleOperations(), ObjectOperations(), PropertyOperations(), DialogOperations()})
+        all.insert(all.end(), operations.begin(), operations.end());
+    return all;
+}
+INSTANTIATE_TEST_SUITE_P(Each, Soak, testing::ValuesIn(AllOperations()),
+                         [](const auto& row) { return std::string(row.param.name); });
+} // namespace
