@@ -52,7 +52,7 @@ public:
     void Choose(int nList, int nEntry) const
     {
         m_window.Select(nList, nEntry);
-        SendMessageW(m_window.Get(), WM_COMMAND, MAKEWPARAM(nList, CBN_SELCHANGE),
+        SendMessageW(m_window.Get(), WM_COMMAND, MAKEWPARAM(static_cast<UINT>(nList), CBN_SELCHANGE),
                      reinterpret_cast<LPARAM>(GetDlgItem(m_window.Get(), nList)));
     }
     std::string Trace() const
