@@ -2,6 +2,7 @@
 #include "resources/resource.h"
 #include "tests/module/Operation.h"
 #include "tests/support/DialogActor.h"
+#include "tests/support/RegistryValue.h"
 
 namespace tests::walk
 {
@@ -30,6 +31,7 @@ struct Scenario
     const WCHAR* szProfile;
     int nButton;
     bool bBandless;
+    bool bMeasurementHidden;
 };
 
 std::string Show(CWorld& world, CFault* pFault, const Scenario& scenario)
@@ -40,6 +42,9 @@ std::string Show(CWorld& world, CFault* pFault, const Scenario& scenario)
     CProfileOutputs outputs;
     HRESULT hr = E_UNEXPECTED;
     world.ResetProfiles();
+    std::optional<CRegistryValue> hidden;
+    if (scenario.bMeasurementHidden)
+        hidden.emplace(HKEY_LOCAL_MACHINE, OLESTR("SOFTWARE\\Korvane\\Fenn"), OLESTR("NoCCX"), DWORD{1});
     {
         CDialogActor actor([&](CDialogActor& self) { Press(self, scenario.nButton); });
         hr = Call(
@@ -51,10 +56,10 @@ std::string Show(CWorld& world, CFault* pFault, const Scenario& scenario)
     return outputs.Describe(hr) + (bWhole ? "" : " torn");
 }
 
-constexpr Scenario ok = {OLESTR("<CCX><Rapido>true</Rapido></CCX>"), IDOK, false};
-constexpr Scenario cancel = {OLESTR("<CCX/>"), IDCANCEL, false};
-constexpr Scenario invalid = {OLESTR("<CCX><KeepAliveTimer/></CCX>"), IDOK, false};
-constexpr Scenario bandless = {OLESTR("<CCX/>"), IDOK, true};
+constexpr Scenario ok = {OLESTR("<CCX><Rapido>true</Rapido></CCX>"), IDOK, false, false};
+constexpr Scenario cancel = {OLESTR("<CCX/>"), IDCANCEL, false, true};
+constexpr Scenario invalid = {OLESTR("<CCX><KeepAliveTimer/></CCX>"), IDOK, false, false};
+constexpr Scenario bandless = {OLESTR("<CCX/>"), IDOK, true, false};
 
 template <const Scenario& scenario>
 std::string ShowDialog(CWorld& world, CFault* pFault)

@@ -1,5 +1,8 @@
 // Every platform function fails at every call in every public operation.
+#include "platform/testing/Faults.h"
 #include "tests/module/Walker.h"
+
+#include <set>
 
 namespace
 {
@@ -10,6 +13,35 @@ std::vector<tests::PlatformFunction> AllFunctions()
     std::vector<tests::PlatformFunction> functions(std::begin(tests::platformFunctions), std::end(tests::platformFunctions));
     functions.insert(functions.end(), std::begin(tests::documentOperations), std::end(tests::documentOperations));
     return functions;
+}
+
+// A function that no operation calls would be walked without ever failing.
+TEST(FaultWalk, EachFunctionIsCalledSomewhere)
+{
+    constexpr unsigned never = 0xFFFFFFFF;
+    CWorld world;
+    std::set<std::string_view> uncalled;
+    for (const auto& function : AllFunctions())
+        uncalled.insert(function.name);
+    testing::internal::CaptureStdout();
+    for (const auto operations : {ModuleOperations(), ObjectOperations(), PropertyOperations(), DialogOperations()})
+        for (const auto& operation : operations)
+        {
+            if (operation.Loads())
+                world.Unload();
+            else if (!world.IsLoaded())
+                world.Load();
+            for (const auto name : uncalled)
+                platform::testing::PlanFault(name.data(), never, 1);
+            operation.run(world, nullptr);
+            std::erase_if(
+                uncalled, [&](std::string_view name)
+                { return platform::testing::CountCalls(name.data()) != 0 || world.Service().CountCalls(name.data()) != 0; });
+            platform::testing::ClearFaults();
+        }
+    testing::internal::GetCapturedStdout();
+    for (const auto name : uncalled)
+        ADD_FAILURE() << name << " is not called";
 }
 
 TEST(FaultWalk, Module)
