@@ -23,6 +23,9 @@ TEST(FaultWalk, EachFunctionIsCalledSomewhere)
     std::set<std::string_view> uncalled;
     for (const auto& function : AllFunctions())
         uncalled.insert(function.name);
+    // A folder without a language file, so that the search for one goes all its way.
+    const tests::CTestFolder elsewhere;
+    ASSERT_TRUE(SetCurrentDirectoryW(elsewhere.PlatformName().c_str()));
     testing::internal::CaptureStdout();
     for (const auto operations : {ModuleOperations(), ObjectOperations(), PropertyOperations(), DialogOperations()})
         for (const auto& operation : operations)
@@ -42,6 +45,7 @@ TEST(FaultWalk, EachFunctionIsCalledSomewhere)
     testing::internal::GetCapturedStdout();
     for (const auto name : uncalled)
         ADD_FAILURE() << name << " is not called";
+    SetCurrentDirectoryW(tests::PlatformNameOf(tests::BuildFolder()).c_str());
 }
 
 TEST(FaultWalk, Module)
