@@ -26,6 +26,8 @@ void CallWith(const char* szExport)
 
 CWorld::CWorld() : m_service(machine)
 {
+    // As every host has COM ready: a module that is unloaded by COM while it alone keeps COM ready takes COM's ground away.
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     ResetProfiles();
     // Not by the module that is walked: registering takes longer than most operations.
     CallWith("DllRegisterServer");
@@ -35,6 +37,7 @@ CWorld::~CWorld()
 {
     Unload();
     CallWith("DllUnregisterServer");
+    CoUninitialize();
 }
 
 void CWorld::Load()
