@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cwchar>
+#include <string>
 
 namespace platform
 {
@@ -22,22 +23,6 @@ namespace
     current.sa_handler = SIG_IGN;
     return sigaction(SIGPIPE, &current, nullptr) == 0;
 }();
-
-// One text and its line end belong together, whatever other threads print.
-class COutputLock
-{
-public:
-    COutputLock()
-    {
-        flockfile(stdout);
-    }
-    ~COutputLock()
-    {
-        funlockfile(stdout);
-    }
-    COutputLock(const COutputLock&) = delete;
-    COutputLock& operator=(const COutputLock&) = delete;
-};
 } // namespace
 } // namespace platform
 
@@ -51,16 +36,20 @@ int _putws(const WCHAR* szText)
         SetRuntimeError(testing::FaultCode("_putws", ERROR_WRITE_FAULT));
         return nFailure;
     }
-    const COutputLock lock;
-    for (; *szText != 0; ++szText)
+    // Written in one piece: the stream's own lock then keeps the lines of several threads apart.
+    std::string text;
+    bool bConverted = true;
+    for (; *szText != 0 && bConverted; ++szText)
     {
-        if (*szText > 0xFF)
-        {
-            errno = EILSEQ;
-            return nFailure;
-        }
-        if (putc_unlocked(*szText, stdout) == EOF)
-            return nFailure;
+        bConverted = *szText <= 0xFF;
+        if (bConverted)
+            text += static_cast<char>(*szText);
     }
-    return putc_unlocked('\n', stdout) == EOF ? nFailure : 0;
+    if (bConverted)
+        text += '\n';
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
+        return nFailure;
+    if (!bConverted)
+        errno = EILSEQ;
+    return bConverted ? 0 : nFailure;
 }
