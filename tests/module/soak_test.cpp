@@ -61,6 +61,7 @@ TEST_P(Soak, LeavesTheProcessAsItWas)
     }
     EXPECT_EQ(aliveBefore, aliveAfter);
     constexpr std::size_t nHandlesOfOthers = 4; // threads of the system come and go
+    EXPECT_NE(0u, before.nHandles);
     EXPECT_LE(after.nHandles, before.nHandles + nHandlesOfOthers);
     constexpr std::size_t cbSpread = std::size_t{4} << 20;
     EXPECT_LE(after.cbMemory, before.cbMemory + cbSpread);

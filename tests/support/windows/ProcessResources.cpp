@@ -1,18 +1,55 @@
 #include <windows.h>
 
 #include <psapi.h>
+#include <winternl.h>
 
 #include "tests/support/ProcessResources.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace tests
 {
+namespace
+{
+// The system's own list of all handles: not every version of the platform keeps the count of one process's handles.
+constexpr auto systemHandles = static_cast<SYSTEM_INFORMATION_CLASS>(16);
+
+struct SystemHandle
+{
+    ULONG uProcess;
+    BYTE bType;
+    BYTE bFlags;
+    USHORT uHandle;
+    void* pObject;
+    ACCESS_MASK access;
+};
+struct SystemHandles
+{
+    ULONG cHandles;
+    SystemHandle handles[1];
+};
+
+using QuerySystem = NTSTATUS NTAPI(SYSTEM_INFORMATION_CLASS, void*, ULONG, ULONG*);
+
+std::size_t CountHandles()
+{
+    const auto pQuery = reinterpret_cast<QuerySystem*>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
+    std::vector<BYTE> list(std::size_t{1} << 22);
+    if (!pQuery || pQuery(systemHandles, list.data(), static_cast<ULONG>(list.size()), nullptr) < 0)
+        return 0;
+    const auto* const pList = reinterpret_cast<const SystemHandles*>(list.data());
+    const auto isOurs = [](const SystemHandle& handle) { return handle.uProcess == GetCurrentProcessId(); };
+    return static_cast<std::size_t>(std::count_if(pList->handles, pList->handles + pList->cHandles, isOurs));
+}
+} // namespace
+
 ProcessResources MeasureResources()
 {
-    DWORD dwHandles = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &dwHandles);
     PROCESS_MEMORY_COUNTERS counters = {};
     counters.cb = sizeof(counters);
     K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters));
-    return {dwHandles, counters.WorkingSetSize};
+    return {CountHandles(), counters.WorkingSetSize};
 }
 } // namespace tests
