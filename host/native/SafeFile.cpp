@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,15 +19,41 @@ namespace
     throw CHostError(std::string(szWhat) + ": " + std::strerror(errno));
 }
 
+// What a temporary file's name has behind the target's; after it come the six characters that make the name its own.
+constexpr const char* temporaryMark = ".korihost-";
+
+// Takes away what writers of the same file left when they were killed. A writer that lives holds its file's lock; what
+// cannot be taken away is passed over, because it stands in nobody's way.
+void RemoveLeftovers(const std::filesystem::path& target)
+{
+    const std::string strBeginning = target.filename().string() + temporaryMark;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(target.parent_path(), error), end; !error && entry != end;
+         entry.increment(error))
+    {
+        if (!entry->path().filename().string().starts_with(strBeginning))
+            continue;
+        const CUniqueDescriptor file(open(entry->path().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        if (file && flock(file.Get(), LOCK_EX | LOCK_NB) == 0)
+            unlink(entry->path().c_str());
+    }
+}
+
 // A file that goes away again unless it is renamed.
 class CTemporaryFile
 {
 public:
-    explicit CTemporaryFile(const std::filesystem::path& target) : m_strName(target.string() + ".XXXXXX")
+    explicit CTemporaryFile(const std::filesystem::path& target)
     {
-        *m_descriptor.Put() = mkstemp(m_strName.data());
-        if (!m_descriptor)
-            Refuse("cannot be written, its folder takes no new file");
+        // Until it is locked, another writer may take the file for a leftover: then there has to be another.
+        do
+        {
+            m_strName = target.string() + temporaryMark + "XXXXXX";
+            *m_descriptor.Put() = mkostemp(m_strName.data(), O_CLOEXEC);
+            if (!m_descriptor)
+                Refuse("cannot be written, its folder takes no new file");
+            flock(m_descriptor.Get(), LOCK_EX);
+        } while (!HasName());
     }
     ~CTemporaryFile()
     {
@@ -48,6 +75,14 @@ public:
     }
 
 private:
+    bool HasName() const
+    {
+        struct stat status
+        {
+        };
+        return fstat(m_descriptor.Get(), &status) != 0 || status.st_nlink != 0;
+    }
+
     std::string m_strName;
     CUniqueDescriptor m_descriptor;
     bool m_bRenamed = false;
@@ -84,7 +119,7 @@ void WriteSafely(const std::filesystem::path& target, std::string_view bytes)
                [&]
                {
                    std::error_code error;
-                   const std::filesystem::path real = std::filesystem::weakly_canonical(target, error);
+                   const std::filesystem::path real = std::filesystem::weakly_canonical(absolute(target), error);
                    if (error)
                        throw CHostError("cannot be written: " + error.message());
                    struct stat old
@@ -96,6 +131,8 @@ void WriteSafely(const std::filesystem::path& target, std::string_view bytes)
                    if (bExists && access(real.c_str(), W_OK) != 0)
                        Refuse("cannot be written");
 
+                   // First, for their room may be needed.
+                   RemoveLeftovers(real);
                    CTemporaryFile temporary(real);
                    if (!WriteAll(temporary.Descriptor(), bytes))
                        Refuse("cannot be written");

@@ -3,7 +3,9 @@
 #include "host/HostError.h"
 #include "trace/Unique.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -12,18 +14,71 @@ namespace
     throw CHostError(std::string(szWhat) + ": " + std::system_category().message(static_cast<int>(GetLastError())));
 }
 
-// A file that goes away again unless it is renamed.
+// What a temporary file's name has behind the target's; after it comes a number.
+constexpr const wchar_t* temporaryMark = L".korihost-";
+
+// Takes away what writers of the same file left when they were killed. A writer that lives shares its file with nobody, so
+// that it cannot be deleted; what cannot be taken away is passed over, because it stands in nobody's way.
+void RemoveLeftovers(const std::filesystem::path& target)
+{
+    const std::wstring strBeginning = target.filename().wstring() + temporaryMark;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(target.parent_path(), error), end; !error && entry != end;
+         entry.increment(error))
+        if (entry->path().filename().wstring().starts_with(strBeginning))
+            DeleteFileW(entry->path().c_str());
+}
+
+// The attributes and the access rights of the file that is replaced; else what a new file gets.
+class CPermissions
+{
+public:
+    CPermissions(const std::filesystem::path& target, DWORD dwAttributes)
+    {
+        if (dwAttributes == INVALID_FILE_ATTRIBUTES)
+            return;
+        constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
+        m_dwAttributes = (dwAttributes & kept) != 0 ? dwAttributes & kept : FILE_ATTRIBUTE_NORMAL;
+        // Without the size there are no rights here to be kept: not every file system has them.
+        DWORD cbDescriptor = 0;
+        GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &cbDescriptor);
+        m_descriptor.resize(cbDescriptor);
+        if (cbDescriptor != 0 &&
+            !GetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, m_descriptor.data(), cbDescriptor, &cbDescriptor))
+            Refuse("cannot be written, its access rights cannot be read");
+        m_attributes.lpSecurityDescriptor = m_descriptor.empty() ? nullptr : m_descriptor.data();
+    }
+    CPermissions(const CPermissions&) = delete;
+    CPermissions& operator=(const CPermissions&) = delete;
+
+    SECURITY_ATTRIBUTES* Rights()
+    {
+        return &m_attributes;
+    }
+    DWORD Attributes() const
+    {
+        return m_dwAttributes;
+    }
+
+private:
+    DWORD m_dwAttributes = FILE_ATTRIBUTE_NORMAL;
+    std::vector<BYTE> m_descriptor;
+    SECURITY_ATTRIBUTES m_attributes{sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};
+};
+
+// A file that goes away again unless it is renamed. It is held open, and so is nobody else's, until it has its last name.
 class CTemporaryFile
 {
 public:
-    explicit CTemporaryFile(const std::filesystem::path& target)
+    CTemporaryFile(const std::filesystem::path& target, CPermissions& permissions)
     {
         // The number only has to be free; whoever else writes the same file has taken another.
         for (DWORD dwNumber = GetCurrentProcessId();; ++dwNumber)
         {
             m_name = target;
-            m_name += "." + std::to_string(dwNumber) + ".tmp";
-            m_file.Reset(CreateFileW(m_name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+            m_name += temporaryMark + std::to_wstring(dwNumber);
+            m_file.Reset(CreateFileW(m_name.c_str(), GENERIC_WRITE | DELETE, 0, permissions.Rights(), CREATE_NEW,
+                                     permissions.Attributes(), nullptr));
             if (m_file)
                 return;
             if (GetLastError() != ERROR_FILE_EXISTS)
@@ -39,24 +94,36 @@ public:
     CTemporaryFile(const CTemporaryFile&) = delete;
     CTemporaryFile& operator=(const CTemporaryFile&) = delete;
 
-    void Write(std::string_view bytes)
+    void Write(std::string_view bytes) const
     {
-        DWORD cbWritten = 0;
-        if (!WriteFile(m_file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &cbWritten, nullptr) ||
-            cbWritten != bytes.size())
-            Refuse("cannot be written");
+        // A disk that fills up may take a part first, and says only then what is wrong.
+        while (!bytes.empty())
+        {
+            DWORD cbWritten = 0;
+            if (!WriteFile(m_file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &cbWritten, nullptr))
+                Refuse("cannot be written");
+            if (cbWritten == 0)
+                throw CHostError("cannot be written, the disk takes no more");
+            bytes.remove_prefix(cbWritten);
+        }
         if (!FlushFileBuffers(m_file.Get()))
             Refuse("cannot be brought to the disk");
-        m_file.Reset();
     }
-    // ReplaceFileW carries the attributes and the access rights of the old file over to the new one.
-    void RenameTo(const std::filesystem::path& target, bool bExists)
+    // One step for the file system. ReplaceFileW, which would keep the permissions by itself, takes several, and a process
+    // killed between them leaves no file of the name.
+    void RenameTo(const std::filesystem::path& target)
     {
-        const BOOL bDone = bExists ? ReplaceFileW(target.c_str(), m_name.c_str(), nullptr, 0, nullptr, nullptr)
-                                   : MoveFileExW(m_name.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH);
-        if (!bDone)
+        const std::wstring& strTarget = target.native();
+        const std::size_t cbTarget = strTarget.size() * sizeof(wchar_t);
+        std::vector<BYTE> buffer(sizeof(FILE_RENAME_INFO) + cbTarget);
+        auto* pRename = reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
+        pRename->ReplaceIfExists = TRUE;
+        pRename->FileNameLength = static_cast<DWORD>(cbTarget);
+        std::copy(strTarget.begin(), strTarget.end(), pRename->FileName);
+        if (!SetFileInformationByHandle(m_file.Get(), FileRenameInfo, pRename, static_cast<DWORD>(buffer.size())))
             Refuse("cannot be replaced");
         m_bRenamed = true;
+        m_file.Reset();
     }
 
 private:
@@ -72,7 +139,7 @@ void WriteSafely(const std::filesystem::path& target, std::string_view bytes)
                [&]
                {
                    std::error_code error;
-                   const std::filesystem::path real = std::filesystem::weakly_canonical(target, error);
+                   const std::filesystem::path real = std::filesystem::weakly_canonical(absolute(target), error);
                    if (error)
                        throw CHostError("cannot be written: " + error.message());
                    const DWORD dwAttributes = GetFileAttributesW(real.c_str());
@@ -82,8 +149,11 @@ void WriteSafely(const std::filesystem::path& target, std::string_view bytes)
                    if (bExists && (dwAttributes & FILE_ATTRIBUTE_READONLY) != 0)
                        throw CHostError("cannot be written: it is write-protected");
 
-                   CTemporaryFile temporary(real);
+                   // First, for their room may be needed.
+                   RemoveLeftovers(real);
+                   CPermissions permissions(real, dwAttributes);
+                   CTemporaryFile temporary(real, permissions);
                    temporary.Write(bytes);
-                   temporary.RenameTo(real, bExists);
+                   temporary.RenameTo(real);
                });
 }
