@@ -10,6 +10,8 @@
 #include "host/SessionArguments.h"
 #include "host/StoredProfile.h"
 #include "host/Watchdog.h"
+#include "host/XmlQuery.h"
+#include "resources/resource.h"
 
 namespace
 {
@@ -51,6 +53,27 @@ CWideString Configure(CSession& session, const CProfile& profile, CConnectionCon
     return *strConfigured;
 }
 
+struct BandLetter
+{
+    int nControl;
+    WCHAR wchType; // how a profile's phyType elements name the band
+};
+constexpr BandLetter bandLetters[] = {{IDC_BAND_5_GHZ, OLESTR('a')}, {IDC_BAND_2_4_GHZ, OLESTR('g')}};
+
+// The dialog ends as if all were well when the service does not take the bands: whoever asked for them is to know.
+void RequireBands(const CStoredProfile& stored, const std::vector<WantedState>& states)
+{
+    const CWideString strTypes = CXmlQuery(stored.Text()).Text(OLESTR("/WLANProfile/MSM/connectivity")).value_or(CWideString());
+    for (const WantedState& state : states)
+        for (const BandLetter& row : bandLetters)
+            if (row.nControl == state.nControl && (strTypes.find(row.wchType) != CWideString::npos) != (state.lWanted != 0))
+            {
+                // Changes nothing, and brings out what the service has against it.
+                stored.Store();
+                throw CHostError(stored.Title() + ": the WLAN service has not taken the bands");
+            }
+}
+
 void ConfigureFile(const ConfigureArguments& arguments, const GUID& adapter, const std::vector<WantedState>& states)
 {
     const std::filesystem::path file = PathOf(arguments.strProfile);
@@ -69,6 +92,12 @@ void ConfigureFile(const ConfigureArguments& arguments, const GUID& adapter, con
     CConnectionContext context(strName, adapter, before ? before->dwFlags : 0);
     CProfileFile changed = profile;
     changed.PutVendorText(VendorPlace::Connectivity, Configure(session, profile, context, states));
+    std::optional<CStoredProfile> after;
+    if (before)
+    {
+        after.emplace(service, adapter, strName);
+        RequireBands(*after, states);
+    }
     if (!arguments.strOutput.empty())
         WriteSafely(output, changed.Bytes());
     else if (arguments.bInPlace && profile.Text() != changed.Text())
@@ -76,12 +105,9 @@ void ConfigureFile(const ConfigureArguments& arguments, const GUID& adapter, con
 
     const std::string strTarget = arguments.strOutput.empty() ? profile.Title() : arguments.strOutput;
     session.Print("The profile:\n" + ChangeReport(profile.Title(), profile.Text(), strTarget, changed.Text()));
-    if (before)
-    {
-        const CStoredProfile after(service, adapter, strName);
+    if (after)
         session.Print("\nThe WLAN service's stored profile:\n" +
-                      ChangeReport(after.Title(), before->strText, after.Title(), after.Text()));
-    }
+                      ChangeReport(after->Title(), before->strText, after->Title(), after->Text()));
     session.Close();
 }
 
@@ -97,6 +123,7 @@ void ConfigureStored(const ConfigureArguments& arguments, const GUID& adapter, c
     const CWideString strConfigured = Configure(session, profile, context, states);
     // The dialog has stored the bands meanwhile.
     CStoredProfile changed(service, adapter, strName);
+    RequireBands(changed, states);
     changed.PutVendorText(VendorPlace::Connectivity, strConfigured);
     changed.Store();
     session.Print("The WLAN service's stored profile:\n" +

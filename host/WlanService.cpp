@@ -20,12 +20,28 @@ constexpr std::size_t cbRequest = 32;
 constexpr std::size_t objectIdentifierOffset = 4;
 constexpr std::size_t payloadLengthOffset = 12;
 
+// What a person can do something about.
+struct ErrorMeaning
+{
+    DWORD dwError;
+    const char* szMeaning;
+};
+constexpr ErrorMeaning errorMeanings[] = {{ERROR_ACCESS_DENIED, " (access is denied)"}, {ERROR_DISK_FULL, " (the disk is full)"}};
+
+const char* MeaningOf(DWORD dwError)
+{
+    const auto* const pFound = std::find_if(std::begin(errorMeanings), std::end(errorMeanings),
+                                            [&](const ErrorMeaning& row) { return row.dwError == dwError; });
+    return pFound != std::end(errorMeanings) ? pFound->szMeaning : "";
+}
+
 void RequireDone(DWORD dwError, const char* szCall)
 {
     if (dwError == ERROR_SERVICE_NOT_ACTIVE)
         throw CHostError("there is no WLAN service");
     if (dwError != ERROR_SUCCESS)
-        throw CHostError(std::string("the WLAN service answered ") + szCall + " with error " + std::to_string(dwError));
+        throw CHostError(std::string("the WLAN service answered ") + szCall + " with error " + std::to_string(dwError) +
+                         MeaningOf(dwError));
 }
 
 void SetVariable(const WCHAR* szName, const std::string& strPath)
