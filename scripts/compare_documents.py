@@ -1,0 +1,87 @@
+"""Holds what two builds made of the same generated documents against each other: compare_documents.py NATIVE WINDOWS
+
+Some properties of a document component are not the module's: whether it indents what it writes, whether it keeps the
+encoding's name in the declaration, where it writes > as an entity. They are taken out of both answers. Where Wine's component differs from the documented one in other
+ways, a document that differs is counted under the reason.
+"""
+import re
+import sys
+import xml.parsers.expat
+from collections import Counter
+
+SHOWN = 10
+SPACES = r"(?:\\u000D|\\u000A|\\u0009| )+"
+
+
+def read_documents(path):
+    """One entry for each document: its text, and its other lines."""
+    documents = {}
+    with open(path, encoding="ascii") as file:
+        for line in file:
+            subject, rest = line.rstrip("\n").split(": ", 1)
+            question, answer = rest.split(" -> ", 1)
+            if question == "text":
+                documents[subject] = {"text": answer, "answers": {}}
+            else:
+                documents[subject]["answers"][question] = neutral(answer)
+    return documents
+
+
+def neutral(answer):
+    answer = re.sub(f">{SPACES}<", "><", answer)
+    answer = re.sub(f"{SPACES}$", "", answer).replace("&gt;", ">")
+    return re.sub(r'(<\?xml version="[^"]*") encoding="[^"]*"', r"\1", answer)
+
+
+def lacks_a_declaration(shown):
+    """Whether the text would be well-formed if only its prefixes were declared."""
+    text = re.sub(r"\\u([0-9A-F]{4})", lambda match: chr(int(match[1], 16)), shown)
+    data = text.encode("utf-16-le", "surrogatepass").decode("utf-16-le", "replace").encode("utf-8")
+    parser = xml.parsers.expat.ParserCreate("utf-8", namespace_separator=" ")
+    try:
+        parser.Parse(data, True)
+    except xml.parsers.expat.ExpatError as error:
+        return error.code == xml.parsers.expat.errors.codes[xml.parsers.expat.errors.XML_ERROR_UNBOUND_PREFIX]
+    return False
+
+
+KNOWN_REASONS = [
+    ("Wine loads a text that uses a namespace prefix without declaring it", lacks_a_declaration),
+    ("Wine inserts before an element of another parent (a profile of two MSM sections)",
+     lambda text: len(re.findall("<MSM\\b", text)) > 1),
+    ("Wine's writer puts no empty namespace declaration, so that the profile's own is the first",
+     lambda text: ' xmlns=""' in text),
+    ("Wine drops a carriage return that is written as a reference", lambda text: "&#xD;" in text),
+]
+
+
+def known_reason(text):
+    return next((reason for reason, holds in KNOWN_REASONS if holds(text)), None)
+
+
+def main(native_path, windows_path):
+    native, windows = read_documents(native_path), read_documents(windows_path)
+    differences, explained, answers = [], Counter(), 0
+    for subject, document in native.items():
+        answers += len(document["answers"])
+        if document == windows.get(subject):
+            continue
+        if reason := known_reason(document["text"]):
+            explained[reason] += 1
+        else:
+            differences.append(subject)
+    print(f"documents: {len(native)} documents with {answers} answers compared, {len(differences)} differ, "
+          f"{explained.total()} more for known reasons")
+    for reason, count in explained.most_common():
+        print(f"  {count:5}  {reason}")
+    for subject in differences[:SHOWN]:
+        print(f"{subject}: {native[subject]['text']}")
+        theirs = windows.get(subject, {"answers": {}})["answers"]
+        for question, answer in native[subject]["answers"].items():
+            if answer != theirs.get(question):
+                print(f"  native:  {question} -> {answer}\n  windows: {question} -> {theirs.get(question)}")
+    return 1 if differences or not native or native.keys() != windows.keys() else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))
