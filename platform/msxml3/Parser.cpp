@@ -1,5 +1,6 @@
 #include "Parser.h"
 
+#include "DeclaredEncoding.h"
 #include "XmlText.h"
 
 #include "platform/kernel32/Unicode.h"
@@ -243,9 +244,13 @@ LoadError FailureAt(std::u16string_view text, std::size_t index)
     return Failure(u"The text holds a character that XML does not allow.", static_cast<LONG>(lines) + 1);
 }
 
-// Set for the one context, so that whoever else uses the library in this process keeps his own handling.
-void IgnoreError(void*, xmlErrorPtr)
+// Set for the one context, so that whoever else uses the library in this process keeps his own handling. Notes a wrong use of
+// namespaces in the context; that a namespace's name is no URI is none.
+void NoteError(void* pContext, xmlErrorPtr pError)
 {
+    const bool bIsAboutName = pError->code == XML_WAR_NS_URI || pError->code == XML_WAR_NS_URI_RELATIVE;
+    if (pError->domain == XML_FROM_NAMESPACE && !bIsAboutName)
+        *static_cast<bool*>(static_cast<xmlParserCtxt*>(pContext)->_private) = true;
 }
 
 std::u16string_view SkipLeading(std::u16string_view text) noexcept
@@ -271,16 +276,20 @@ LoadError ReadXml(std::u16string_view text, CTree& tree)
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
         return Failure(u"The text is too long.", 0);
 
+    if (!KnowsDeclaredEncoding(start))
+        return Failure(u"The text names an encoding that does not exist.", static_cast<LONG>(skippedLines) + 1);
     const ContextPtr context(xmlNewParserCtxt());
     if (!context)
         throw std::bad_alloc();
-    context->sax->serror = IgnoreError;
+    bool bMisusesNamespaces = false;
+    context->_private = &bMisusesNamespaces;
+    context->sax->serror = NoteError;
     context->sax->externalSubset = nullptr;
     context->myDoc =
         xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()), nullptr, "UTF-8", parseOptions);
     if (context->errNo == XML_ERR_NO_MEMORY)
         throw std::bad_alloc();
-    if (!context->myDoc || !context->wellFormed || !context->nsWellFormed)
+    if (!context->myDoc || !context->wellFormed || bMisusesNamespaces)
     {
         const xmlError& error = context->lastError;
         std::u16string reason = error.message ? FromUtf8(error.message) : u"The text is not an XML document.";

@@ -44,6 +44,8 @@ const LoadCase loadCases[] = {
     {"blanks_before_declaration", OLESTR(" \r\n <?xml version='1.0'?><a/>"), true},
     {"declared_utf8", OLESTR("<?xml version=\"1.0\" encoding=\"UTF-8\"?><a>\u00E9</a>"), true},
     {"declared_utf16", OLESTR("<?xml version=\"1.0\" encoding=\"UTF-16\"?><a>\u00E9</a>"), true},
+    {"namespace_that_is_no_uri", OLESTR("<a xmlns=\"no URI -->\"/>"), true},
+    {"declared_unknown", OLESTR("<?xml version=\"1.0\" encoding=\"no-such\"?><a/>"), false},
     {"declared_ascii", OLESTR("<?xml version=\"1.0\" encoding=\"US-ASCII\"?><a>\u00E9</a>"), true},
     {"surrogate_pair", OLESTR("<a>\U0001F600</a>"), true},
     {"comments_around_root", OLESTR("<!--x--><a/><!--y-->"), true},
