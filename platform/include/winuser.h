@@ -85,6 +85,7 @@ inline constexpr UINT GW_OWNER = 4;
 inline constexpr UINT GW_CHILD = 5;
 inline constexpr UINT GW_HWNDNEXT = 2;
 inline constexpr int GWL_STYLE = -16;
+inline constexpr DWORD BS_AUTOCHECKBOX = 3;
 inline constexpr int DWLP_MSGRESULT = 0;
 inline constexpr int DWLP_DLGPROC = sizeof(LRESULT);
 inline constexpr int DWLP_USER = sizeof(LRESULT) + sizeof(DLGPROC);

@@ -9,7 +9,6 @@ inline constexpr DWORD BS_TYPEMASK = 0x0F;
 inline constexpr DWORD BS_PUSHBUTTON = 0;
 inline constexpr DWORD BS_DEFPUSHBUTTON = 1;
 inline constexpr DWORD BS_CHECKBOX = 2;
-inline constexpr DWORD BS_AUTOCHECKBOX = 3;
 inline constexpr DWORD BS_RADIOBUTTON = 4;
 inline constexpr DWORD BS_3STATE = 5;
 inline constexpr DWORD BS_AUTO3STATE = 6;

@@ -132,9 +132,15 @@ int CActedWindow::Selected(int nId) const
 
 void CActedWindow::Click(int nId) const
 {
+    const HWND hwndControl = GetDlgItem(m_hwnd, nId);
+    constexpr LONG_PTR typeBits = 0xF;
+    if ((GetWindowLongPtrW(hwndControl, GWL_STYLE) & typeBits) == BS_AUTOCHECKBOX)
+    {
+        Send(hwndControl, BM_CLICK);
+        return;
+    }
     // Posted: a click that opens a message box would be answered only after the box is gone.
-    PostMessageW(GetDlgItem(m_hwnd, nId), BM_CLICK, 0, 0);
-    Send(m_hwnd, WM_NULL);
+    PostMessageW(hwndControl, BM_CLICK, 0, 0);
 }
 
 void CActedWindow::Select(int nId, int nIndex) const
