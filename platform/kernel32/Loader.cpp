@@ -5,7 +5,7 @@
 #include "platform/testing/Accounts.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <cxxabi.h>
 
 namespace platform
 {
@@ -14,6 +14,8 @@ namespace
 using testing::Account;
 using Modules = std::vector<std::unique_ptr<CModule>>;
 using LoaderGuard = std::lock_guard<std::recursive_mutex>;
+
+constexpr auto isRunnable = [](const CModule& module) { return !module.IsDataOnly(); };
 
 // In the order of loading.
 Modules& LoadedModules()
@@ -38,17 +40,9 @@ CModule* FindLoaded(Predicate&& isWanted)
 CModule* FindByName(const ModuleName& name)
 {
     if (name.bBare)
-        return FindLoaded([&](const CModule& module) { return HasBareName(module.File(), name.name); });
+        return FindLoaded([&](const CModule& module) { return isRunnable(module) && HasBareName(module.File(), name.name); });
     const auto file = FindModuleFile(name.name);
-    return FindLoaded([&](const CModule& module) { return module.File() == file; });
-}
-
-void Unload(CModule* pModule)
-{
-    const auto found = std::ranges::find_if(LoadedModules(), [&](const auto& module) { return module.get() == pModule; });
-    // Out of the table first: static objects of the module are destroyed by what follows and may ask for modules.
-    const std::unique_ptr<CModule> module = std::move(*found);
-    LoadedModules().erase(found);
+    return FindLoaded([&](const CModule& module) { return isRunnable(module) && module.File() == file; });
 }
 
 // The end of the process: the modules that are still loaded hear of it, the latest first, and stay where they are. One
@@ -67,6 +61,23 @@ void DetachRemaining()
     }
 }
 
+// Called at the end of the process, unless the module went before.
+void EndWithModule(void* pModule)
+{
+    if (!static_cast<const CModule*>(pModule)->m_bDetached)
+        DetachRemaining();
+}
+
+void Unload(CModule* pModule)
+{
+    // It has heard of its end; its place among the calls at the end of the process is free for the next module.
+    abi::__cxa_finalize(pModule);
+    const auto found = std::ranges::find_if(LoadedModules(), [&](const auto& module) { return module.get() == pModule; });
+    // Out of the table first: static objects of the module are destroyed by what follows and may ask for modules.
+    const std::unique_ptr<CModule> module = std::move(*found);
+    LoadedModules().erase(found);
+}
+
 HMODULE AddReference(CModule& module)
 {
     ++module.m_uReferences;
@@ -74,14 +85,14 @@ HMODULE AddReference(CModule& module)
     return module.Handle();
 }
 
-HMODULE LoadFile(const std::filesystem::path& file)
+HMODULE LoadFile(const std::filesystem::path& file, bool bAsData)
 {
-    auto opened = CModule::Open(file);
+    auto opened = bAsData ? CModule::OpenAsData(file) : CModule::Open(file);
     if (opened.dwError != ERROR_SUCCESS)
         return FailWith(opened.dwError, HMODULE{nullptr});
-    // After the module's own static objects have been made, so that it hears of the end before they are destroyed.
-    std::atexit(DetachRemaining);
     CModule& module = *LoadedModules().emplace_back(std::move(opened.module));
+    // After the module's own static objects have been made, so that it hears of the end before they are destroyed.
+    abi::__cxa_atexit(EndWithModule, &module, &module);
     // Known to everyone before the entry point runs, which asks for its own name and loads others.
     const HMODULE hModule = AddReference(module);
     if (module.Attach())
@@ -95,6 +106,9 @@ HMODULE LoadFile(const std::filesystem::path& file)
 
 HMODULE Load(LPCWSTR szFileName, DWORD dwFlags)
 {
+    const bool bAsData = dwFlags == LOAD_LIBRARY_AS_DATAFILE;
+    if (bAsData && szFileName && !*szFileName)
+        return FailWith(ERROR_INVALID_PARAMETER, HMODULE{nullptr});
     const auto name = ReadModuleName(szFileName);
     if (name.dwError != ERROR_SUCCESS)
         return FailWith(name.dwError, HMODULE{nullptr});
@@ -106,13 +120,14 @@ HMODULE Load(LPCWSTR szFileName, DWORD dwFlags)
     }
     const auto file = FindModuleFile(name.name);
     if (file.empty())
-        return FailWith(ERROR_MOD_NOT_FOUND, HMODULE{nullptr});
-    if (CModule* const pLoaded = FindLoaded([&](const CModule& module) { return module.File() == file; }))
+    {
+        const DWORD dwMissing = bAsData ? ERROR_FILE_NOT_FOUND : ERROR_MOD_NOT_FOUND;
+        return FailWith(IsFolder(name.name) ? ERROR_ACCESS_DENIED : dwMissing, HMODULE{nullptr});
+    }
+    const auto isWanted = [&](const CModule& module) { return module.File() == file && (bAsData || isRunnable(module)); };
+    if (CModule* const pLoaded = FindLoaded(isWanted))
         return AddReference(*pLoaded);
-    // The resources of a shared object are not to be had without running its initialisers.
-    if (dwFlags == LOAD_LIBRARY_AS_DATAFILE && KindOfModule(file) == ModuleKind::Code)
-        return FailWith(ERROR_NOT_SUPPORTED, HMODULE{nullptr});
-    return LoadFile(file);
+    return LoadFile(file, bAsData);
 }
 } // namespace
 
@@ -156,7 +171,7 @@ BOOL WINAPI FreeLibrary(HMODULE hModule)
                             const LoaderGuard lock(LoaderLock());
                             CModule* const pModule = hModule ? FindModule(hModule) : nullptr;
                             if (!pModule || pModule->m_uReferences == 0)
-                                return FailWith(ERROR_INVALID_HANDLE, FALSE);
+                                return FailWith(hModule ? ERROR_MOD_NOT_FOUND : ERROR_INVALID_HANDLE, FALSE);
                             testing::ChangeAccount(Account::Module, -1);
                             if (--pModule->m_uReferences > 0)
                                 return TRUE;
