@@ -1,14 +1,19 @@
 // Many operations of each kind in one process: what the process holds stays as it was. KORIHVUI_SOAK says how many
-// (100000 for a long run); by default it is a small slice.
+// (100000 for a long run); by default it is a small slice. KORIHVUI_SOAK_QUIET leaves out the lines of the log, which take
+// most of the time where several processes could write to it.
 #include "tests/module/Operation.h"
 #include "tests/support/ProcessResources.h"
+#include "tests/support/TraceLog.h"
 
 #include <cstdlib>
 #include <iostream>
+#include <optional>
 
 namespace
 {
 using namespace tests::walk;
+using tests::CRegistryValue;
+using tests::szTraceLevelsKey;
 
 // A dialog, a load or a change of the registry takes a hundred times as long as anything else.
 constexpr unsigned slice = 300;
@@ -34,6 +39,9 @@ class Soak : public testing::TestWithParam<Operation>
 TEST_P(Soak, LeavesTheProcessAsItWas)
 {
     const auto& operation = GetParam();
+    std::optional<CRegistryValue> quiet;
+    if (std::getenv("KORIHVUI_SOAK_QUIET"))
+        quiet.emplace(HKEY_LOCAL_MACHINE, szTraceLevelsKey, OLESTR("Ihvui"), 0);
     CWorld world;
     if (!operation.Loads())
         world.Load();
