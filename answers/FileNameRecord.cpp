@@ -102,9 +102,9 @@ void RecordMovedNames(CRecord& record, const std::filesystem::path& folder)
         OLESTR("none"),   OLESTR("FILE"), OLESTR("a*b"),      OLESTR("file."),
     };
     static constexpr const WCHAR* targets[] = {
-        nullptr,         OLESTR(""),          OLESTR("file"),      OLESTR("other"),   OLESTR("readonly"),        OLESTR("folder"),
-        OLESTR("full"),  OLESTR("folder\\x"), OLESTR("full\\new"), OLESTR("none\\x"), OLESTR("file\\x"),         OLESTR("new"),
-        OLESTR("new\\"), OLESTR("FILE"),      OLESTR("new."),      OLESTR("a*b"),     OLESTR("folder\\..\\new"),
+        OLESTR(""),          OLESTR("file"),      OLESTR("other"),   OLESTR("readonly"),        OLESTR("folder"), OLESTR("full"),
+        OLESTR("folder\\x"), OLESTR("full\\new"), OLESTR("none\\x"), OLESTR("file\\x"),         OLESTR("new"),    OLESTR("new\\"),
+        OLESTR("FILE"),      OLESTR("new."),      OLESTR("a*b"),     OLESTR("folder\\..\\new"),
     };
     for (const bool bReplaces : {false, true})
     {

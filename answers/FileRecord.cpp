@@ -176,7 +176,8 @@ void RecordSecondOpening(CRecord& record, const std::filesystem::path& folder, c
         }
         const CUniqueFile replaced =
             Open(fixture.Place(OLESTR("file")), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, CREATE_ALWAYS);
-        record.Add(first + ", then replaced", ShownOpening(replaced.Get()) + "; " + fixture.Shown());
+        const std::string answer = ShownOpening(replaced.Get());
+        record.Add(first + ", then replaced", answer + "; " + fixture.Shown());
     }
     static constexpr struct
     {

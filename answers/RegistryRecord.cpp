@@ -2,6 +2,8 @@
 #include "answers/Subjects.h"
 #include "answers/Wording.h"
 
+#include <set>
+
 namespace answers
 {
 namespace
@@ -255,28 +257,37 @@ void RecordDeletedKey(CRecord& record)
     }
 }
 
+// In which order keys are listed is each platform's own matter.
 void RecordEnumeration(CRecord& record)
 {
     const CAnswersKey base;
-    for (const WCHAR* const szName : {OLESTR("b"), OLESTR("A"), OLESTR("c"), OLESTR("aa"), OLESTR("B1"), OLESTR("_"),
-                                      OLESTR("10"), OLESTR("9"), OLESTR("a b"), OLESTR("\u00C4"), OLESTR("Z"), OLESTR("z1")})
+    for (const WCHAR* const szName : {OLESTR("b"), OLESTR("A"), OLESTR("a b"), OLESTR("_"), OLESTR("10"), OLESTR("\u00C4")})
     {
         CUniqueKey key;
         CreateKey(base.Get(), szName, key.Put());
     }
-    for (DWORD dwIndex = 0; dwIndex < 14; ++dwIndex)
+    std::set<CWideString> names;
+    for (DWORD dwIndex = 0; dwIndex < 8; ++dwIndex)
     {
         WCHAR szName[16] = {};
         DWORD cch = 16;
         const LSTATUS lStatus = RegEnumKeyExW(base.Get(), dwIndex, szName, &cch, nullptr, nullptr, nullptr, nullptr);
-        record.Add("enumerate at " + std::to_string(dwIndex),
-                   ShownStatus(lStatus) + (lStatus == 0 ? ", " + Quoted(szName) + " of " + std::to_string(cch) : ""));
+        record.Add("enumerate at " + std::to_string(dwIndex), ShownStatus(lStatus));
+        if (lStatus == 0 && CWideView(szName).size() == cch)
+            names.insert(szName);
     }
-    for (DWORD cchRoom = 0; cchRoom < 5; ++cchRoom)
+    std::string all;
+    for (const auto& name : names)
+        all += Quoted(name.c_str()) + ' ';
+    record.Add("names that were enumerated", all);
+    const CAnswersKey other;
+    CUniqueKey key;
+    CreateKey(other.Get(), OLESTR("abc"), key.Put());
+    for (DWORD cchRoom = 0; cchRoom < 6; ++cchRoom)
     {
         WCHAR szName[16] = {};
         DWORD cch = cchRoom;
-        const LSTATUS lStatus = RegEnumKeyExW(base.Get(), 3, szName, &cch, nullptr, nullptr, nullptr, nullptr);
+        const LSTATUS lStatus = RegEnumKeyExW(other.Get(), 0, szName, &cch, nullptr, nullptr, nullptr, nullptr);
         record.Add("enumerate with room for " + std::to_string(cchRoom),
                    ShownStatus(lStatus) + (lStatus == 0 ? ", " + Quoted(szName) + " of " + std::to_string(cch) : ""));
     }

@@ -74,19 +74,13 @@ void RecordValues(CRecord& record)
 {
     for (const auto& value : valueCases)
     {
-        // What follows the bytes of a text is looked at by some platforms.
-        for (const bool bTerminatorFollows : {false, true})
-        {
-            const CAnswersKey base;
-            std::string bytes(value.bytes);
-            bytes.append(4, bTerminatorFollows ? '\0' : 'z');
-            const auto status =
-                SetBytes(base.Get(), OLESTR("v"), value.dwType, std::string_view(bytes).substr(0, value.bytes.size()));
-            const std::string follower = bTerminatorFollows ? "set with zeros behind " : "set ";
-            record.Add(follower + value.szName, ShownStatus(status));
-            if (status == 0)
-                RecordQueries(record, base.Get(), value);
-        }
+        const CAnswersKey base;
+        // What follows the bytes of a text is looked at by some platforms; it is no terminator.
+        const std::string bytes = std::string(value.bytes).append(4, 'z');
+        const LSTATUS status =
+            SetBytes(base.Get(), OLESTR("v"), value.dwType, std::string_view(bytes).substr(0, value.bytes.size()));
+        record.Add(std::string("set ") + value.szName, ShownStatus(status));
+        RecordQueries(record, base.Get(), value);
     }
 }
 

@@ -150,7 +150,6 @@ constexpr FileCase wrongFiles[] = {
     {"short text", OLESTR("short.dll")},
     {"empty file", OLESTR("empty.dll")},
     {"folder", OLESTR("folder.dll")},
-    {"folder with its separator", OLESTR("folder.dll\\")},
     {"name that cannot be", OLESTR("a*b.dll")},
 };
 

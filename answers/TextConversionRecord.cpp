@@ -68,7 +68,7 @@ std::string ShownIdentifier(UUID* pUuid)
     for (const auto* pUnit = szText; *pUnit != 0; ++pUnit)
         text += static_cast<WCHAR>(*pUnit);
     const RPC_STATUS freed = RpcStringFreeW(&szText);
-    return Shown(text) + ", freed " + ShownStatus(freed) + (szText ? "" : ", null");
+    return Shown(text) + ", freed " + ShownStatus(freed);
 }
 
 void RecordIdentifiers(CRecord& record)
@@ -76,6 +76,10 @@ void RecordIdentifiers(CRecord& record)
     for (UUID uuid : identifiers)
         record.Add("identifier", ShownIdentifier(&uuid));
     record.Add("identifier of null", ShownIdentifier(nullptr));
+    RPC_WSTR szFreed = nullptr;
+    UuidToStringW(nullptr, &szFreed);
+    RpcStringFreeW(&szFreed);
+    record.Add("text of an identifier once freed", szFreed ? "as before" : "null");
     static constexpr const WCHAR* texts[] = {
         nullptr,
         OLESTR(""),

@@ -1,13 +1,16 @@
+#!/usr/bin/env python3
 """Holds the answers of two builds against each other: compare_answers.py SUBJECT NATIVE WINDOWS EXPLAINED
 
-EXPLAINED gives reasons for differences, a line each: subject, a pattern for whole lines of "question -> answer" of
-either build, and the reason, set apart by tabs. A reason that explains no difference any more is an error.
+EXPLAINED gives reasons for differences, a line each: subject ("SUBJECT root" for what only root meets), a pattern for
+whole lines of "question -> answer" of either build, and the reason, set apart by tabs. A reason that explains no
+difference any more is an error.
 """
 import difflib
+import os
 import re
 import sys
 
-SHOWN = int(__import__("os").environ.get("SHOWN", 20))
+SHOWN = 20
 
 
 def read_lines(path):
@@ -21,7 +24,7 @@ def read_explanations(path, subject):
         if not line or line.startswith("#"):
             continue
         about, pattern, reason = line.split("\t")
-        if about == subject:
+        if about == subject or (about == f"{subject} root" and os.geteuid() == 0):
             explanations.append({"pattern": re.compile(pattern), "reason": reason, "used": 0})
     return explanations
 

@@ -29,6 +29,8 @@ LSTATUS FindSubKey(LPCWSTR szSubKey, Target& target)
         return ERROR_BAD_PATHNAME;
     for (const auto& name : *names)
     {
+        if (name.size() > maxKeyNameLength)
+            return ERROR_INVALID_PARAMETER;
         target.path.push_back(FoldName(name));
         target.place = Descend(target.place, target.path.back());
         if (!target.place.pKey)

@@ -45,6 +45,6 @@ struct Target
 LSTATUS FindTarget(HKEY hKey, CHiveSession& session, Target& target);
 
 // Goes on to a sub-key: ERROR_FILE_NOT_FOUND when it is missing, ERROR_BAD_PATHNAME for a path that begins with a
-// separator.
+// separator, ERROR_INVALID_PARAMETER for a name that is longer than any key's.
 LSTATUS FindSubKey(LPCWSTR szSubKey, Target& target);
 } // namespace platform::registry

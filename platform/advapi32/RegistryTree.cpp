@@ -3,8 +3,6 @@
 #include "platform/kernel32/Unicode.h"
 
 #include <algorithm>
-#include <clocale>
-#include <cwctype>
 
 namespace platform::registry
 {
@@ -23,16 +21,6 @@ REGSAM GrantedRights(Access access)
     }
     return KEY_ALL_ACCESS;
 }
-
-char16_t FoldUnit(char16_t unit)
-{
-    // The process's own locale must not decide which keys are the same.
-    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    if (unit < 0x80 || !unicode)
-        return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
-    const auto folded = static_cast<char32_t>(towupper_l(static_cast<wint_t>(unit), unicode));
-    return folded <= 0xFFFF ? static_cast<char16_t>(folded) : unit;
-}
 } // namespace
 
 bool IsStorableName(std::u16string_view name, std::size_t cchMax)
@@ -42,9 +30,7 @@ bool IsStorableName(std::u16string_view name, std::size_t cchMax)
 
 std::u16string FoldName(std::u16string_view name)
 {
-    std::u16string folded(name);
-    std::ranges::transform(folded, folded.begin(), FoldUnit);
-    return folded;
+    return FoldCase(name);
 }
 
 Place RootPlace(Key& root)

@@ -41,7 +41,7 @@ using Path = std::vector<std::u16string>;
 
 // Deeper trees, and longer names, the platform refuses as well.
 inline constexpr std::size_t maxDepth = 512;
-inline constexpr std::size_t maxKeyNameLength = 255;
+inline constexpr std::size_t maxKeyNameLength = 256;
 inline constexpr std::size_t maxValueNameLength = 16383;
 
 // Whether a name may be given to a key or value: not longer than cchMax, and one that a text file can hold.

@@ -22,7 +22,20 @@ const Value* FindValue(const Target& target, LPCWSTR szValueName)
     return found == values.end() ? nullptr : &found->second;
 }
 
-// Hands out exactly the bytes that were set: a text that was stored without terminator is returned without one.
+bool IsText(DWORD dwType)
+{
+    constexpr DWORD dwExpandableText = 2;
+    constexpr DWORD dwTexts = 7;
+    return dwType == REG_SZ || dwType == dwExpandableText || dwType == dwTexts;
+}
+
+bool IsUnterminated(const std::vector<BYTE>& text)
+{
+    return text.size() >= sizeof(WCHAR) && (text[text.size() - 2] != 0 || text[text.size() - 1] != 0);
+}
+
+// The size is that of the bytes that were set. A text that was set without terminator gets one behind them where the
+// caller has room for it, and is handed out without one where he has not.
 LSTATUS CopyData(const Value& value, LPDWORD pdwType, LPBYTE pbData, LPDWORD pcbData)
 {
     const auto cbNeeded = static_cast<DWORD>(value.data.size());
@@ -30,13 +43,15 @@ LSTATUS CopyData(const Value& value, LPDWORD pdwType, LPBYTE pbData, LPDWORD pcb
         *pdwType = value.dwType;
     if (!pcbData)
         return ERROR_SUCCESS;
-    const bool bFits = *pcbData >= cbNeeded;
+    const DWORD cbRoom = *pcbData;
     *pcbData = cbNeeded;
     if (!pbData)
         return ERROR_SUCCESS;
-    if (!bFits)
+    if (cbRoom < cbNeeded)
         return ERROR_MORE_DATA;
-    std::ranges::copy(value.data, pbData);
+    BYTE* const pEnd = std::ranges::copy(value.data, pbData).out;
+    if (IsText(value.dwType) && IsUnterminated(value.data) && cbRoom - cbNeeded >= sizeof(WCHAR))
+        std::fill_n(pEnd, sizeof(WCHAR), BYTE{0});
     return ERROR_SUCCESS;
 }
 } // namespace

@@ -97,11 +97,17 @@ ArgumentSize ReadSize(const WCHAR*& szFormat)
         std::u16string_view text;
         ArgumentSize size;
     } sizes[] = {
-        {u"hh", ArgumentSize::Byte},     {u"h", ArgumentSize::Short},   {u"ll", ArgumentSize::Wide},
-        {u"l", ArgumentSize::Long},      {u"w", ArgumentSize::Long},    {u"I64", ArgumentSize::Wide},
-        {u"I32", ArgumentSize::Default}, {u"I", ArgumentSize::Pointer}, {u"z", ArgumentSize::Pointer},
-        {u"t", ArgumentSize::Pointer},   {u"j", ArgumentSize::Wide},
+        {u"hh", ArgumentSize::Short},  {u"h", ArgumentSize::Short},     {u"ll", ArgumentSize::Wide},
+        {u"l", ArgumentSize::Long},    {u"w", ArgumentSize::Long},      {u"L", ArgumentSize::Long},
+        {u"I64", ArgumentSize::Wide},  {u"I32", ArgumentSize::Default}, {u"z", ArgumentSize::Pointer},
+        {u"t", ArgumentSize::Pointer}, {u"j", ArgumentSize::Wide},
     };
+    // Before anything but the letter of a number, this prefix is no prefix.
+    if (szFormat[0] == u'I' && std::u16string_view(u"dioxXu").find(szFormat[1]) != std::u16string_view::npos)
+    {
+        ++szFormat;
+        return ArgumentSize::Pointer;
+    }
     for (const auto& row : sizes)
     {
         if (Skip(szFormat, row.text))

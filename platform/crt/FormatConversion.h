@@ -12,9 +12,8 @@ namespace platform
 enum class ArgumentSize
 {
     Default, // 32 bits for numbers; a LONG is that wide, so "l" changes nothing for them
-    Byte,    // hh
-    Short,   // h
-    Long,    // l, w
+    Short,   // h, as often as it stands there
+    Long,    // l, w, L
     Wide,    // ll, I64, 64 bits
     Pointer, // I, z, t: as wide as a pointer
 };

@@ -99,8 +99,6 @@ std::uint64_t TakeUnsigned(const Conversion& conversion, Arguments& arguments)
         return va_arg(arguments.list, std::size_t);
     case ArgumentSize::Short:
         return static_cast<std::uint16_t>(va_arg(arguments.list, unsigned));
-    case ArgumentSize::Byte:
-        return static_cast<std::uint8_t>(va_arg(arguments.list, unsigned));
     default:
         return va_arg(arguments.list, std::uint32_t);
     }
@@ -117,8 +115,6 @@ std::int64_t TakeSigned(const Conversion& conversion, Arguments& arguments)
         return static_cast<std::intptr_t>(value);
     case ArgumentSize::Short:
         return static_cast<std::int16_t>(value);
-    case ArgumentSize::Byte:
-        return static_cast<std::int8_t>(value);
     default:
         return static_cast<std::int32_t>(value);
     }
@@ -166,9 +162,19 @@ void AppendSigned(CBoundedText& output, const Conversion& conversion, std::int64
 
 void AppendHexadecimal(CBoundedText& output, const Conversion& conversion, std::uint64_t value)
 {
-    const bool bUpper = conversion.letter == u'X';
+    const bool bUpper = conversion.letter != u'x';
     const std::u16string_view prefix = !conversion.bAlternative || value == 0 ? u"" : bUpper ? u"0X" : u"0x";
     AppendNumber(output, conversion, prefix, value, bUpper ? upperHexadecimal : lowerHexadecimal);
+}
+
+// The alternative form begins with a zero, be it one that the precision asks for anyway.
+void AppendOctal(CBoundedText& output, const Conversion& conversion, std::uint64_t value)
+{
+    std::size_t cchDigits = 0;
+    for (std::uint64_t rest = value; rest != 0; rest /= octal.uBase)
+        ++cchDigits;
+    const bool bPrefixed = conversion.bAlternative && value != 0 && conversion.cchPrecision.value_or(1) <= cchDigits;
+    AppendNumber(output, conversion, bPrefixed ? u"0" : u"", value, octal);
 }
 
 template <class Unit>
@@ -194,51 +200,50 @@ bool IsNarrow(const Conversion& conversion)
     return conversion.size == ArgumentSize::Short;
 }
 
-// False for a conversion that is not known.
-bool AppendConversion(CBoundedText& output, Conversion& conversion, Arguments& arguments)
+// What is no conversion stands for itself; a format that ends in the middle of one adds nothing.
+void AppendConversion(CBoundedText& output, Conversion& conversion, Arguments& arguments)
 {
     switch (conversion.letter)
     {
     case u'%':
         output.Fill(1, u'%');
-        return true;
+        return;
     case u's':
     case u'S':
         if (IsNarrow(conversion))
             AppendText(output, conversion, va_arg(arguments.list, const char*));
         else
             AppendText(output, conversion, va_arg(arguments.list, const WCHAR*));
-        return true;
+        return;
     case u'c':
     case u'C':
         if (IsNarrow(conversion))
             AppendCharacter<char>(output, conversion, va_arg(arguments.list, int));
         else
             AppendCharacter<WCHAR>(output, conversion, va_arg(arguments.list, int));
-        return true;
+        return;
     case u'd':
     case u'i':
         AppendSigned(output, conversion, TakeSigned(conversion, arguments));
-        return true;
+        return;
     case u'u':
         AppendNumber(output, conversion, {}, TakeUnsigned(conversion, arguments), decimal);
-        return true;
+        return;
     case u'o':
-    {
-        const std::uint64_t value = TakeUnsigned(conversion, arguments);
-        AppendNumber(output, conversion, conversion.bAlternative && value != 0 ? u"0" : u"", value, octal);
-        return true;
-    }
+        AppendOctal(output, conversion, TakeUnsigned(conversion, arguments));
+        return;
     case u'x':
     case u'X':
         AppendHexadecimal(output, conversion, TakeUnsigned(conversion, arguments));
-        return true;
+        return;
     case u'p':
         conversion.cchPrecision = 2 * sizeof(void*);
-        AppendNumber(output, conversion, {}, reinterpret_cast<std::uintptr_t>(va_arg(arguments.list, void*)), upperHexadecimal);
-        return true;
+        AppendHexadecimal(output, conversion, reinterpret_cast<std::uintptr_t>(va_arg(arguments.list, void*)));
+        return;
+    case 0:
+        return;
     default:
-        return false;
+        output.Fill(1, conversion.letter);
     }
 }
 
@@ -254,11 +259,7 @@ int Format(WCHAR* szBuffer, std::size_t cchBuffer, const WCHAR* szFormat, Argume
         if (!*szFormat)
             break;
         Conversion conversion = ReadConversion(++szFormat, arguments);
-        if (!AppendConversion(output, conversion, arguments))
-        {
-            errno = EINVAL;
-            return -1;
-        }
+        AppendConversion(output, conversion, arguments);
     }
     return output.Finish();
 }

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <cerrno>
+#include <string>
 
 using namespace platform;
 
@@ -15,7 +16,10 @@ std::size_t wcstombs(char* szText, const WCHAR* szWide, std::size_t cbText)
         SetRuntimeError(testing::FaultCode("wcstombs", ERROR_NO_UNICODE_TRANSLATION));
         return failure;
     }
-    for (std::size_t i = 0; !szText || i < cbText; ++i)
+    // Asked for its length alone, a text is not looked at any closer.
+    if (!szText)
+        return std::char_traits<WCHAR>::length(szWide);
+    for (std::size_t i = 0; i < cbText; ++i)
     {
         const WCHAR unit = szWide[i];
         // The default locale knows one byte for each of the first 256 characters and nothing for any other.
@@ -24,8 +28,7 @@ std::size_t wcstombs(char* szText, const WCHAR* szWide, std::size_t cbText)
             errno = EILSEQ;
             return failure;
         }
-        if (szText)
-            szText[i] = static_cast<char>(unit);
+        szText[i] = static_cast<char>(unit);
         if (unit == 0)
             return i;
     }

@@ -23,11 +23,13 @@ struct StreamMode
     const char* szMode;
 };
 
-// The modes of the standard, with "b" in any place after the letter; text and binary are the same here.
+// The modes of the standard, with "b" or "t" in any place after the letter; text and binary are the same here.
 std::optional<StreamMode> ReadMode(const WCHAR* szMode)
 {
     std::u16string mode(szMode ? szMode : u"");
-    std::erase(mode, u'b');
+    if (!mode.empty())
+        mode.erase(std::remove_if(mode.begin() + 1, mode.end(), [](WCHAR unit) { return unit == u'b' || unit == u't'; }),
+                   mode.end());
     constexpr DWORD dwShareMode = FILE_SHARE_READ | FILE_SHARE_WRITE;
     constexpr DWORD dwBoth = GENERIC_READ | GENERIC_WRITE;
     static constexpr struct

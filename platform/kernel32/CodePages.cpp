@@ -41,9 +41,10 @@ int WINAPI MultiByteToWideChar(UINT uCodePage, DWORD dwFlags, LPCSTR pText, int 
     return KernelCall("MultiByteToWideChar", ERROR_NO_UNICODE_TRANSLATION, 0,
                       [&]
                       {
-                          if (!AreTextArguments(uCodePage, pText, cbText, szWide, cchWide) ||
-                              (dwFlags & ~MB_ERR_INVALID_CHARS) != 0)
+                          if (!AreTextArguments(uCodePage, pText, cbText, szWide, cchWide))
                               return FailWith(ERROR_INVALID_PARAMETER, 0);
+                          if ((dwFlags & ~MB_ERR_INVALID_CHARS) != 0)
+                              return FailWith(ERROR_INVALID_FLAGS, 0);
                           bool bWellFormed = true;
                           const auto wide = FromUtf8(TextOf(pText, cbText), &bWellFormed);
                           if (!bWellFormed && (dwFlags & MB_ERR_INVALID_CHARS) != 0)
@@ -59,9 +60,10 @@ int WINAPI WideCharToMultiByte(UINT uCodePage, DWORD dwFlags, LPCWSTR szWide, in
                       [&]
                       {
                           // UTF-8 has a form for every character: a default character makes no sense for it and is refused.
-                          if (!AreTextArguments(uCodePage, szWide, cchWide, pText, cbText) ||
-                              (dwFlags & ~WC_ERR_INVALID_CHARS) != 0 || szDefault || pbUsedDefault)
+                          if (!AreTextArguments(uCodePage, szWide, cchWide, pText, cbText) || szDefault || pbUsedDefault)
                               return FailWith(ERROR_INVALID_PARAMETER, 0);
+                          if ((dwFlags & ~WC_ERR_INVALID_CHARS) != 0)
+                              return FailWith(ERROR_INVALID_FLAGS, 0);
                           bool bWellFormed = true;
                           const auto text = ToUtf8(TextOf(szWide, cchWide), &bWellFormed);
                           if (!bWellFormed && (dwFlags & WC_ERR_INVALID_CHARS) != 0)

@@ -39,6 +39,8 @@ BOOL WINAPI SetCurrentDirectoryW(LPCWSTR szPath)
     return KernelCall("SetCurrentDirectoryW", ERROR_FILE_NOT_FOUND, FALSE,
                       [&]
                       {
+                          if (!szPath || std::u16string_view(szPath).find_first_not_of(u' ') == std::u16string_view::npos)
+                              return FailWith(ERROR_INVALID_NAME, FALSE);
                           const auto path = CheckPath(szPath);
                           if (path.dwError != ERROR_SUCCESS)
                               return FailWith(path.dwError, FALSE);
@@ -77,9 +79,7 @@ BOOL WINAPI CreateDirectoryW(LPCWSTR szPath, LPSECURITY_ATTRIBUTES pAttributes)
                       {
                           if (pAttributes && pAttributes->lpSecurityDescriptor)
                               return FailWith(ERROR_NOT_SUPPORTED, FALSE);
-                          if (szPath && std::u16string_view(szPath).size() >= cchFolderMax)
-                              return FailWith(ERROR_FILENAME_EXCED_RANGE, FALSE);
-                          const auto path = CheckPath(szPath);
+                          const auto path = CheckPath(szPath, cchFolderMax, ERROR_FILENAME_EXCED_RANGE);
                           if (path.dwError != ERROR_SUCCESS)
                               return FailWith(path.dwError, FALSE);
                           if (mkdir(path.hostPath.c_str(), 0777) == 0)

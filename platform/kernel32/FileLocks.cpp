@@ -41,72 +41,107 @@ ByteRange RangeOf(const OVERLAPPED& overlapped, DWORD cbLow, DWORD cbHigh)
 }
 } // namespace
 
-bool CFileObject::ConflictsWithOwn(const ByteRange& range, bool bExclusive) const
+bool CFileObject::Overlaps(const ByteRange& range) const
 {
-    return std::ranges::any_of(m_held,
-                               [&](const Held& held) { return held.range.Overlaps(range) && (bExclusive || held.bExclusive); });
+    return std::ranges::any_of(m_held, [&](const Held& held) { return held.range.Overlaps(range); });
 }
 
-void CFileObject::Forget(const ByteRange& range)
+short CFileObject::TypeHeld(const ByteRange& part) const
 {
-    const std::lock_guard lock(m_lock);
-    m_held.erase(std::ranges::find(m_held, range, &Held::range));
+    short nType = F_UNLCK;
+    for (const Held& held : m_held)
+    {
+        if (held.range.Overlaps(part) && nType != F_WRLCK)
+            nType = held.bExclusive ? F_WRLCK : F_RDLCK;
+    }
+    return nType;
+}
+
+std::vector<ByteRange> CFileObject::PartsOf(const ByteRange& range) const
+{
+    std::vector<std::uint64_t> borders{range.begin, range.end};
+    for (const Held& held : m_held)
+    {
+        for (const std::uint64_t border : {held.range.begin, held.range.end})
+        {
+            if (border > range.begin && border < std::min(range.end, offsetMax))
+                borders.push_back(border);
+        }
+    }
+    std::ranges::sort(borders);
+    std::vector<ByteRange> parts;
+    for (std::size_t i = 1; i < borders.size(); ++i)
+    {
+        if (borders[i - 1] < borders[i])
+            parts.push_back({borders[i - 1], borders[i]});
+    }
+    return parts;
+}
+
+int CFileObject::LetGo(const Held& held)
+{
+    m_held.erase(std::ranges::find(m_held, held));
     m_unlocked.notify_all();
+    int nErrno = 0;
+    for (const ByteRange& part : PartsOf(held.range))
+    {
+        const int nPartErrno = ChangeLock(Descriptor(), F_OFD_SETLK, TypeHeld(part), part);
+        nErrno = nErrno == 0 ? nPartErrno : nErrno;
+    }
+    return nErrno;
 }
 
 DWORD CFileObject::Lock(ByteRange range, bool bExclusive, bool bWait)
 {
+    const Held wanted{range, bExclusive};
+    std::vector<ByteRange> parts;
     {
-        // The system lets a file description lock over its own lock; the platform does not.
+        // The system lets a file description lock over its own lock. The platform does so for a shared lock alone, which
+        // must not take an exclusive one away here.
         std::unique_lock lock(m_lock);
-        if (!bWait && ConflictsWithOwn(range, bExclusive))
+        if (!bWait && bExclusive && Overlaps(range))
             return ERROR_LOCK_VIOLATION;
-        m_unlocked.wait(lock, [&] { return !ConflictsWithOwn(range, bExclusive); });
-        m_held.push_back({range, bExclusive});
+        m_unlocked.wait(lock, [&] { return !bExclusive || !Overlaps(range); });
+        parts = PartsOf(range);
+        std::erase_if(parts, [this](const ByteRange& part) { return TypeHeld(part) == F_WRLCK; });
+        m_held.push_back(wanted);
     }
-    if (range.begin == range.end)
-        return ERROR_SUCCESS;
-    const int nErrno = ChangeLock(Descriptor(), bWait ? F_OFD_SETLKW : F_OFD_SETLK, bExclusive ? F_WRLCK : F_RDLCK, range);
-    if (nErrno == 0)
-        return ERROR_SUCCESS;
-    Forget(range);
-    return nErrno == EACCES ? ERROR_LOCK_VIOLATION : ErrorFromErrno(nErrno);
+    for (const ByteRange& part : parts)
+    {
+        const int nErrno = ChangeLock(Descriptor(), bWait ? F_OFD_SETLKW : F_OFD_SETLK, bExclusive ? F_WRLCK : F_RDLCK, part);
+        if (nErrno == 0)
+            continue;
+        const std::lock_guard lock(m_lock);
+        LetGo(wanted);
+        return nErrno == EACCES ? ERROR_LOCK_VIOLATION : ErrorFromErrno(nErrno);
+    }
+    return ERROR_SUCCESS;
 }
 
 DWORD CFileObject::Unlock(ByteRange range)
 {
     const std::lock_guard lock(m_lock);
-    const auto found = std::ranges::find(m_held, range, &Held::range);
-    if (found == m_held.end())
-        return ERROR_NOT_LOCKED;
-    m_held.erase(found);
-    m_unlocked.notify_all();
-
-    // Other shared locks of this handle may cover parts of the range: only what none of them covers is let go.
-    std::ranges::sort(m_held, {}, [](const Held& held) { return held.range.begin; });
-    std::uint64_t begin = range.begin;
-    const auto release = [&](std::uint64_t end) {
-        return begin >= end ? 0 : ChangeLock(Descriptor(), F_OFD_SETLK, F_UNLCK, {begin, end});
-    };
-    int nErrno = 0;
-    for (const Held& held : m_held)
+    // Of two locks of the same range the exclusive one goes first.
+    for (const bool bExclusive : {true, false})
     {
-        if (nErrno == 0 && held.range.Overlaps(range))
-        {
-            nErrno = release(held.range.begin);
-            begin = std::max(begin, held.range.end);
-        }
+        const Held held{range, bExclusive};
+        if (std::ranges::find(m_held, held) == m_held.end())
+            continue;
+        const int nErrno = LetGo(held);
+        return nErrno == 0 ? ERROR_SUCCESS : ErrorFromErrno(nErrno);
     }
-    if (nErrno == 0)
-        nErrno = release(range.end);
-    return nErrno == 0 ? ERROR_SUCCESS : ErrorFromErrno(nErrno);
+    return ERROR_NOT_LOCKED;
 }
 
-bool CFileObject::IsLockedByOthers(ByteRange range, bool bForWriting) const
+bool CFileObject::IsLockedAgainst(ByteRange range, bool bForWriting) const
 {
     if (range.begin == range.end || range.begin > offsetMax)
         return false;
-    return ChangeLock(Descriptor(), F_OFD_GETLK, bForWriting ? F_WRLCK : F_RDLCK, range) == EAGAIN;
+    const std::lock_guard lock(m_lock);
+    // A shared lock keeps everybody from writing, its owner too.
+    const auto isShared = [&](const Held& held) { return !held.bExclusive && held.range.Overlaps(range); };
+    return (bForWriting && std::ranges::any_of(m_held, isShared)) ||
+           ChangeLock(Descriptor(), F_OFD_GETLK, bForWriting ? F_WRLCK : F_RDLCK, range) == EAGAIN;
 }
 } // namespace platform
 

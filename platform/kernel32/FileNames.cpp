@@ -2,6 +2,7 @@
 #include "platform/kernel32/KernelCall.h"
 #include "platform/kernel32/OpenFiles.h"
 #include "platform/kernel32/PathCheck.h"
+#include "platform/kernel32/Paths.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -41,6 +42,15 @@ DWORD MoveError(int nErrno, const std::filesystem::path& existing)
     return PathError(nErrno, existing);
 }
 
+// A name of the same file, in another case or with a final separator: nothing moves, and the case becomes the new one.
+DWORD Respell(const std::filesystem::path& existing, const CheckedPath& target)
+{
+    const auto written = HostPathOfFull(target.fullPath, NameCase::LastAsWritten);
+    if (!written.has_filename() || written == existing)
+        return ERROR_SUCCESS;
+    return rename(existing.c_str(), written.c_str()) == 0 ? ERROR_SUCCESS : MoveError(errno, existing);
+}
+
 DWORD Move(LPCWSTR szExisting, LPCWSTR szNew, DWORD dwFlags)
 {
     if ((dwFlags & ~MOVEFILE_REPLACE_EXISTING) != 0)
@@ -48,24 +58,28 @@ DWORD Move(LPCWSTR szExisting, LPCWSTR szNew, DWORD dwFlags)
     const auto existing = CheckPath(szExisting);
     if (existing.dwError != ERROR_SUCCESS)
         return existing.dwError;
-    const auto target = CheckPath(szNew);
-    if (target.dwError != ERROR_SUCCESS)
-        return target.dwError;
     struct stat status = {};
     if (lstat(existing.hostPath.c_str(), &status) != 0)
         return PathError(errno, existing.hostPath);
     if (IsHeldWithoutDeleteSharing(existing.hostPath))
         return ERROR_SHARING_VIOLATION;
+    const auto target = CheckPath(szNew);
+    if (target.dwError != ERROR_SUCCESS)
+        return target.dwError;
+    struct stat targetStatus = {};
+    const bool bTargetExists = lstat(target.hostPath.c_str(), &targetStatus) == 0;
+    if (bTargetExists && status.st_dev == targetStatus.st_dev && status.st_ino == targetStatus.st_ino)
+        return Respell(existing.hostPath, target);
+    if (!S_ISDIR(status.st_mode) && !target.hostPath.has_filename())
+        return ERROR_INVALID_NAME;
 
     if ((dwFlags & MOVEFILE_REPLACE_EXISTING) == 0)
     {
-        const int nErrno = existing.hostPath == target.hostPath ? 0 : RenameToFreeName(existing.hostPath, target.hostPath);
+        const int nErrno = RenameToFreeName(existing.hostPath, target.hostPath);
         return nErrno == 0 ? ERROR_SUCCESS : MoveError(nErrno, existing.hostPath);
     }
-    struct stat targetStatus = {};
-    const bool bReplaces = lstat(target.hostPath.c_str(), &targetStatus) == 0;
-    if (bReplaces && (S_ISDIR(targetStatus.st_mode) || S_ISDIR(status.st_mode) || HasNoWritePermission(targetStatus) ||
-                      IsHeldWithoutDeleteSharing(target.hostPath)))
+    if (bTargetExists && (S_ISDIR(targetStatus.st_mode) || S_ISDIR(status.st_mode) || HasNoWritePermission(targetStatus) ||
+                          IsOpen(target.hostPath)))
         return ERROR_ACCESS_DENIED;
     return rename(existing.hostPath.c_str(), target.hostPath.c_str()) == 0 ? ERROR_SUCCESS : MoveError(errno, existing.hostPath);
 }

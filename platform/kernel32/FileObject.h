@@ -43,22 +43,30 @@ public:
     DWORD Lock(ByteRange range, bool bExclusive, bool bWait);
     DWORD Unlock(ByteRange range);
 
-    // Whether another opening of the file has locked part of the range against reading or writing it.
-    bool IsLockedByOthers(ByteRange range, bool bForWriting) const;
+    // Whether a lock of part of the range, by another opening or one that keeps everybody out, forbids reading or writing it.
+    bool IsLockedAgainst(ByteRange range, bool bForWriting) const;
 
 private:
     struct Held
     {
         ByteRange range;
         bool bExclusive;
+
+        bool operator==(const Held&) const = default;
     };
 
-    bool ConflictsWithOwn(const ByteRange& range, bool bExclusive) const;
-    void Forget(const ByteRange& range);
+    // All with m_lock held.
+    bool Overlaps(const ByteRange& range) const;
+    // The strongest lock that is held on the part, as the system names it.
+    short TypeHeld(const ByteRange& part) const;
+    // The range cut up so that each part lies in or outside of every lock as a whole.
+    std::vector<ByteRange> PartsOf(const ByteRange& range) const;
+    // Leaves what other locks of this handle hold; 0 or the errno value of the failure.
+    int LetGo(const Held& held);
 
     const OpenedFile m_opened;
     const DWORD m_dwAccess;
-    std::mutex m_lock;
+    mutable std::mutex m_lock;
     std::condition_variable m_unlocked;
     std::vector<Held> m_held; // locks taken or about to be taken through this handle
 };

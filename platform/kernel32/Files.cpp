@@ -40,7 +40,7 @@ off_t PositionOf(int fd)
     return lseek(fd, 0, SEEK_CUR);
 }
 
-// The part of ReadFile and WriteFile that is the same: argument checks, the place in the file, other handles' locks.
+// The part of ReadFile and WriteFile that is the same: argument checks, the place in the file, locks.
 DWORD PrepareTransfer(const CFileObject* pFile, DWORD dwAccess, DWORD cbTransfer, DWORD* pcbDone, const OVERLAPPED* pOverlapped)
 {
     if (pcbDone)
@@ -61,7 +61,7 @@ DWORD PrepareTransfer(const CFileObject* pFile, DWORD dwAccess, DWORD cbTransfer
     if (position < 0)
         return ERROR_SUCCESS; // a pipe has no positions and no locks
     const auto begin = static_cast<std::uint64_t>(position);
-    return pFile->IsLockedByOthers({begin, begin + cbTransfer}, dwAccess == GENERIC_WRITE) ? ERROR_LOCK_VIOLATION : ERROR_SUCCESS;
+    return pFile->IsLockedAgainst({begin, begin + cbTransfer}, dwAccess == GENERIC_WRITE) ? ERROR_LOCK_VIOLATION : ERROR_SUCCESS;
 }
 } // namespace
 

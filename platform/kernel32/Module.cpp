@@ -1,6 +1,7 @@
 #include "platform/kernel32/Module.h"
 
 #include "platform/kernel32/ModuleSearch.h"
+#include "platform/kernel32/ObjectFile.h"
 
 #include <fstream>
 #include <iterator>
@@ -15,6 +16,9 @@ namespace platform
 namespace
 {
 using EntryPoint = decltype(&DllMain);
+
+constexpr char szResourcesBegin[] = "PlatformModuleResources";
+constexpr char szResourcesEnd[] = "PlatformModuleResourcesEnd";
 
 // The dynamic linker tells its failures apart in words only.
 DWORD LoadErrorFromMessage(const char* szMessage)
@@ -61,15 +65,27 @@ CModule::Opened CModule::Open(const std::filesystem::path& file)
         return {ERROR_BAD_EXE_FORMAT, nullptr};
     std::unique_ptr<CModule> module(new CModule(file));
     if (kind == ModuleKind::Resources)
-    {
-        module->m_image = ReadWholeFile(file);
-        module->m_resources = ReadResourceImage(module->m_image);
-        return {ERROR_SUCCESS, std::move(module)};
-    }
+        return OpenAsData(file);
     module->m_pObject = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!module->m_pObject)
         return {LoadErrorFromMessage(dlerror()), nullptr};
     module->FindResources();
+    return {ERROR_SUCCESS, std::move(module)};
+}
+
+CModule::Opened CModule::OpenAsData(const std::filesystem::path& file)
+{
+    auto image = ReadWholeFile(file);
+    if (image.empty())
+        return {ERROR_FILE_INVALID, nullptr};
+    const ModuleKind kind = KindOfModule(file);
+    if (kind == ModuleKind::Unknown)
+        return {ERROR_BAD_EXE_FORMAT, nullptr};
+    std::unique_ptr<CModule> module(new CModule(file));
+    module->m_bDataOnly = kind == ModuleKind::Code;
+    module->m_image = std::move(image);
+    const std::span<const std::byte> bytes(module->m_image);
+    module->m_resources = ReadResourceImage(module->m_bDataOnly ? BytesBetween(bytes, szResourcesBegin, szResourcesEnd) : bytes);
     return {ERROR_SUCCESS, std::move(module)};
 }
 
@@ -107,8 +123,8 @@ void CModule::Detach(LPVOID pReserved)
 
 void CModule::FindResources()
 {
-    const auto* const pBegin = static_cast<const std::byte*>(OwnSymbol("PlatformModuleResources"));
-    const auto* const pEnd = static_cast<const std::byte*>(OwnSymbol("PlatformModuleResourcesEnd"));
+    const auto* const pBegin = static_cast<const std::byte*>(OwnSymbol(szResourcesBegin));
+    const auto* const pEnd = static_cast<const std::byte*>(OwnSymbol(szResourcesEnd));
     if (pBegin && pEnd && pBegin < pEnd)
         m_resources = ReadResourceImage({pBegin, pEnd});
 }

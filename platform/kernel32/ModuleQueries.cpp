@@ -51,6 +51,6 @@ BOOL WINAPI DisableThreadLibraryCalls(HMODULE hModule)
                       {
                           const QueryGuard lock(LoaderLock());
                           // No module is told of threads here, so that there is nothing to turn off for a live one.
-                          return hModule && FindModule(hModule) ? TRUE : FailWith(ERROR_INVALID_HANDLE, FALSE);
+                          return hModule && FindModule(hModule) ? TRUE : FailWith(ERROR_MOD_NOT_FOUND, FALSE);
                       });
 }

@@ -77,6 +77,12 @@ fs::path FindModuleFile(const std::u16string& name)
     return {};
 }
 
+bool IsFolder(const std::u16string& name)
+{
+    std::error_code ignored;
+    return IsAbsoluteName(name) && fs::is_directory(HostPath(name), ignored);
+}
+
 bool HasBareName(const fs::path& file, std::u16string_view name)
 {
     return std::ranges::equal(file.filename().native(), ToUtf8(name), {}, LowerOf, LowerOf);

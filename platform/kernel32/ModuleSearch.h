@@ -26,6 +26,9 @@ ModuleName ReadModuleName(LPCWSTR szFileName);
 // directory, the current directory, in this order. Empty when there is no such file.
 std::filesystem::path FindModuleFile(const std::u16string& name);
 
+// Whether an absolute name is that of a folder.
+bool IsFolder(const std::u16string& name);
+
 // Whether a file goes by a bare name, in whatever case.
 bool HasBareName(const std::filesystem::path& file, std::u16string_view name);
 

@@ -37,9 +37,17 @@ bool IsSame(const COpenFileEntry& entry, const struct stat& status)
     return entry.m_device == status.st_dev && entry.m_inode == status.st_ino;
 }
 
+// An opening for neither reading nor writing is in nobody's way, whatever it says that it shares.
+bool TakesPart(DWORD dwAccess)
+{
+    return (dwAccess & (GENERIC_READ | GENERIC_WRITE)) != 0;
+}
+
 // Each of two openings must allow what the other does.
 bool Conflicts(const COpenFileEntry& entry, const OpenRequest& request)
 {
+    if (!TakesPart(entry.m_dwAccess) || !TakesPart(request.dwAccess))
+        return false;
     return (SharingNeededFor(request.dwAccess) & ~entry.m_dwShareMode) != 0 ||
            (SharingNeededFor(entry.m_dwAccess) & ~request.dwShareMode) != 0;
 }
@@ -149,13 +157,25 @@ OpenedFile OpenHostFile(const std::filesystem::path& hostPath, const OpenRequest
     return result;
 }
 
-bool IsHeldWithoutDeleteSharing(const std::filesystem::path& hostPath)
+template <class Predicate>
+bool IsOpenSuchThat(const std::filesystem::path& hostPath, Predicate&& isSuch)
 {
     struct stat status = {};
     if (lstat(hostPath.c_str(), &status) != 0)
         return false;
     const std::lock_guard lock(OpenFiles().lock);
-    return std::ranges::any_of(OpenFiles().entries, [&](const auto* pEntry)
-                               { return IsSame(*pEntry, status) && (pEntry->m_dwShareMode & FILE_SHARE_DELETE) == 0; });
+    return std::ranges::any_of(OpenFiles().entries,
+                               [&](const auto* pEntry) { return IsSame(*pEntry, status) && isSuch(*pEntry); });
+}
+
+bool IsHeldWithoutDeleteSharing(const std::filesystem::path& hostPath)
+{
+    return IsOpenSuchThat(hostPath, [](const COpenFileEntry& entry)
+                          { return TakesPart(entry.m_dwAccess) && (entry.m_dwShareMode & FILE_SHARE_DELETE) == 0; });
+}
+
+bool IsOpen(const std::filesystem::path& hostPath)
+{
+    return IsOpenSuchThat(hostPath, [](const COpenFileEntry&) { return true; });
 }
 } // namespace platform

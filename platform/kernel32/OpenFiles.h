@@ -74,4 +74,7 @@ OpenedFile OpenHostFile(const std::filesystem::path& hostPath, const OpenRequest
 
 // Whether this process holds the file open in a way that forbids renaming or deleting it.
 bool IsHeldWithoutDeleteSharing(const std::filesystem::path& hostPath);
+
+// Whether this process has the file open in any way: no other file takes its name then.
+bool IsOpen(const std::filesystem::path& hostPath);
 } // namespace platform

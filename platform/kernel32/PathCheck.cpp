@@ -3,6 +3,7 @@
 #include "platform/kernel32/Paths.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace platform
 {
@@ -10,36 +11,39 @@ namespace
 {
 constexpr std::size_t cchComponentMax = 255;
 
-bool IsValidName(std::u16string_view path)
+// Of a full path: what follows the drive.
+bool HasValidNames(std::u16string_view names)
 {
-    if (path.size() >= 2 && path[1] == u':')
-        path.remove_prefix(2);
     const bool bWrongCharacter =
-        std::ranges::any_of(path, [](char16_t unit)
+        std::ranges::any_of(names, [](char16_t unit)
                             { return unit < 0x20 || std::u16string_view(u"<>:\"|?*").find(unit) != std::u16string_view::npos; });
     if (bWrongCharacter)
         return false;
-    while (!path.empty())
+    while (!names.empty())
     {
-        const auto cchComponent = std::min(path.find_first_of(u"\\/"), path.size());
+        const auto cchComponent = std::min(names.find(u'\\'), names.size());
         if (cchComponent > cchComponentMax)
             return false;
-        path.remove_prefix(std::min(cchComponent + 1, path.size()));
+        names.remove_prefix(std::min(cchComponent + 1, names.size()));
     }
     return true;
 }
 } // namespace
 
-CheckedPath CheckPath(LPCWSTR szPath)
+CheckedPath CheckPath(LPCWSTR szPath, std::size_t cchLimit, DWORD dwLimitError)
 {
-    if (!szPath || !*szPath)
-        return {ERROR_PATH_NOT_FOUND, {}};
-    const std::u16string_view path(szPath);
-    // The limit counts the terminator.
-    if (path.size() >= MAX_PATH)
-        return {ERROR_PATH_NOT_FOUND, {}};
-    if (!IsValidName(path))
-        return {ERROR_INVALID_NAME, {}};
-    return {ERROR_SUCCESS, HostPath(path)};
+    const std::u16string_view path(szPath ? szPath : u"");
+    if (path.find_first_not_of(u' ') == path.npos)
+        return {ERROR_PATH_NOT_FOUND, {}, {}};
+    std::u16string fullPath = FullPath(path);
+    if (fullPath.size() >= cchLimit)
+        return {dwLimitError, {}, {}};
+    if (!HasValidNames(std::u16string_view(fullPath).substr(2)))
+        return {ERROR_INVALID_NAME, {}, {}};
+    auto hostPath = HostPathOfFull(fullPath, CaseOf(path));
+    std::error_code ignored;
+    if (!std::filesystem::exists(HostPathOfFull(fullPath.substr(0, 3), NameCase::AsWritten), ignored)) // there is no such drive
+        return {ERROR_PATH_NOT_FOUND, {}, {}};
+    return {ERROR_SUCCESS, std::move(hostPath), std::move(fullPath)};
 }
 } // namespace platform

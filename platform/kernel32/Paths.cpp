@@ -7,6 +7,8 @@
 #include <map>
 #include <mutex>
 
+#include <sys/stat.h>
+
 namespace platform
 {
 namespace fs = std::filesystem;
@@ -15,24 +17,9 @@ namespace
 {
 constexpr std::string_view drivePrefix = "drive_";
 
-constexpr bool IsLetter(char16_t unit)
-{
-    return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
-}
-
 constexpr char LowerLetter(char16_t letter)
 {
     return static_cast<char>(letter | 0x20);
-}
-
-constexpr bool HasDrive(std::u16string_view path)
-{
-    return path.size() >= 2 && IsLetter(path[0]) && path[1] == u':';
-}
-
-constexpr bool IsSeparator(char16_t unit)
-{
-    return unit == u'\\' || unit == u'/';
 }
 
 fs::path DriveFolder(char16_t letter)
@@ -43,14 +30,46 @@ fs::path DriveFolder(char16_t letter)
     return RootFolder() / (std::string(drivePrefix) + lower);
 }
 
-// A path below a folder that no ".." leads out of, as nothing leads above the root of a drive.
-fs::path Below(const fs::path& folder, std::u16string_view rest)
+bool Exists(const fs::path& path)
 {
-    std::string text = ToUtf8(rest);
+    struct stat status = {};
+    return lstat(path.c_str(), &status) == 0;
+}
+
+// The name in the folder that differs in case only; the name itself when there is none.
+fs::path NameInFolder(const fs::path& folder, const fs::path& name)
+{
+    const std::u16string folded = FoldCase(FromUtf8(name.native()));
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+    {
+        auto present = entry->path().filename();
+        if (FoldCase(FromUtf8(present.native())) == folded)
+            return present;
+    }
+    return name;
+}
+
+// The file below the folder, its names found in whatever case they are written.
+fs::path FindBelow(const fs::path& folder, const fs::path& names)
+{
+    fs::path found = folder / names;
+    if (Exists(found))
+        return found;
+    found = folder;
+    for (const auto& name : names)
+    {
+        // A final separator shows as an empty name.
+        found /= name.empty() || Exists(found / name) ? name : NameInFolder(found, name);
+    }
+    return found;
+}
+
+fs::path HostNames(std::u16string_view fullPath)
+{
+    std::string text = ToUtf8(fullPath.substr(std::min<std::size_t>(3, fullPath.size())));
     std::replace(text.begin(), text.end(), '\\', '/');
-    // Made absolute first: the normal form of an absolute path has no ".." left at its front.
-    const fs::path normal = fs::path("/" + text).lexically_normal();
-    return folder / normal.relative_path();
+    return text;
 }
 
 fs::path MakeRootFolder(const std::string& configured)
@@ -80,16 +99,28 @@ const fs::path& RootFolder()
 
 fs::path HostPath(std::u16string_view platformPath)
 {
-    if (HasDrive(platformPath))
-        return Below(DriveFolder(platformPath[0]), platformPath.substr(2));
-    if (!platformPath.empty() && platformPath[0] == u'/')
-        return Below("/", platformPath);
-    std::error_code ignored;
-    std::u16string current = PlatformPath(fs::current_path(ignored));
-    if (!platformPath.empty() && IsSeparator(platformPath[0]))
-        return Below(DriveFolder(current[0]), platformPath);
-    current.append(u"\\").append(platformPath);
-    return Below(DriveFolder(current[0]), std::u16string_view(current).substr(2));
+    return HostPathOfFull(FullPath(platformPath), CaseOf(platformPath));
+}
+
+NameCase CaseOf(std::u16string_view platformPath)
+{
+    return platformPath.starts_with(u'/') ? NameCase::AsWritten : NameCase::Any;
+}
+
+fs::path HostPathOfFull(std::u16string_view fullPath, NameCase nameCase)
+{
+    const fs::path drive = DriveFolder(fullPath[0]);
+    const fs::path names = HostNames(fullPath);
+    switch (nameCase)
+    {
+    case NameCase::AsWritten:
+        return drive / names;
+    case NameCase::LastAsWritten:
+        return FindBelow(drive, names.parent_path()) / names.filename();
+    case NameCase::Any:
+        break;
+    }
+    return FindBelow(drive, names);
 }
 
 std::u16string PlatformPath(const fs::path& hostPath)

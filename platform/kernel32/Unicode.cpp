@@ -1,6 +1,9 @@
 #include "platform/kernel32/Unicode.h"
 
+#include <algorithm>
+#include <clocale>
 #include <cstddef>
+#include <cwctype>
 
 namespace platform
 {
@@ -70,7 +73,13 @@ constexpr Lead LeadOf(unsigned char byte)
     return {0, 0, 0, 0};
 }
 
-// Takes one code point from the front of the text; an ill-formed sequence is taken up to its first wrong byte.
+constexpr bool IsTail(unsigned char byte)
+{
+    return byte >= 0x80 && byte <= 0xBF;
+}
+
+// Takes one code point from the front of the text; an ill-formed sequence is taken up to its first wrong byte. A first
+// tail byte that only says that the form is not allowed belongs to its lead byte.
 char32_t TakePoint(std::string_view& text, bool& bWellFormed)
 {
     const auto byteAt = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
@@ -92,6 +101,8 @@ char32_t TakePoint(std::string_view& text, bool& bWellFormed)
         }
         if (lead.uTails == 0 || uMissing > 0)
         {
+            if (lead.uTails > 1 && cbTaken == 1 && text.size() > 1 && IsTail(byteAt(1)))
+                ++cbTaken;
             bWellFormed = false;
             point = replacement;
         }
@@ -99,7 +110,25 @@ char32_t TakePoint(std::string_view& text, bool& bWellFormed)
     text.remove_prefix(cbTaken);
     return point;
 }
+
+char16_t FoldUnit(char16_t unit)
+{
+    // The process's own locale must not decide which names are the same.
+    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (unit < 0x80 || !unicode)
+        return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
+    const auto folded = static_cast<char32_t>(towupper_l(static_cast<wint_t>(unit), unicode));
+    // Nothing outside the basic letters is the same as one of them: no dotless i, no long s.
+    return folded >= 0x80 && folded <= 0xFFFF ? static_cast<char16_t>(folded) : unit;
+}
 } // namespace
+
+std::u16string FoldCase(std::u16string_view name)
+{
+    std::u16string folded(name);
+    std::ranges::transform(folded, folded.begin(), FoldUnit);
+    return folded;
+}
 
 std::string ToUtf8(std::u16string_view text, bool* pbWellFormed)
 {

@@ -11,4 +11,6 @@ namespace platform
 std::string ToUtf8(std::u16string_view text, bool* pbWellFormed = nullptr);
 // Ill-formed sequences become U+FFFD. pbWellFormed, when given, is set to whether there was none.
 std::u16string FromUtf8(std::string_view text, bool* pbWellFormed = nullptr);
+// Names of keys, values and files that differ in case only have the same folded form.
+std::u16string FoldCase(std::u16string_view name);
 } // namespace platform

@@ -27,14 +27,15 @@ std::optional<std::u16string_view> StringInBlock(std::span<const WCHAR> block, U
     return std::nullopt;
 }
 
-std::u16string_view FindString(HINSTANCE hInstance, UINT uId)
+// Nothing when there is no such block; a string that is not in its block reads like an empty one.
+std::optional<std::u16string_view> FindString(HINSTANCE hInstance, WORD uId)
 {
     const UINT uBlock = uId / stringsInBlock + 1;
     const HRSRC hResource = FindResourceW(hInstance, MAKEINTRESOURCEW(uBlock), RT_STRING);
     const HGLOBAL hData = hResource ? LoadResource(hInstance, hResource) : nullptr;
     const auto* pUnits = hData ? static_cast<const WCHAR*>(LockResource(hData)) : nullptr;
     if (!pUnits)
-        return {};
+        return std::nullopt;
     const std::span block(pUnits, SizeofResource(hInstance, hResource) / sizeof(WCHAR));
     return StringInBlock(block, uId % stringsInBlock).value_or(std::u16string_view());
 }
@@ -60,10 +61,13 @@ int WINAPI LoadStringW(HINSTANCE hInstance, UINT uId, LPWSTR szBuffer, int cchBu
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;
     }
-    const auto text = FindString(hInstance, uId);
-    if (text.empty()) // a string that is not in its block reads like an empty one
+    // The low half of the identifier is the whole of it.
+    const auto text = FindString(hInstance, LOWORD(uId));
+    if (!text || text->empty())
         SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
+    if (!text) // the buffer stays as it was
+        return 0;
     if (cchBuffer == 0)
-        return text.empty() ? 0 : GiveReadOnly(text, szBuffer);
-    return CopyText(text, szBuffer, static_cast<std::size_t>(cchBuffer));
+        return text->empty() ? 0 : GiveReadOnly(*text, szBuffer);
+    return CopyText(*text, szBuffer, static_cast<std::size_t>(cchBuffer));
 }
