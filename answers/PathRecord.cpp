@@ -205,7 +205,8 @@ void RecordFolderChanges(CRecord& record, const std::filesystem::path& folder, C
         record.Add("go to " + Quoted(szPath), ShownSuccess(SetCurrentDirectoryW(PathOf(szPath, folderName).c_str()) != FALSE));
     }
     SetCurrentDirectoryW(start.c_str());
-    record.Add("go to null", ShownSuccess(SetCurrentDirectoryW(nullptr) != FALSE) + ", at " + ShownCurrent(folderName));
+    const std::string nullAnswer = ShownSuccess(SetCurrentDirectoryW(nullptr) != FALSE);
+    record.Add("go to null", nullAnswer + ", at " + ShownCurrent(folderName));
 }
 
 // A name of exactly this length, in folders that are there up to the last component and are gone with the object.

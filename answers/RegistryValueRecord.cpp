@@ -98,8 +98,8 @@ void RecordValueArguments(CRecord& record)
     record.Add("query into a buffer of unknown size",
                ShownStatus(RegQueryValueExW(hKey, OLESTR("v"), nullptr, &dwType, buffer, nullptr)));
     cb = 0;
-    record.Add("query the size with room for none",
-               ShownStatus(RegQueryValueExW(hKey, OLESTR("v"), nullptr, nullptr, nullptr, &cb)) + ", size " + std::to_string(cb));
+    const LSTATUS sizeStatus = RegQueryValueExW(hKey, OLESTR("v"), nullptr, nullptr, nullptr, &cb);
+    record.Add("query the size with room for none", ShownStatus(sizeStatus) + ", size " + std::to_string(cb));
     cb = 3;
     const LSTATUS lStatus = RegQueryValueExW(hKey, OLESTR("none"), nullptr, &dwType, buffer, &cb);
     record.Add("query a missing value", ShownStatus(lStatus));
