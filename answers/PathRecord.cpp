@@ -83,7 +83,8 @@ void RecordTexts(CRecord& record)
     GetSystemDirectoryW(szSystem, MAX_PATH);
     record.Add("system folder", Shown(CWideView(szSystem)));
     WCHAR szLocale[LOCALE_NAME_MAX_LENGTH] = {};
-    record.Add("locale", std::to_string(GetUserDefaultLocaleName(szLocale, LOCALE_NAME_MAX_LENGTH)) + ", " + Quoted(szLocale));
+    const int cchLocale = GetUserDefaultLocaleName(szLocale, LOCALE_NAME_MAX_LENGTH);
+    record.Add("locale", std::to_string(cchLocale) + ", " + Quoted(szLocale));
 }
 
 std::string ShownCurrent(CWideView folderName)
