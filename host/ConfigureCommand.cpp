@@ -149,7 +149,8 @@ void CheckUsage(const ConfigureArguments& arguments)
     if (arguments.strProfile.empty() && arguments.strName.empty())
         throw CLI::ValidationError("PROFILE", "a profile file, or the --name of a stored profile, is needed");
     if (arguments.strProfile.empty() && (arguments.bInPlace || !arguments.strOutput.empty()))
-        throw CLI::ValidationError("PROFILE", "a stored profile is changed where it is stored");
+        throw CLI::ValidationError("PROFILE",
+                                   "-o and --in-place need a PROFILE file; a stored profile is changed where it is stored");
     try
     {
         ChoicesOf(arguments.settings);

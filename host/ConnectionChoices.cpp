@@ -18,7 +18,7 @@ constexpr DialogControl dialogControls[] = {
     {IDC_RADIO_MEASUREMENT, false, "this machine's configuration keeps it away"},
     {IDC_BAND_5_GHZ, false, "the interface does not support 5 GHz"},
     {IDC_BAND_2_4_GHZ, false, "the interface does not support 2.4 GHz"},
-    {IDC_RAPIDO, false, "no adapter of the maker's has a driver that reports Rapido"},
+    {IDC_RAPIDO, false, "none of the maker's adapters has a driver that reports Rapido"},
     {IDC_ADVANCED_ROAMING, false, "the dialog does not offer it"},
     {IDC_ROAMING_OPTION, true, "Advanced Roaming is off"},
 };
@@ -94,7 +94,7 @@ std::vector<WantedState> StatesOf(const std::string& strName, const std::string&
         if (strName == row.szName && strValue == row.szValue)
             states.push_back({row.nControl, ControlOf(row).bIsList, row.lWanted, ControlOf(row).szWhenOutOfUse});
     if (states.empty())
-        throw std::invalid_argument(strName + " cannot be " + (strValue.empty() ? "nothing" : strValue) + "; it can be " +
+        throw std::invalid_argument(strName + " cannot be " + (strValue.empty() ? "empty" : strValue) + "; it can be " +
                                     Joined(values, ", "));
     return states;
 }

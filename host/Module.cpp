@@ -27,10 +27,17 @@ CComApartment::~CComApartment()
     CoUninitialize();
 }
 
-CLoadedModule::CLoadedModule(const std::string& strFile) : m_strFile(FullPath(strFile)), m_module(LoadLibraryW(m_strFile.c_str()))
+CLoadedModule::CLoadedModule(const std::string& strFile) : CLoadedModule(FullPath(strFile))
 {
-    if (!m_module)
-        throw CHostError(Name() + ": cannot be loaded (error " + std::to_string(GetLastError()) + ")");
+}
+
+CLoadedModule::CLoadedModule(CWideString strFile) : m_strFile(std::move(strFile)), m_module(LoadLibraryW(m_strFile.c_str()))
+{
+    if (m_module)
+        return;
+    const DWORD dwError = GetLastError();
+    throw CHostError(Name() + ": cannot be loaded (error " + std::to_string(dwError) +
+                     (dwError == ERROR_MOD_NOT_FOUND ? ", there is no such file" : "") + ")");
 }
 
 std::string CLoadedModule::Name() const

@@ -23,6 +23,8 @@ class CLoadedModule
 public:
     // UTF-8; an empty name stands for korihvui.dll beside the program. Throws CHostError.
     explicit CLoadedModule(const std::string& strFile);
+    // The platform's own name of the file. Throws CHostError.
+    explicit CLoadedModule(CWideString strFile);
 
     std::string Name() const;
 

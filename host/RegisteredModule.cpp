@@ -9,7 +9,7 @@ constexpr const WCHAR* serverKey = OLESTR("CLSID\\{6C0E5D21-3B7A-4F19-9D42-7E1A8
 constexpr DWORD maxServerPathLength = 32767;
 } // namespace
 
-std::string RegisteredModuleFile()
+CWideString RegisteredModuleFile()
 {
     CUniqueKey key;
     CWideString strFile(maxServerPathLength, WCHAR{});
@@ -20,5 +20,5 @@ std::string RegisteredModuleFile()
         throw CHostError("the extension's class is not registered");
     strFile.resize(cbFile / sizeof(WCHAR));
     strFile.resize(CWideView(strFile).find_last_not_of(WCHAR{}) + 1);
-    return Utf8Of(strFile);
+    return strFile;
 }

@@ -14,10 +14,14 @@ struct Registration
     const char* szExport;
     HRESULT (CLoadedModule::*pOperation)() const;
     const char* szDone;
+    const char* szNotDone; // what a result other than success means
 };
 constexpr Registration registrations[] = {
-    {"register", "Register the module on this machine", "DllRegisterServer", &CLoadedModule::Register, ": registered\n"},
-    {"unregister", "Remove the module's registration", "DllUnregisterServer", &CLoadedModule::Unregister, ": unregistered\n"},
+    {"register", "Register the module on this machine (the native build: in the folder PLATFORM_ROOT)", "DllRegisterServer",
+     &CLoadedModule::Register, ": registered\n",
+     ": not registered: the registry could not be written; it takes an administrator"},
+    {"unregister", "Remove the module's registration", "DllUnregisterServer", &CLoadedModule::Unregister, ": unregistered\n",
+     ": not unregistered: it was not registered, or the registry could not be written"},
 };
 
 void Run(const Registration& registration, const std::string& strModule, const std::string& strTrace)
@@ -27,6 +31,9 @@ void Run(const Registration& registration, const std::string& strModule, const s
     const HRESULT hr = (module.*registration.pOperation)();
     if (FAILED(hr))
         throw CHostError(module.Name() + ": " + registration.szExport + " answered " + ResultName(hr));
+    // The exports tell a registry that refused with another success code.
+    if (hr != S_OK)
+        throw CHostError(module.Name() + registration.szNotDone);
     output.Write(module.Name() + registration.szDone);
 }
 } // namespace

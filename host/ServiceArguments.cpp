@@ -4,7 +4,7 @@ namespace
 {
 std::string CheckGuid(const std::string& strText)
 {
-    return GuidOf(strText) ? std::string() : strText + " is no GUID";
+    return GuidOf(strText) ? std::string() : strText + " is not a GUID";
 }
 } // namespace
 

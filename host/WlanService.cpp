@@ -38,7 +38,7 @@ const char* MeaningOf(DWORD dwError)
 void RequireDone(DWORD dwError, const char* szCall)
 {
     if (dwError == ERROR_SERVICE_NOT_ACTIVE)
-        throw CHostError("there is no WLAN service");
+        throw CHostError("there is no WLAN service; name a simulated one with --service DIR");
     if (dwError != ERROR_SUCCESS)
         throw CHostError(std::string("the WLAN service answered ") + szCall + " with error " + std::to_string(dwError) +
                          MeaningOf(dwError));
@@ -65,7 +65,7 @@ CUniqueModule LoadService(const ServiceOptions& options)
     SetVariable(OLESTR("WLAN_SERVICE_DIR"), options.strFolder);
     SetVariable(OLESTR("WLAN_SERVICE_LOG"), options.strLog);
     if (!options.strFolder.empty() && !std::filesystem::is_regular_file(PathOf(options.strFolder) / "adapters.json"))
-        throw CHostError(options.strFolder + ": is no service folder, it has no adapters.json");
+        throw CHostError(options.strFolder + ": is not a service folder: it has no adapters.json");
     CUniqueModule library(LoadLibraryW(LibraryFile(!options.strFolder.empty()).c_str()));
     // A machine without a service of its own may still have been given one by the environment.
     if (!library)

@@ -127,6 +127,25 @@ INSTANTIATE_TEST_SUITE_P(
                              {"of the maker's no", "Rapido not asked", "PHY types HR/DSSS (802.11b)"}}),
     [](const auto& instance) { return instance.param.szName; });
 
+// Registering for the machine, and using the class from there
+
+TEST(RegistrationTest, TheRegisteredModuleIsUsedUntilItIsGone)
+{
+    const CHostWorld world;
+    EXPECT_EQ(1, world.Host({"show", "@office.xml", "--registered"}).nExitCode);
+    const ProgramRun registered = world.Host({"register"});
+    EXPECT_EQ(0, registered.nExitCode) << registered.strErrors;
+    const ProgramRun shown = world.Host({"show", "@office.xml", "--registered"});
+    EXPECT_EQ(0, shown.nExitCode) << shown.strErrors;
+    EXPECT_EQ(world.Host({"show", "@office.xml"}).strOutput, shown.strOutput);
+    EXPECT_EQ(0, world.Host({"unregister"}).nExitCode);
+
+    const ProgramRun again = world.Host({"unregister"});
+    EXPECT_EQ(1, again.nExitCode);
+    EXPECT_NE(std::string::npos, again.strErrors.find("it was not registered")) << again.strErrors;
+    EXPECT_EQ(1, world.Host({"show", "@office.xml", "--registered"}).nExitCode);
+}
+
 // What the dialog is asked for, and what becomes of it
 
 struct ConfigureCase
@@ -251,8 +270,8 @@ INSTANTIATE_TEST_SUITE_P(
                     2,
                     configureInPlace + onRapidoMachine + Arguments{"--set", "bands=5", "--set", "bands=2.4"},
                     {"bands is set twice"}},
-        RefusedCase{"no_guid", 2, configureInPlace + OnMachine(rapidoMachine, "first"), {"first is no GUID"}},
-        RefusedCase{"no_service", 1, configureInPlace + OnMachine("service", rapidoAdapter), {"is no service folder"}},
+        RefusedCase{"no_guid", 2, configureInPlace + OnMachine(rapidoMachine, "first"), {"first is not a GUID"}},
+        RefusedCase{"no_service", 1, configureInPlace + OnMachine("service", rapidoAdapter), {"is not a service folder"}},
         RefusedCase{"no_such_adapter",
                     1,
                     configureInPlace + OnMachine(rapidoMachine, "3d6f90b4-1c27-4e8a-b5d0-72a9e4c8165f"),
