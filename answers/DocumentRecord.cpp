@@ -1,7 +1,9 @@
 #include "answers/DocumentGenerator.h"
-#include "answers/LoadedModule.h"
 #include "answers/Subjects.h"
 
+#include "extui/SecurityPropertyInfo.h"
+#include "host/HostError.h"
+#include "host/Module.h"
 #include "profile/CCXConnectionSettings.h"
 #include "profile/CCXSecuritySettings.h"
 #include "profile/WlanProfileBands.h"
@@ -38,8 +40,11 @@ class CDocumentRecorder
 {
 public:
     explicit CDocumentRecorder(CRecord& record)
-        : m_record(record), m_security(m_module.SecurityProperty()), m_connection(m_module.ConnectionProperty())
+        : m_record(record), m_security(Create<ICCXExtUIKey>(IID_ICCXExtUIKey)),
+          m_connection(Create<ICCXExtUICon>(IID_ICCXExtUICon))
     {
+        if (FAILED(m_security.Get()->Initialize(&SecurityPropertyInfos()[0])))
+            throw CHostError("the security property does not take its description");
     }
 
     void Record(const Document& document)
@@ -60,6 +65,15 @@ public:
     }
 
 private:
+    template <class Interface>
+    CUniqueInterface<Interface> Create(REFIID riid) const
+    {
+        CUniqueInterface<Interface> object;
+        if (FAILED(m_module.ClassFactory().Get()->CreateInstance(nullptr, riid, reinterpret_cast<void**>(object.Put()))))
+            throw CHostError("the module hands out no object");
+        return object;
+    }
+
     void RecordSecurity(const CWideString& text)
     {
         const CBstr bstrProfile(text.c_str());
@@ -68,13 +82,15 @@ private:
         RecordSelected(*m_security.Get(), bstrProfile);
 
         ULONG uDefault = 0;
-        HRESULT hr = m_security->Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), nullptr, nullptr, &uDefault, nullptr);
+        HRESULT hr =
+            m_security.Get()->Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), nullptr, nullptr, &uDefault, nullptr);
         m_record.Add("default", ShownHex(static_cast<std::uint32_t>(hr)) + " " + std::to_string(uDefault));
 
         Dot11ExtUIPropertyEntry aes{4, 0, nullptr};
         CBstr bstrModified;
         BOOL bIsModified = FALSE;
-        hr = m_security->Dot11ExtUIPropertySetDisplayInfo(0, bstrProfile.Get(), nullptr, &aes, bstrModified.Put(), &bIsModified);
+        hr = m_security.Get()->Dot11ExtUIPropertySetDisplayInfo(0, bstrProfile.Get(), nullptr, &aes, bstrModified.Put(),
+                                                                &bIsModified);
         m_record.Add("pick", ShownModification(hr, bIsModified, bstrModified));
     }
 
@@ -116,9 +132,10 @@ private:
     }
 
     CRecord& m_record;
-    CLoadedModule m_module;
-    CComRef<ICCXExtUIKey> m_security;
-    CComRef<ICCXExtUICon> m_connection;
+    const CComApartment m_apartment;
+    const CLoadedModule m_module{std::string()};
+    const CUniqueInterface<ICCXExtUIKey> m_security;
+    const CUniqueInterface<ICCXExtUICon> m_connection;
 };
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "answers/Subjects.h"
 #include "answers/Wording.h"
 
+#include "host/Library.h"
 #include "tests/support/TestFolder.h"
 
 #include <vector>
@@ -35,14 +36,6 @@ public:
 private:
     const HMODULE m_hModule;
 };
-
-CWideString ProgramFolder()
-{
-    WCHAR szProgram[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, szProgram, MAX_PATH);
-    const CWideView program(szProgram);
-    return CWideString(program.substr(0, program.find_last_of(OLESTR("\\")) + 1));
-}
 
 // The string, and the buffer up to what was not touched.
 std::string ShownString(HMODULE hModule, UINT uId, int cchRoom)
@@ -183,7 +176,7 @@ void RecordWrongFiles(CRecord& record, const std::filesystem::path& folder)
 
 void RecordModules(CRecord& record)
 {
-    const CWideString folder = ProgramFolder();
+    const CWideString folder = BesideProgram({});
     for (const DWORD dwFlags : {DWORD{LOAD_LIBRARY_AS_DATAFILE}, DWORD{0}})
     {
         for (const auto& file : moduleFiles)
@@ -208,7 +201,7 @@ void RecordModules(CRecord& record)
 
 void RecordHandles(CRecord& record)
 {
-    const CWideString file = ProgramFolder() + OLESTR("korihvui.dll");
+    const CWideString file = BesideProgram(OLESTR("korihvui.dll"));
     SetLastError(4711);
     record.Add("handle of a module that is not loaded", ShownSuccess(GetModuleHandleW(OLESTR("korihvui.dll")) != nullptr));
     const HMODULE hModule = LoadLibraryW(file.c_str());
@@ -216,11 +209,11 @@ void RecordHandles(CRecord& record)
     record.Add("loaded twice", hModule == hAgain ? "the same" : "another");
     for (const WCHAR* const szName :
          {OLESTR("korihvui.dll"), OLESTR("korihvui"), OLESTR("KORIHVUI"), OLESTR("korihvui."), file.c_str()})
-        record.Add("handle by name " + ShownPlace(szName, ProgramFolder()),
+        record.Add("handle by name " + ShownPlace(szName, BesideProgram({})),
                    GetModuleHandleW(szName) == hModule ? "the same" : "another");
     WCHAR szName[MAX_PATH] = {};
     GetModuleFileNameW(hModule, szName, MAX_PATH);
-    record.Add("file of the module", ShownPlace(szName, ProgramFolder()));
+    record.Add("file of the module", ShownPlace(szName, BesideProgram({})));
     record.Add("no thread calls", ShownSuccess(DisableThreadLibraryCalls(hModule) != FALSE));
     record.Add("export", GetProcAddress(hModule, "DllGetClassObject") ? "there" : "missing");
     SetLastError(4711);

@@ -1,25 +1,21 @@
 #include "tests/support/ModuleUnderTest.h"
 
+#include "host/Library.h"
+
 #include <regex>
 
 namespace tests
 {
 std::filesystem::path BuildFolder()
 {
-    WCHAR szProgram[MAX_PATH + 1] = {};
-    GetModuleFileNameW(nullptr, szProgram, MAX_PATH);
-    CWideString folder(szProgram);
-    folder.resize(folder.find_last_of(OLESTR("\\/")));
+    CWideString folder = BesideProgram({});
+    folder.pop_back();
     return std::filesystem::path(folder);
 }
 
 CModuleUnderTest::CModuleUnderTest(Registration registration)
 {
-    WCHAR szProgram[MAX_PATH + 1] = {};
-    GetModuleFileNameW(nullptr, szProgram, MAX_PATH);
-    CWideString path(szProgram);
-    path.resize(path.find_last_of(OLESTR("\\/")) + 1);
-    m_hModule = LoadLibraryW((path + OLESTR("korihvui.dll")).c_str());
+    m_hModule = LoadLibraryW(BesideProgram(OLESTR("korihvui.dll")).c_str());
     EXPECT_NE(nullptr, m_hModule);
     if (m_hModule && registration == Registration::Registered)
         m_bRegistered = Export<HRESULT WINAPI()>("DllRegisterServer")() == S_OK;
