@@ -1,9 +1,10 @@
 #include "tests/support/TestProgram.h"
 
+#include "tests/support/StartedCase.h"
 #include "trace/WideText.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <chrono>
 
 namespace tests
 {
@@ -23,7 +24,8 @@ std::filesystem::path ProgramFile()
 
 bool RunCase(const std::filesystem::path& program, const std::string& name)
 {
-    const auto command = '"' + program.string() + "\" --gtest_brief=1 --gtest_also_run_disabled_tests --gtest_filter=" + name;
-    return std::system(command.c_str()) == 0;
+    // Longer than any case may take.
+    constexpr std::chrono::minutes limit(10);
+    return CStartedCase(program, name).HasPassedWithin(limit);
 }
 } // namespace tests

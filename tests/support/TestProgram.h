@@ -10,6 +10,6 @@ namespace tests
 std::filesystem::path ProgramFile();
 
 // Runs one case of a test program, a disabled one too, and waits for its end; true when the case passed. The case gets
-// this process's environment. The program's path must not hold characters that a shell gives a meaning to.
+// this process's environment.
 bool RunCase(const std::filesystem::path& program, const std::string& name);
 } // namespace tests

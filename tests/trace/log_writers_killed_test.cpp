@@ -2,6 +2,7 @@
 #include "tests/support/StartedCase.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
+#include "tests/trace/OtherLogWriter.h"
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"
 
@@ -19,7 +20,6 @@ using Clock = std::chrono::steady_clock;
 constexpr auto survivorCase = "KilledLogWriter.DISABLED_Survivor";
 constexpr auto victimCase = "KilledLogWriter.DISABLED_Victim";
 constexpr auto latecomerCase = "KilledLogWriter.DISABLED_Latecomer";
-constexpr const char* szLogVariable = "TRACE_TEST_LOG";   // where the other processes find the log
 constexpr const char* szStopVariable = "TRACE_TEST_STOP"; // they write until there is this file
 
 constexpr int killings = 4;
@@ -50,28 +50,6 @@ private:
     CWideString m_old; // with its terminator
 };
 
-// One of several processes that write to the log that the environment names.
-class COtherWriter
-{
-public:
-    COtherWriter()
-        : m_enable(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), 1),
-          m_path(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("LogPath"), tests::Widen(std::getenv(szLogVariable)))
-    {
-        KorCmnTracer::Start(OLESTR("unused"), false, false);
-    }
-    ~COtherWriter()
-    {
-        KorCmnTracer::Stop();
-    }
-    COtherWriter(const COtherWriter&) = delete;
-    COtherWriter& operator=(const COtherWriter&) = delete;
-
-private:
-    tests::CRegistryValue m_enable;
-    tests::CRegistryValue m_path;
-};
-
 // Numbers its lines, and tells at the end how many there were.
 template <class Condition>
 void WriteWhile(const char* szWriter, Condition condition)
@@ -90,19 +68,19 @@ bool IsToWrite()
 
 TEST(KilledLogWriter, DISABLED_Survivor)
 {
-    const COtherWriter writer;
+    const tests::COtherLogWriter writer;
     WriteWhile("survivor", IsToWrite);
 }
 
 TEST(KilledLogWriter, DISABLED_Victim)
 {
-    const COtherWriter writer;
+    const tests::COtherLogWriter writer;
     WriteWhile("victim", IsToWrite);
 }
 
 TEST(KilledLogWriter, DISABLED_Latecomer)
 {
-    const COtherWriter writer;
+    const tests::COtherLogWriter writer;
     const auto begin = Clock::now();
     WriteWhile("latecomer", [nLeft = 1]() mutable { return nLeft-- > 0; });
     EXPECT_GT(atOnce, Clock::now() - begin);
@@ -155,7 +133,7 @@ void KillOneOf(std::chrono::milliseconds delay)
     const tests::CTraceLog log;
     const tests::CTestFolder folder;
     const auto stop = folder.Path() / "stop";
-    const CVariable logVariable(szLogVariable, log.File());
+    const CVariable logVariable(tests::szLogVariable, log.File());
     const CVariable stopVariable(szStopVariable, stop);
     // What the killed process would have taken away at its end goes with this folder.
     const CVariable nativeFolder("TMPDIR", folder.Path());

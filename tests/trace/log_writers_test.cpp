@@ -1,6 +1,7 @@
 // Two processes with four threads each write to one log.
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
+#include "tests/trace/OtherLogWriter.h"
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"
 
@@ -13,7 +14,6 @@
 namespace
 {
 constexpr unsigned uWriters = 4;
-constexpr const char* szLogVariable = "TRACE_TEST_LOG"; // where the second process finds the log
 constexpr auto secondProcess = "LogWriters.DISABLED_SecondProcess";
 
 // Lines of each thread; fewer where a machine is slow, by the environment.
@@ -38,19 +38,15 @@ void Write(DWORD dwProcess)
 
 TEST(LogWriters, DISABLED_SecondProcess)
 {
-    const char* szLog = std::getenv(szLogVariable);
-    ASSERT_NE(nullptr, szLog);
-    const tests::CRegistryValue enable(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), 1);
-    const tests::CRegistryValue path(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("LogPath"), tests::Widen(szLog));
-    KorCmnTracer::Start(OLESTR("unused"), false, false);
+    ASSERT_NE(nullptr, std::getenv(tests::szLogVariable));
+    const tests::COtherLogWriter writer;
     Write(2);
-    KorCmnTracer::Stop();
 }
 
 TEST(LogWriters, NoLineIsLostOrTorn)
 {
     const tests::CTraceLog log;
-    const auto variable = tests::Widen(szLogVariable);
+    const auto variable = tests::Widen(tests::szLogVariable);
     SetEnvironmentVariableW(variable.c_str(), tests::PlatformNameOf(log.File()).c_str());
     KorCmnTracer::Start(OLESTR("unused"), false, false);
     bool bPassed = false;
