@@ -1,6 +1,7 @@
 #include "host/SafeFile.h"
 
 #include "host/HostError.h"
+#include "host/Leftovers.h"
 #include "host/native/UniqueDescriptor.h"
 
 #include <cerrno>
@@ -19,24 +20,16 @@ namespace
     throw CHostError(std::string(szWhat) + ": " + std::strerror(errno));
 }
 
-// What a temporary file's name has behind the target's; after it come the six characters that make the name its own.
-constexpr const char* temporaryMark = ".korihost-";
-
-// Takes away what writers of the same file left when they were killed. A writer that lives holds its file's lock; what
-// cannot be taken away is passed over, because it stands in nobody's way.
+// Takes away what writers of the same file left when they were killed. A writer that lives holds its file's lock.
 void RemoveLeftovers(const std::filesystem::path& target)
 {
-    const std::string strBeginning = target.filename().string() + temporaryMark;
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(target.parent_path(), error), end; !error && entry != end;
-         entry.increment(error))
-    {
-        if (!entry->path().filename().string().starts_with(strBeginning))
-            continue;
-        const CUniqueDescriptor file(open(entry->path().c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-        if (file && flock(file.Get(), LOCK_EX | LOCK_NB) == 0)
-            unlink(entry->path().c_str());
-    }
+    ForEachLeftover(target,
+                    [](const std::filesystem::path& leftover)
+                    {
+                        const CUniqueDescriptor file(open(leftover.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+                        if (file && flock(file.Get(), LOCK_EX | LOCK_NB) == 0)
+                            unlink(leftover.c_str());
+                    });
 }
 
 // A file that goes away again unless it is renamed.

@@ -1,6 +1,7 @@
 #include "host/SafeFile.h"
 
 #include "host/HostError.h"
+#include "host/Leftovers.h"
 #include "trace/Unique.h"
 
 #include <algorithm>
@@ -14,19 +15,11 @@ namespace
     throw CHostError(std::string(szWhat) + ": " + std::system_category().message(static_cast<int>(GetLastError())));
 }
 
-// What a temporary file's name has behind the target's; after it comes a number.
-constexpr const wchar_t* temporaryMark = L".korihost-";
-
 // Takes away what writers of the same file left when they were killed. A writer that lives shares its file with nobody, so
-// that it cannot be deleted; what cannot be taken away is passed over, because it stands in nobody's way.
+// that it cannot be deleted.
 void RemoveLeftovers(const std::filesystem::path& target)
 {
-    const std::wstring strBeginning = target.filename().wstring() + temporaryMark;
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(target.parent_path(), error), end; !error && entry != end;
-         entry.increment(error))
-        if (entry->path().filename().wstring().starts_with(strBeginning))
-            DeleteFileW(entry->path().c_str());
+    ForEachLeftover(target, [](const std::filesystem::path& leftover) { DeleteFileW(leftover.c_str()); });
 }
 
 // The attributes and the access rights of the file that is replaced; else what a new file gets.
@@ -76,7 +69,7 @@ public:
         for (DWORD dwNumber = GetCurrentProcessId();; ++dwNumber)
         {
             m_name = target;
-            m_name += temporaryMark + std::to_wstring(dwNumber);
+            m_name += temporaryMark + std::to_string(dwNumber);
             m_file.Reset(CreateFileW(m_name.c_str(), GENERIC_WRITE | DELETE, 0, permissions.Rights(), CREATE_NEW,
                                      permissions.Attributes(), nullptr));
             if (m_file)
