@@ -1,5 +1,6 @@
 // Paths as the platform understands them, before any file is looked at.
 #include "platform/kernel32/Paths.h"
+#include "platform/kernel32/Unicode.h"
 
 #include <algorithm>
 #include <vector>
@@ -11,11 +12,6 @@ namespace
 constexpr bool IsSeparator(char16_t unit)
 {
     return unit == u'\\' || unit == u'/';
-}
-
-constexpr char16_t UpperLetter(char16_t letter)
-{
-    return letter >= u'a' && letter <= u'z' ? static_cast<char16_t>(letter - 0x20) : letter;
 }
 
 std::u16string CurrentFolder()
@@ -30,7 +26,7 @@ std::u16string Absolute(std::u16string_view path)
     if (path.size() >= 2 && path[1] == u':')
     {
         const auto rest = path.substr(2);
-        std::u16string drive{UpperLetter(path[0]), u':'};
+        std::u16string drive{UpperOf(path[0]), u':'};
         if (!rest.empty() && IsSeparator(rest[0]))
             return drive.append(rest);
         // Other drives have no current folder here but their root.

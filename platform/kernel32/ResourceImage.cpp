@@ -1,5 +1,7 @@
 #include "platform/kernel32/ResourceImage.h"
 
+#include "platform/kernel32/Unicode.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -20,11 +22,6 @@ constexpr std::size_t cbAlignment = 4;
 constexpr std::size_t AlignUp(std::size_t cb)
 {
     return (cb + cbAlignment - 1) / cbAlignment * cbAlignment;
-}
-
-constexpr char16_t UpperOf(char16_t unit)
-{
-    return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 0x20) : unit;
 }
 
 // Takes values from the front of a header; nothing more comes once one of them was not there.

@@ -116,7 +116,7 @@ char16_t FoldUnit(char16_t unit)
     // The process's own locale must not decide which names are the same.
     static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     if (unit < 0x80 || !unicode)
-        return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
+        return UpperOf(unit);
     const auto folded = static_cast<char32_t>(towupper_l(static_cast<wint_t>(unit), unicode));
     // Nothing outside the basic letters is the same as one of them: no dotless i, no long s.
     return folded >= 0x80 && folded <= 0xFFFF ? static_cast<char16_t>(folded) : unit;
