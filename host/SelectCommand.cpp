@@ -82,7 +82,7 @@ void AddSelectCommand(CLI::App& app, CommandWork& chosen)
     CLI::App* pCommand = app.add_subcommand("select", "Make a profile use the extension's authentication");
     pCommand->add_option("PROFILE", pArguments->strProfile, "The profile, as the platform exports it")->required()->type_name("");
     pCommand->add_option("--cipher", pArguments->strCipher, "The cipher to use with it")
-        ->check(CLI::IsMember({"WEP", "TKIP", "AES"}))
+        ->transform(CLI::IsMember({"WEP", "TKIP", "AES"}, CLI::ignore_case))
         ->type_name("NAME");
     CLI::Option* pOutput =
         pCommand->add_option("-o,--output", pArguments->strOutput, "Where the changed profile goes")->type_name("FILE");

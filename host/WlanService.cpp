@@ -26,7 +26,11 @@ struct ErrorMeaning
     DWORD dwError;
     const char* szMeaning;
 };
-constexpr ErrorMeaning errorMeanings[] = {{ERROR_ACCESS_DENIED, " (access is denied)"}, {ERROR_DISK_FULL, " (the disk is full)"}};
+constexpr ErrorMeaning errorMeanings[] = {
+    {ERROR_ACCESS_DENIED, " (access is denied)"},
+    {ERROR_DISK_FULL, " (the disk is full)"},
+    {ERROR_INVALID_DATA, " (invalid data; a simulated service's call log says what is wrong with its adapters.json)"},
+};
 
 const char* MeaningOf(DWORD dwError)
 {

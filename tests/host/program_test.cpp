@@ -37,7 +37,7 @@ class SampleTest : public testing::TestWithParam<const char*>
 TEST_P(SampleTest, SelectLeavesEveryByteAroundItsOwnPlace)
 {
     const CHostWorld world;
-    const ProgramRun run = world.Host({"select", std::string("@") + GetParam(), "--cipher", "WEP", "-o", "@out.xml"});
+    const ProgramRun run = world.Host({"select", std::string("@") + GetParam(), "--cipher", "wep", "-o", "@out.xml"});
     ASSERT_EQ(0, run.nExitCode) << run.strErrors;
     const std::string strBefore = ReadBytes(world.File(GetParam()));
     const std::string strAfter = ReadBytes(world.File("out.xml"));
@@ -295,6 +295,15 @@ INSTANTIATE_TEST_SUITE_P(
                     {"Roaming Option (control 1005) is disabled: Advanced Roaming is off"}},
         RefusedCase{"no_band_at_all", 1, configureInPlace + onWornOutCard, {"Atleast one wireless band must be selected"}}),
     [](const auto& instance) { return instance.param.szName; });
+
+TEST(ConfigureBrokenServiceTest, TellsWhereTheFaultIs)
+{
+    const CHostWorld world;
+    WriteBytes(world.File(rapidoMachine) / "adapters.json", "[{}]");
+    const ProgramRun run = world.Host(configureInPlace + onRapidoMachine);
+    EXPECT_EQ(1, run.nExitCode);
+    EXPECT_NE(std::string::npos, run.strErrors.find("error 13 (invalid data")) << run.strErrors;
+}
 
 // A control that already stands as it is wanted needs no hand.
 TEST(ConfigureTwiceTest, ADisabledControlMayStayAsItIs)
