@@ -8,7 +8,7 @@ namespace tests
 struct ProcessResources
 {
     std::size_t nHandles = 0; // open handles of the system
-    std::size_t cbMemory = 0; // memory that is the process's own
+    std::size_t cbMemory = 0; // bytes that the allocators have handed out
 };
 ProcessResources MeasureResources();
 } // namespace tests

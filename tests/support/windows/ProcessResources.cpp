@@ -1,11 +1,12 @@
 #include <windows.h>
 
-#include <psapi.h>
 #include <winternl.h>
 
 #include "tests/support/ProcessResources.h"
 
 #include <algorithm>
+#include <array>
+#include <numeric>
 #include <vector>
 
 namespace tests
@@ -43,13 +44,31 @@ std::size_t CountHandles()
     const auto isOurs = [](const SystemHandle& handle) { return handle.uProcess == GetCurrentProcessId(); };
     return static_cast<std::size_t>(std::count_if(pList->handles, pList->handles + pList->cHandles, isOurs));
 }
+
+std::size_t BytesOf(HANDLE hHeap)
+{
+    std::size_t cbUsed = 0;
+    HeapLock(hHeap);
+    PROCESS_HEAP_ENTRY entry = {};
+    while (HeapWalk(hHeap, &entry))
+        cbUsed += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ? entry.cbData : 0;
+    HeapUnlock(hHeap);
+    return cbUsed;
+}
+
+// What is in use in all heaps, however little of it has been touched.
+std::size_t CountHeapBytes()
+{
+    constexpr DWORD nMostHeaps = 64;
+    std::array<HANDLE, nMostHeaps> heaps = {};
+    const DWORD nHeaps = std::min(GetProcessHeaps(nMostHeaps, heaps.data()), nMostHeaps);
+    return std::accumulate(heaps.begin(), heaps.begin() + nHeaps, std::size_t{0},
+                           [](std::size_t cbSum, HANDLE hHeap) { return cbSum + BytesOf(hHeap); });
+}
 } // namespace
 
 ProcessResources MeasureResources()
 {
-    PROCESS_MEMORY_COUNTERS counters = {};
-    counters.cb = sizeof(counters);
-    K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof(counters));
-    return {CountHandles(), counters.WorkingSetSize};
+    return {CountHandles(), CountHeapBytes()};
 }
 } // namespace tests
