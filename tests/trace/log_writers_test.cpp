@@ -23,8 +23,9 @@ unsigned Lines()
     return szLines ? static_cast<unsigned>(std::atoi(szLines)) : 10000;
 }
 
-// The process's share: writer uWriter of it numbers its lines.
-void Write(DWORD dwProcess)
+// The process's share: writer uWriter of it numbers its lines. In the middle of them each writer does what is asked.
+template <class InTheMiddle>
+void Write(DWORD dwProcess, const InTheMiddle& inTheMiddle)
 {
     std::vector<std::jthread> threads;
     for (unsigned uWriter = 0; uWriter < uWriters; ++uWriter)
@@ -32,15 +33,27 @@ void Write(DWORD dwProcess)
             [=]
             {
                 for (unsigned uLine = 0; uLine < Lines(); ++uLine)
+                {
+                    if (uLine == Lines() / 2)
+                        inTheMiddle();
                     IhvuiTrace(traceLevelInfo, OLESTR("process %u writer %u line %u\n"), dwProcess, uWriter, uLine);
+                }
             });
+}
+
+// However late the machine lets the first process go on, the second is not through by then.
+void AwaitFirst()
+{
+    const std::filesystem::path log = std::getenv(tests::szLogVariable);
+    for (int i = 0; i < 1000 && tests::ReadBytes(log).find("process 1") == std::string::npos; ++i)
+        Sleep(10);
 }
 
 TEST(LogWriters, DISABLED_SecondProcess)
 {
     ASSERT_NE(nullptr, std::getenv(tests::szLogVariable));
     const tests::COtherLogWriter writer;
-    Write(2);
+    Write(2, AwaitFirst);
 }
 
 TEST(LogWriters, NoLineIsLostOrTorn)
@@ -55,7 +68,7 @@ TEST(LogWriters, NoLineIsLostOrTorn)
         for (int i = 0; log.Bytes().empty() && i < 1000; ++i)
             Sleep(10);
         EXPECT_NE("", log.Bytes()) << "the second process does not write";
-        Write(1);
+        Write(1, [] {});
     }
     KorCmnTracer::Stop();
     EXPECT_TRUE(bPassed);
