@@ -6,10 +6,28 @@
 #include "tests/support/TraceLog.h"
 #include "trace/KorCmnTracer.h"
 
+#include <chrono>
 #include <cstdlib>
+#include <filesystem>
+#include <string>
 
 namespace tests
 {
+inline constexpr std::chrono::seconds longestWait(60 * SLOWED_DOWN);
+
+// Waits for a line that begins so; false when none comes in time.
+inline bool WaitForLine(const std::filesystem::path& log, const std::string& strBeginning)
+{
+    const auto end = std::chrono::steady_clock::now() + longestWait;
+    while (ReadBytes(log).find("Ihvui: " + strBeginning) == std::string::npos)
+    {
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+        Sleep(10);
+    }
+    return true;
+}
+
 inline constexpr const char* szLogVariable = "TRACE_TEST_LOG"; // where the other processes find the log
 
 // One of several processes that write to the log that the environment names.

@@ -24,7 +24,6 @@ constexpr const char* szStopVariable = "TRACE_TEST_STOP"; // they write until th
 
 constexpr int killings = 4;
 constexpr unsigned uLongestDelayMs = 200;
-constexpr std::chrono::seconds longestWait(60 * SLOWED_DOWN);
 // Starting anew comes on top; a lock that was left would last for ever.
 constexpr std::chrono::seconds atOnce(2 * SLOWED_DOWN);
 
@@ -86,18 +85,6 @@ TEST(KilledLogWriter, DISABLED_Latecomer)
     EXPECT_GT(atOnce, Clock::now() - begin);
 }
 
-bool WaitForLineOf(const tests::CTraceLog& log, const std::string& strWriter)
-{
-    const auto end = Clock::now() + longestWait;
-    while (log.Bytes().find("Ihvui: " + strWriter + " line ") == std::string::npos)
-    {
-        if (Clock::now() >= end)
-            return false;
-        Sleep(10);
-    }
-    return true;
-}
-
 // What the log holds beside whole lines, and each writer's lines as they follow one another.
 struct Reading
 {
@@ -142,15 +129,15 @@ void KillOneOf(std::chrono::milliseconds delay)
     std::jthread own([](const std::stop_token& toEnd) { WriteWhile("parent", [&] { return !toEnd.stop_requested(); }); });
     tests::CStartedCase survivor(tests::ProgramFile(), survivorCase);
     tests::CStartedCase victim(tests::ProgramFile(), victimCase);
-    EXPECT_TRUE(WaitForLineOf(log, "survivor"));
-    EXPECT_TRUE(WaitForLineOf(log, "victim"));
+    EXPECT_TRUE(tests::WaitForLine(log.File(), "survivor line "));
+    EXPECT_TRUE(tests::WaitForLine(log.File(), "victim line "));
     std::this_thread::sleep_for(delay);
     victim.Kill();
 
     tests::CStartedCase latecomer(tests::ProgramFile(), latecomerCase);
-    EXPECT_TRUE(latecomer.HasPassedWithin(longestWait)) << "a lock is left";
+    EXPECT_TRUE(latecomer.HasPassedWithin(tests::longestWait)) << "a lock is left";
     tests::WriteBytes(stop, "stop");
-    EXPECT_TRUE(survivor.HasPassedWithin(longestWait));
+    EXPECT_TRUE(survivor.HasPassedWithin(tests::longestWait));
     own.request_stop();
     own.join();
     KorCmnTracer::Stop();

@@ -44,9 +44,7 @@ void Write(DWORD dwProcess, const InTheMiddle& inTheMiddle)
 // However late the machine lets the first process go on, the second is not through by then.
 void AwaitFirst()
 {
-    const std::filesystem::path log = std::getenv(tests::szLogVariable);
-    for (int i = 0; i < 1000 && tests::ReadBytes(log).find("process 1") == std::string::npos; ++i)
-        Sleep(10);
+    EXPECT_TRUE(tests::WaitForLine(std::getenv(tests::szLogVariable), "process 1 "));
 }
 
 TEST(LogWriters, DISABLED_SecondProcess)
@@ -65,9 +63,7 @@ TEST(LogWriters, NoLineIsLostOrTorn)
     bool bPassed = false;
     {
         const std::jthread second([&] { bPassed = tests::RunCase(tests::ProgramFile(), secondProcess); });
-        for (int i = 0; log.Bytes().empty() && i < 1000; ++i)
-            Sleep(10);
-        EXPECT_NE("", log.Bytes()) << "the second process does not write";
+        EXPECT_TRUE(tests::WaitForLine(log.File(), "process 2 ")) << "the second process does not write";
         Write(1, [] {});
     }
     KorCmnTracer::Stop();
