@@ -2,7 +2,7 @@
 #pragma once
 
 #include "answers/Record.h"
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 namespace answers
 {

@@ -1,7 +1,7 @@
 // The elements that profiles are generated from.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <span>
 

@@ -2,7 +2,7 @@
 #include "answers/Subjects.h"
 #include "answers/Wording.h"
 
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 namespace answers
 {

@@ -3,7 +3,7 @@
 #include "answers/Wording.h"
 
 #include "tests/support/TestFolder.h"
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 #include <thread>
 #include <vector>

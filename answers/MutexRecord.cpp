@@ -2,7 +2,7 @@
 #include "answers/Wording.h"
 
 #include "tests/support/TestFolder.h"
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 #include <condition_variable>
 #include <functional>

@@ -1,7 +1,7 @@
 #include "answers/FileFixture.h"
 #include "answers/Wording.h"
 
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 namespace answers
 {

@@ -1,7 +1,7 @@
 // What a program is answered on one platform, a line for each question, so that two platforms can be held side by side.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <windows.h>
 

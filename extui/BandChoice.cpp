@@ -1,8 +1,8 @@
 #include "extui/BandChoice.h"
 
 #include "profile/WlanProfileBands.h"
+#include "public/ConnectionContext.h"
 #include "resources/resource.h"
-#include "wlan/ConnectionContext.h"
 #include "wlan/WirelessProfile.h"
 
 #include <memory>

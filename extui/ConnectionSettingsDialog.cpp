@@ -1,13 +1,13 @@
 #include "extui/ConnectionSettingsDialog.h"
 
+#include "com/Boundary.h"
 #include "extui/BandChoice.h"
 #include "extui/RapidoChoice.h"
 #include "extui/ResourceText.h"
 #include "extui/RoamingChoice.h"
 #include "profile/CCXConnectionSettings.h"
 #include "resources/resource.h"
-#include "server/Boundary.h"
-#include "trace/RegistryValues.h"
+#include "values/RegistryValues.h"
 
 #include <utility>
 

@@ -1,9 +1,9 @@
 #include "extui/ExtUI.h"
 
+#include "com/Boundary.h"
 #include "extui/PropertyArray.h"
 #include "extui/SecurityPropertyInfo.h"
-#include "profile/ComPtr.h"
-#include "server/Boundary.h"
+#include "values/ComRef.h"
 
 namespace
 {

@@ -1,8 +1,8 @@
 // The root object: names the extension and hands out its properties.
 #pragma once
 
-#include "extui/Dot11ExtUI.h"
-#include "server/ComObject.h"
+#include "com/ComObject.h"
+#include "public/Dot11ExtUI.h"
 
 class CExtUI final : public CComObject<CExtUI, IDot11ExtUI, IID_IDot11ExtUI>
 {

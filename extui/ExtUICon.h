@@ -1,8 +1,8 @@
 // The connection property: the connection settings, shown in a dialog.
 #pragma once
 
-#include "extui/Dot11ExtUI.h"
-#include "server/ComObject.h"
+#include "com/ComObject.h"
+#include "public/Dot11ExtUI.h"
 
 class CExtUICon final : public CComObject<CExtUICon, ICCXExtUICon, IID_ICCXExtUICon>
 {

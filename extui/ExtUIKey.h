@@ -1,9 +1,9 @@
 // The security property: CCKM among the authentication choices, with its ciphers as entries.
 #pragma once
 
-#include "extui/Dot11ExtUI.h"
+#include "com/ComObject.h"
 #include "extui/SecurityPropertyInfo.h"
-#include "server/ComObject.h"
+#include "public/Dot11ExtUI.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // The array of properties that the root object hands to its caller: task memory, one reference in each slot.
 #pragma once
 
-#include "extui/Dot11ExtUI.h"
+#include "public/Dot11ExtUI.h"
 
 #include <cstring>
 

@@ -2,8 +2,8 @@
 // property leaves.
 #pragma once
 
-#include "server/Boundary.h"
-#include "server/TraceError.h"
+#include "com/Boundary.h"
+#include "com/TraceError.h"
 
 template <class Operation>
 HRESULT AtPropertyBoundary(const Operation& operation) noexcept

@@ -1,9 +1,9 @@
 // Strings from the resource module.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
-#include "server/ModuleState.h"
+#include "com/ModuleState.h"
 
 // One string, cut to the capacity (in UTF-16 code units, terminator included); "" when it cannot be loaded.
 template <std::size_t cchCapacity = 256>

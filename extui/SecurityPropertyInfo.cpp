@@ -1,7 +1,7 @@
 #include "extui/SecurityPropertyInfo.h"
 
-#include "extui/Dot11ExtUI.h"
 #include "profile/CCXSecurityTokens.h"
+#include "public/Dot11ExtUI.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,7 +1,7 @@
 // The security properties that are offered, and the names under which their values are shown.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <span>
 

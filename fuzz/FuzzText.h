@@ -1,8 +1,8 @@
 // What the fuzz targets have in common: texts out of bytes, and properties that end the program when they do not hold.
 #pragma once
 
-#include "profile/Bstr.h"
-#include "trace/WideText.h"
+#include "values/Bstr.h"
+#include "values/WideText.h"
 
 #include <cstdint>
 #include <cstdio>

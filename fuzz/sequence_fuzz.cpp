@@ -2,9 +2,9 @@
 // everything wrong that an interface allows.
 #include "fuzz/FuzzText.h"
 
-#include "extui/Dot11ExtUI.h"
 #include "extui/SecurityPropertyInfo.h"
-#include "profile/ComPtr.h"
+#include "public/Dot11ExtUI.h"
+#include "values/ComRef.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 

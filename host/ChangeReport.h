@@ -1,7 +1,7 @@
 // Telling what a command changed.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 // Owners of what COM hands out: references, strings, loaded modules.
 #pragma once
 
-#include "trace/Unique.h"
-#include "trace/WideText.h"
+#include "values/Unique.h"
+#include "values/WideText.h"
 
 #include <objbase.h>
 #include <oleauto.h>

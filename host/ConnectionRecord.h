@@ -1,7 +1,7 @@
 // The connection settings that a vendor text stands for, field by field, as the extension's dialog reads them.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // Showing what changed in a profile without showing its keys.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <string>
 

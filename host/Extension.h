@@ -3,7 +3,7 @@
 
 #include "host/ComOwners.h"
 
-#include "extui/Dot11ExtUI.h"
+#include "public/Dot11ExtUI.h"
 
 #include <array>
 #include <optional>

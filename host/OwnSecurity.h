@@ -1,7 +1,7 @@
 // What a wireless profile uses by itself, without any vendor's authentication.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 struct OwnSecurity
 {

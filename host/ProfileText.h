@@ -1,7 +1,7 @@
 // A profile file's bytes as text, and back: what was decoded encodes to the very same bytes.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <optional>
 #include <string>

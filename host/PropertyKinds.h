@@ -3,7 +3,7 @@
 
 #include "host/VendorPlaces.h"
 
-#include "extui/Dot11ExtUI.h"
+#include "public/Dot11ExtUI.h"
 
 struct PropertyKind
 {

@@ -1,7 +1,7 @@
 #include "host/RegisteredModule.h"
 
 #include "host/HostError.h"
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 namespace
 {

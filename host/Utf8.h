@@ -1,7 +1,7 @@
 // Between the platform's UTF-16 and UTF-8, which the command line, the output and most files use.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <filesystem>
 #include <optional>

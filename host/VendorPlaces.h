@@ -2,7 +2,7 @@
 // the profile left as it is written.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <optional>
 

@@ -2,7 +2,7 @@
 // the document component's judgement, made before.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <vector>
 

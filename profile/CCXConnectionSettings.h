@@ -1,8 +1,8 @@
 // The connection options of an IHV profile.
 #pragma once
 
-#include "profile/Bstr.h"
 #include "profile/SsidText.h"
+#include "values/Bstr.h"
 
 struct CCXConnectionSettings
 {

@@ -1,8 +1,8 @@
 // The security choice of an IHV profile: authentication and cipher.
 #pragma once
 
-#include "profile/Bstr.h"
 #include "profile/CCXSecurityTokens.h"
+#include "values/Bstr.h"
 
 struct CCXSecuritySettings
 {

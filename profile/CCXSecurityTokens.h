@@ -1,7 +1,7 @@
 // The words of the security elements and the values behind them. The order of the rows is the order of the search.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 struct CCXSecurityToken
 {

@@ -1,7 +1,7 @@
 // Decimal numbers as profiles carry them.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 // Leading white space is skipped, then an optional sign and the digits up to the first other character; no digits give
 // 0. A value beyond 32 bits gives the nearest one that fits, so that a number that is far too large never turns into a

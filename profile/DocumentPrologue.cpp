@@ -1,6 +1,6 @@
 #include "profile/DocumentPrologue.h"
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
 #include "profile/SsidText.h"
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 namespace
 {

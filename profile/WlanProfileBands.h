@@ -3,7 +3,7 @@
 // Profile texts are zero-terminated arrays of UTF-16 code units made with new[], the caller's. Nothing is traced.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 enum WlanProfileBands : DWORD
 {

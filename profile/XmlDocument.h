@@ -4,9 +4,9 @@
 // no ladder of checks. A document is made, used and released within one operation, on one thread; nodes may outlive it.
 #pragma once
 
-#include "profile/Bstr.h"
-#include "profile/ComPtr.h"
-#include "trace/WideText.h"
+#include "values/Bstr.h"
+#include "values/ComRef.h"
+#include "values/WideText.h"
 
 #include <msxml2.h>
 

@@ -1,10 +1,10 @@
 // The entries that COM and the registration tools call.
-#include "extui/Dot11ExtUI.h"
-#include "server/Boundary.h"
+#include "com/Boundary.h"
+#include "com/ModuleState.h"
+#include "com/TraceError.h"
+#include "public/Dot11ExtUI.h"
 #include "server/Factory.h"
-#include "server/ModuleState.h"
 #include "server/SelfRegister.h"
-#include "server/TraceError.h"
 #include "trace/IhvuiTrace.h"
 
 #include <olectl.h>

@@ -1,11 +1,11 @@
 #include "server/Factory.h"
 
-#include "extui/Dot11ExtUI.h"
+#include "com/Boundary.h"
+#include "com/TraceError.h"
 #include "extui/ExtUI.h"
 #include "extui/ExtUICon.h"
 #include "extui/ExtUIKey.h"
-#include "server/Boundary.h"
-#include "server/TraceError.h"
+#include "public/Dot11ExtUI.h"
 #include "trace/IhvuiTrace.h"
 
 namespace

@@ -1,7 +1,7 @@
 // The class factory: three classes under the module's one class identifier, chosen by the interface asked for.
 #pragma once
 
-#include "server/ComObject.h"
+#include "com/ComObject.h"
 
 class CFactory final : public CComObject<CFactory, IClassFactory, IID_IClassFactory, ModuleUse::NotCounted>
 {

@@ -1,7 +1,7 @@
 // What happens when a host loads and unloads the module.
-#include "server/Boundary.h"
+#include "com/Boundary.h"
+#include "com/ModuleState.h"
 #include "server/LanguageResources.h"
-#include "server/ModuleState.h"
 #include "trace/KorCmnTracer.h"
 
 #include <objbase.h>

@@ -1,9 +1,9 @@
 #include "server/SelfRegister.h"
 
-#include "server/ModuleState.h"
+#include "com/ModuleState.h"
 #include "trace/IhvuiTrace.h"
-#include "trace/Unique.h"
-#include "trace/WideText.h"
+#include "values/Unique.h"
+#include "values/WideText.h"
 
 namespace
 {

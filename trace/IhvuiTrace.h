@@ -1,7 +1,7 @@
 // The one call that traces. The exact texts stand at the call, so that a search for a line of the log ends there.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <type_traits>
 

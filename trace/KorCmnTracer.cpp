@@ -1,8 +1,8 @@
 #include "trace/KorCmnTracer.h"
 
 #include "trace/LogLine.h"
-#include "trace/RegistryValues.h"
 #include "trace/TracePaths.h"
+#include "values/RegistryValues.h"
 
 #include <cstdio>
 #include <memory>

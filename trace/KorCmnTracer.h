@@ -4,8 +4,8 @@
 // once by Start. Whatever fails here is never reported to the caller: the log goes quiet instead.
 #pragma once
 
-#include "trace/Unique.h"
-#include "trace/WideText.h"
+#include "values/Unique.h"
+#include "values/WideText.h"
 
 #include <atomic>
 

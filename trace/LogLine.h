@@ -1,7 +1,7 @@
 // The form of one line of the trace log: in memory as UTF-16, in the file as 8-bit text.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // Operations on paths: zero-terminated UTF-16 of at most MAX_PATH code units. They keep no state and trace nothing.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "wlan/WirelessProfile.h"
 
-#include "trace/WideText.h"
-#include "wlan/ConnectionContext.h"
+#include "public/ConnectionContext.h"
+#include "values/WideText.h"
 #include "wlan/WlanMemory.h"
 
 #include <algorithm>

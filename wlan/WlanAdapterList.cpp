@@ -1,6 +1,6 @@
 #include "wlan/WlanAdapterList.h"
 
-#include "trace/Unique.h"
+#include "values/Unique.h"
 #include "wlan/WlanMemory.h"
 
 #include <rpc.h>

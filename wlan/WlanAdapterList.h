@@ -1,7 +1,7 @@
 // The machine's wireless interfaces at the moment the list was made.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 #include "wlan/WlanClient.h"
 
 #include <vector>

@@ -5,7 +5,7 @@
 
 #include <wlanapi.h>
 
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 template <class Record>
 struct CWlanMemoryCloser

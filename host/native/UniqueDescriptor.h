@@ -1,7 +1,7 @@
 // File descriptors, and writing to them.
 #pragma once
 
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 #include <fcntl.h>
 #include <string_view>

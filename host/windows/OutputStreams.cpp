@@ -1,7 +1,7 @@
 #include "host/OutputStreams.h"
 
 #include "host/HostError.h"
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 #include <cstdio>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include "host/HostError.h"
 #include "host/Leftovers.h"
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 #include <algorithm>
 #include <string>

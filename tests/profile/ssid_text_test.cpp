@@ -1,7 +1,7 @@
 // The two text forms of an SSID.
 #include "profile/SsidText.h"
 #include "tests/support/XmlVerbs.h"
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <optional>
 

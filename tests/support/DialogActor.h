@@ -2,7 +2,7 @@
 // platform's own automation does.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <functional>
 #include <optional>

@@ -1,10 +1,10 @@
 // The module as a host meets it: a file that is loaded, its exports, its objects.
 #pragma once
 
-#include "extui/Dot11ExtUI.h"
-#include "profile/Bstr.h"
-#include "profile/ComPtr.h"
+#include "public/Dot11ExtUI.h"
 #include "tests/support/TestFolder.h"
+#include "values/Bstr.h"
+#include "values/ComRef.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // A registry value for one scope; the value is gone with the object.
 #pragma once
 
-#include "trace/Unique.h"
-#include "trace/WideText.h"
+#include "values/Unique.h"
+#include "values/WideText.h"
 
 #include <gtest/gtest.h>
 

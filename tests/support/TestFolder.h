@@ -1,7 +1,7 @@
 // A temporary folder that is gone with the object, and the files in it.
 #pragma once
 
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <filesystem>
 #include <string>

@@ -1,7 +1,7 @@
 #include "tests/support/TestProgram.h"
 
 #include "tests/support/StartedCase.h"
-#include "trace/WideText.h"
+#include "values/WideText.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,7 @@
 // Reading single registry values: what the trace log takes its switches from.
 #include "tests/support/RegistryValue.h"
 #include "tests/support/TestFolder.h"
-#include "trace/RegistryValues.h"
+#include "values/RegistryValues.h"
 
 #include <algorithm>
 

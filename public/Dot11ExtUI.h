@@ -14,7 +14,7 @@
 #include <objbase.h>
 #include <oleauto.h>
 
-#include "wlan/ConnectionContext.h"
+#include "public/ConnectionContext.h"
 
 // {6C0E5D21-3B7A-4F19-9D42-7E1A8C3F5B60}, the one class that the module serves.
 inline constexpr CLSID CLSID_ExtUI = {0x6C0E5D21, 0x3B7A, 0x4F19, {0x9D, 0x42, 0x7E, 0x1A, 0x8C, 0x3F, 0x5B, 0x60}};

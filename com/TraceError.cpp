@@ -1,4 +1,4 @@
-#include "server/TraceError.h"
+#include "com/TraceError.h"
 
 #include "trace/IhvuiTrace.h"
 

@@ -1,8 +1,8 @@
 // Owner of a platform string.
 #pragma once
 
-#include "profile/AtlException.h"
-#include "trace/WideText.h"
+#include "values/AtlException.h"
+#include "values/WideText.h"
 
 #include <oleauto.h>
 

@@ -1,4 +1,4 @@
-#include "server/ModuleState.h"
+#include "com/ModuleState.h"
 
 #include <atomic>
 

@@ -1,6 +1,6 @@
-#include "trace/RegistryValues.h"
+#include "values/RegistryValues.h"
 
-#include "trace/Unique.h"
+#include "values/Unique.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,7 +1,7 @@
 // The three IUnknown operations, once for every class of the module.
 #pragma once
 
-#include "server/ModuleState.h"
+#include "com/ModuleState.h"
 
 #include <objbase.h>
 
