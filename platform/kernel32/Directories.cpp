@@ -1,6 +1,6 @@
 #include "platform/kernel32/Environment.h"
-#include "platform/kernel32/HostError.h"
 #include "platform/kernel32/KernelCall.h"
+#include "platform/kernel32/MachineError.h"
 #include "platform/kernel32/PathCheck.h"
 #include "platform/kernel32/Paths.h"
 #include "platform/kernel32/TextResult.h"

@@ -1,6 +1,6 @@
 #include "platform/kernel32/FileObject.h"
-#include "platform/kernel32/HostError.h"
 #include "platform/kernel32/KernelCall.h"
+#include "platform/kernel32/MachineError.h"
 
 #include <algorithm>
 #include <cerrno>

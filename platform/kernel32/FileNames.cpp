@@ -1,5 +1,5 @@
-#include "platform/kernel32/HostError.h"
 #include "platform/kernel32/KernelCall.h"
+#include "platform/kernel32/MachineError.h"
 #include "platform/kernel32/OpenFiles.h"
 #include "platform/kernel32/PathCheck.h"
 #include "platform/kernel32/Paths.h"

@@ -1,6 +1,6 @@
 #include "platform/kernel32/OpenFiles.h"
 
-#include "platform/kernel32/HostError.h"
+#include "platform/kernel32/MachineError.h"
 
 #include <algorithm>
 #include <cerrno>

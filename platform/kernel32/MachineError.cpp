@@ -1,4 +1,4 @@
-#include "platform/kernel32/HostError.h"
+#include "platform/kernel32/MachineError.h"
 
 #include <algorithm>
 #include <array>
