@@ -6,16 +6,19 @@
 
 namespace platform
 {
+// The text with U+FFFD in place of every lone surrogate: what is left the same is well-formed.
+std::u16string WellFormed(std::u16string_view text);
+
 // Lone surrogates become U+FFFD; a name that has one therefore never reaches a file that has not.
-// pbWellFormed, when given, is set to whether there was none.
-std::string ToUtf8(std::u16string_view text, bool* pbWellFormed = nullptr);
-// Ill-formed sequences become U+FFFD. pbWellFormed, when given, is set to whether there was none.
-std::u16string FromUtf8(std::string_view text, bool* pbWellFormed = nullptr);
+std::string ToUtf8(std::u16string_view text);
+// Ill-formed sequences become U+FFFD.
+std::u16string FromUtf8(std::string_view text);
+
 // Of the 26 basic letters; anything else stays as it is.
 constexpr char16_t UpperOf(char16_t unit)
 {
     return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
 }
-// Names of keys, values and files that differ in case only have the same folded form.
+// Names of keys and values that differ in case only have the same folded form.
 std::u16string FoldCase(std::u16string_view name);
 } // namespace platform
