@@ -76,7 +76,6 @@ enum class Act
     ReadAt, // at a place that the call names
     WriteAt,
     Seek,
-    SetEnd,
     Size,
     Flush,
 };
@@ -99,7 +98,6 @@ constexpr Step steps[] = {
     {"read", Act::Read, 0, 4},
     {"seek", Act::Seek, 2, 0},
     {"write nothing", Act::Write, 0, 0},
-    {"set the end", Act::SetEnd, 0, 0},
     {"size", Act::Size, 0, 0},
     {"write", Act::Write, 0, 3},
     {"seek beyond", Act::Seek, 20, 0},
@@ -120,7 +118,6 @@ constexpr Step steps[] = {
     {"write at the end", Act::WriteAt, 22, 2},
     {"size", Act::Size, 0, 0},
     {"seek", Act::Seek, 30, 0},
-    {"set the end", Act::SetEnd, 0, 0},
     {"size", Act::Size, 0, 0},
     {"flush", Act::Flush, 0, 0},
 };
@@ -155,8 +152,6 @@ std::string TakeStep(HANDLE hFile, const Step& step)
     }
     case Act::Seek:
         return std::to_string(SetFilePointer(hFile, static_cast<LONG>(step.dwPlace), nullptr, FILE_BEGIN));
-    case Act::SetEnd:
-        return ShownSuccess(SetEndOfFile(hFile) != FALSE);
     case Act::Flush:
         return ShownSuccess(FlushFileBuffers(hFile) != FALSE);
     case Act::Size:
@@ -203,8 +198,8 @@ void RecordWrongHandles(CRecord& record, const std::filesystem::path& folder)
         HANDLE hFile;
     } handles[] = {{"null", nullptr}, {"invalid", INVALID_HANDLE_VALUE}, {"closed", hClosed}, {"a mutex", mutex.Get()}};
     static constexpr Step probes[] = {
-        {"read", Act::Read, 0, 4},          {"write", Act::Write, 0, 4}, {"seek", Act::Seek, 1, 0},
-        {"set the end", Act::SetEnd, 0, 0}, {"size", Act::Size, 0, 0},   {"flush", Act::Flush, 0, 0},
+        {"read", Act::Read, 0, 4}, {"write", Act::Write, 0, 4}, {"seek", Act::Seek, 1, 0},
+        {"size", Act::Size, 0, 0}, {"flush", Act::Flush, 0, 0},
     };
     for (const auto& handle : handles)
     {

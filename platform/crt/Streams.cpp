@@ -1,7 +1,7 @@
 #include "platform/crt/Errno.h"
 #include "platform/kernel32/MachineError.h"
 #include "platform/kernel32/OpenFiles.h"
-#include "platform/kernel32/PathCheck.h"
+#include "platform/kernel32/Paths.h"
 #include "platform/testing/FaultPoint.h"
 
 #include <io.h>

@@ -1,7 +1,5 @@
-#include "platform/kernel32/Environment.h"
 #include "platform/kernel32/KernelCall.h"
 #include "platform/kernel32/MachineError.h"
-#include "platform/kernel32/PathCheck.h"
 #include "platform/kernel32/Paths.h"
 #include "platform/kernel32/TextResult.h"
 
@@ -10,16 +8,18 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace platform
-{
+using namespace platform;
+
 namespace
 {
 // A folder leaves room for a name of the old short form in it.
 constexpr std::size_t cchFolderMax = MAX_PATH - 12;
-} // namespace
-} // namespace platform
 
-using namespace platform;
+BOOL PathResult(int nResult, const CheckedPath& path)
+{
+    return nResult == 0 ? TRUE : FailWith(PathError(errno, path.hostPath), FALSE);
+}
+} // namespace
 
 DWORD WINAPI GetCurrentDirectoryW(DWORD cchBuffer, LPWSTR szBuffer)
 {
@@ -39,18 +39,10 @@ BOOL WINAPI SetCurrentDirectoryW(LPCWSTR szPath)
     return KernelCall("SetCurrentDirectoryW", ERROR_FILE_NOT_FOUND, FALSE,
                       [&]
                       {
-                          if (!szPath || std::u16string_view(szPath).find_first_not_of(u' ') == std::u16string_view::npos)
-                              return FailWith(ERROR_INVALID_NAME, FALSE);
                           const auto path = CheckPath(szPath);
                           if (path.dwError != ERROR_SUCCESS)
                               return FailWith(path.dwError, FALSE);
-                          if (chdir(path.hostPath.c_str()) == 0)
-                              return TRUE;
-                          const int nErrno = errno;
-                          struct stat status = {};
-                          // A file in the folder's place is told apart from one on the way to it.
-                          const bool bIsFile = nErrno == ENOTDIR && stat(path.hostPath.c_str(), &status) == 0;
-                          return FailWith(bIsFile ? ERROR_DIRECTORY : PathError(nErrno, path.hostPath), FALSE);
+                          return PathResult(chdir(path.hostPath.c_str()), path);
                       });
 }
 
@@ -60,32 +52,17 @@ UINT WINAPI GetSystemDirectoryW(LPWSTR szBuffer, UINT cchBuffer)
                       [&] { return ReturnText(u"C:\\windows\\system32", szBuffer, cchBuffer); });
 }
 
-DWORD WINAPI GetTempPathW(DWORD cchBuffer, LPWSTR szBuffer)
-{
-    return KernelCall("GetTempPathW", ERROR_ACCESS_DENIED, DWORD{0},
-                      [&]
-                      {
-                          auto path = PlatformPath(EnvironmentText("TMPDIR").value_or("/tmp"));
-                          if (!path.ends_with(u'\\'))
-                              path += u'\\';
-                          return ReturnText(path, szBuffer, cchBuffer);
-                      });
-}
-
 BOOL WINAPI CreateDirectoryW(LPCWSTR szPath, LPSECURITY_ATTRIBUTES pAttributes)
 {
     return KernelCall("CreateDirectoryW", ERROR_ACCESS_DENIED, FALSE,
                       [&]
                       {
-                          if (pAttributes && pAttributes->lpSecurityDescriptor)
+                          if (pAttributes)
                               return FailWith(ERROR_NOT_SUPPORTED, FALSE);
                           const auto path = CheckPath(szPath, cchFolderMax, ERROR_FILENAME_EXCED_RANGE);
                           if (path.dwError != ERROR_SUCCESS)
                               return FailWith(path.dwError, FALSE);
-                          if (mkdir(path.hostPath.c_str(), 0777) == 0)
-                              return TRUE;
-                          // Only a folder on the way can be missing here.
-                          return FailWith(errno == ENOENT ? ERROR_PATH_NOT_FOUND : ErrorFromErrno(errno), FALSE);
+                          return PathResult(mkdir(path.hostPath.c_str(), 0777), path);
                       });
 }
 
@@ -97,11 +74,6 @@ BOOL WINAPI RemoveDirectoryW(LPCWSTR szPath)
                           const auto path = CheckPath(szPath);
                           if (path.dwError != ERROR_SUCCESS)
                               return FailWith(path.dwError, FALSE);
-                          if (rmdir(path.hostPath.c_str()) == 0)
-                              return TRUE;
-                          const int nErrno = errno;
-                          struct stat status = {};
-                          const bool bIsFile = nErrno == ENOTDIR && stat(path.hostPath.c_str(), &status) == 0;
-                          return FailWith(bIsFile ? ERROR_DIRECTORY : PathError(nErrno, path.hostPath), FALSE);
+                          return PathResult(rmdir(path.hostPath.c_str()), path);
                       });
 }

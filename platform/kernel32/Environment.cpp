@@ -4,7 +4,6 @@
 #include "platform/kernel32/TextResult.h"
 #include "platform/kernel32/Unicode.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <mutex>
 
@@ -16,11 +15,6 @@ std::mutex& EnvironmentLock()
 {
     static auto* const pLock = new std::mutex;
     return *pLock;
-}
-
-bool IsVariableName(LPCWSTR szName)
-{
-    return szName && *szName && std::u16string_view(szName).find(u'=') == std::u16string_view::npos;
 }
 } // namespace
 
@@ -39,7 +33,7 @@ DWORD WINAPI GetEnvironmentVariableW(LPCWSTR szName, LPWSTR szBuffer, DWORD cchB
     return KernelCall("GetEnvironmentVariableW", ERROR_ENVVAR_NOT_FOUND, DWORD{0},
                       [&]
                       {
-                          const auto value = IsVariableName(szName) ? EnvironmentText(ToUtf8(szName).c_str()) : std::nullopt;
+                          const auto value = EnvironmentText(ToUtf8(szName).c_str());
                           if (!value)
                               return FailWith(ERROR_ENVVAR_NOT_FOUND, DWORD{0});
                           // An empty value gives 0 like a missing variable; the last error tells the two apart.
@@ -53,12 +47,9 @@ BOOL WINAPI SetEnvironmentVariableW(LPCWSTR szName, LPCWSTR szValue)
     return KernelCall("SetEnvironmentVariableW", ERROR_NOT_ENOUGH_MEMORY, FALSE,
                       [&]
                       {
-                          if (!IsVariableName(szName))
-                              return FailWith(ERROR_INVALID_PARAMETER, FALSE);
                           const auto name = ToUtf8(szName);
-                          const auto value = szValue ? ToUtf8(szValue) : std::string();
                           const std::lock_guard lock(EnvironmentLock());
-                          const int nResult = szValue ? setenv(name.c_str(), value.c_str(), 1) : unsetenv(name.c_str());
-                          return nResult == 0 ? TRUE : FailWith(ERROR_NOT_ENOUGH_MEMORY, FALSE);
+                          const int nResult = szValue ? setenv(name.c_str(), ToUtf8(szValue).c_str(), 1) : unsetenv(name.c_str());
+                          return nResult == 0 ? TRUE : FailWith(ERROR_INVALID_PARAMETER, FALSE); // an empty name, or one with "="
                       });
 }

@@ -1,10 +1,7 @@
 #include "platform/kernel32/FileObject.h"
-#include "platform/kernel32/KernelCall.h"
 #include "platform/kernel32/MachineError.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <limits>
 
 #include <fcntl.h>
 
@@ -12,136 +9,57 @@ namespace platform
 {
 namespace
 {
-constexpr auto offsetMax = static_cast<std::uint64_t>(std::numeric_limits<off_t>::max());
-
 // Locks of the open file description: they exclude other handles of this process as well as other processes, and end
 // with this handle, not with any handle to the same file.
-int ChangeLock(int fd, int nCommand, short nType, const ByteRange& range)
+DWORD ChangeLock(int fd, int nCommand, short nType, off_t begin, off_t cb)
 {
     struct flock request = {};
     request.l_type = nType;
     request.l_whence = SEEK_SET;
-    request.l_start = static_cast<off_t>(range.begin);
-    // A length of 0 means "to the end of all files" here.
-    request.l_len = range.end > offsetMax ? 0 : static_cast<off_t>(range.end - range.begin);
-    for (;;)
+    request.l_start = begin;
+    request.l_len = cb;
+    while (fcntl(fd, nCommand, &request) != 0)
     {
-        if (fcntl(fd, nCommand, &request) == 0)
-            return nCommand == F_OFD_GETLK && request.l_type != F_UNLCK ? EAGAIN : 0;
         if (errno != EINTR)
-            return errno;
-    }
-}
-
-ByteRange RangeOf(const OVERLAPPED& overlapped, DWORD cbLow, DWORD cbHigh)
-{
-    const std::uint64_t begin = (std::uint64_t{overlapped.OffsetHigh} << 32) | overlapped.Offset;
-    const std::uint64_t size = (std::uint64_t{cbHigh} << 32) | cbLow;
-    return {begin, begin + std::min(size, std::numeric_limits<std::uint64_t>::max() - begin)};
-}
-} // namespace
-
-bool CFileObject::Overlaps(const ByteRange& range) const
-{
-    return std::ranges::any_of(m_held, [&](const Held& held) { return held.range.Overlaps(range); });
-}
-
-short CFileObject::TypeHeld(const ByteRange& part) const
-{
-    short nType = F_UNLCK;
-    for (const Held& held : m_held)
-    {
-        if (held.range.Overlaps(part) && nType != F_WRLCK)
-            nType = held.bExclusive ? F_WRLCK : F_RDLCK;
-    }
-    return nType;
-}
-
-std::vector<ByteRange> CFileObject::PartsOf(const ByteRange& range) const
-{
-    std::vector<std::uint64_t> borders{range.begin, range.end};
-    for (const Held& held : m_held)
-    {
-        for (const std::uint64_t border : {held.range.begin, held.range.end})
-        {
-            if (border > range.begin && border < std::min(range.end, offsetMax))
-                borders.push_back(border);
-        }
-    }
-    std::ranges::sort(borders);
-    std::vector<ByteRange> parts;
-    for (std::size_t i = 1; i < borders.size(); ++i)
-    {
-        if (borders[i - 1] < borders[i])
-            parts.push_back({borders[i - 1], borders[i]});
-    }
-    return parts;
-}
-
-int CFileObject::LetGo(const Held& held)
-{
-    m_held.erase(std::ranges::find(m_held, held));
-    m_unlocked.notify_all();
-    int nErrno = 0;
-    for (const ByteRange& part : PartsOf(held.range))
-    {
-        const int nPartErrno = ChangeLock(Descriptor(), F_OFD_SETLK, TypeHeld(part), part);
-        nErrno = nErrno == 0 ? nPartErrno : nErrno;
-    }
-    return nErrno;
-}
-
-DWORD CFileObject::Lock(ByteRange range, bool bExclusive, bool bWait)
-{
-    const Held wanted{range, bExclusive};
-    std::vector<ByteRange> parts;
-    {
-        // The system lets a file description lock over its own lock. The platform does so for a shared lock alone, which
-        // must not take an exclusive one away here.
-        std::unique_lock lock(m_lock);
-        if (!bWait && bExclusive && Overlaps(range))
-            return ERROR_LOCK_VIOLATION;
-        m_unlocked.wait(lock, [&] { return !bExclusive || !Overlaps(range); });
-        parts = PartsOf(range);
-        std::erase_if(parts, [this](const ByteRange& part) { return TypeHeld(part) == F_WRLCK; });
-        m_held.push_back(wanted);
-    }
-    for (const ByteRange& part : parts)
-    {
-        const int nErrno = ChangeLock(Descriptor(), bWait ? F_OFD_SETLKW : F_OFD_SETLK, bExclusive ? F_WRLCK : F_RDLCK, part);
-        if (nErrno == 0)
-            continue;
-        const std::lock_guard lock(m_lock);
-        LetGo(wanted);
-        return nErrno == EACCES ? ERROR_LOCK_VIOLATION : ErrorFromErrno(nErrno);
+            return errno == EACCES ? ERROR_LOCK_VIOLATION : ErrorFromErrno(errno);
     }
     return ERROR_SUCCESS;
 }
 
-DWORD CFileObject::Unlock(ByteRange range)
+off_t OffsetOf(DWORD dwLow, DWORD dwHigh)
 {
-    const std::lock_guard lock(m_lock);
-    // Of two locks of the same range the exclusive one goes first.
-    for (const bool bExclusive : {true, false})
+    return static_cast<off_t>((std::uint64_t{dwHigh} << 32) | dwLow);
+}
+} // namespace
+
+DWORD CFileObject::Lock(off_t begin, off_t cb, bool bExclusive, bool bWait)
+{
     {
-        const Held held{range, bExclusive};
-        if (std::ranges::find(m_held, held) == m_held.end())
-            continue;
-        const int nErrno = LetGo(held);
-        return nErrno == 0 ? ERROR_SUCCESS : ErrorFromErrno(nErrno);
+        // The system lets a file description lock over its own lock: another thread with the same handle waits here.
+        std::unique_lock lock(m_lock);
+        if (m_held && !bWait)
+            return ERROR_LOCK_VIOLATION;
+        m_unlocked.wait(lock, [this] { return !m_held; });
+        m_held.emplace(begin, cb);
     }
-    return ERROR_NOT_LOCKED;
+    const DWORD dwError = ChangeLock(Descriptor(), bWait ? F_OFD_SETLKW : F_OFD_SETLK, bExclusive ? F_WRLCK : F_RDLCK, begin, cb);
+    if (dwError != ERROR_SUCCESS)
+    {
+        const std::lock_guard lock(m_lock);
+        m_held.reset();
+        m_unlocked.notify_one();
+    }
+    return dwError;
 }
 
-bool CFileObject::IsLockedAgainst(ByteRange range, bool bForWriting) const
+DWORD CFileObject::Unlock(off_t begin, off_t cb)
 {
-    if (range.begin == range.end || range.begin > offsetMax)
-        return false;
     const std::lock_guard lock(m_lock);
-    // A shared lock keeps everybody from writing, its owner too.
-    const auto isShared = [&](const Held& held) { return !held.bExclusive && held.range.Overlaps(range); };
-    return (bForWriting && std::ranges::any_of(m_held, isShared)) ||
-           ChangeLock(Descriptor(), F_OFD_GETLK, bForWriting ? F_WRLCK : F_RDLCK, range) == EAGAIN;
+    if (m_held != std::pair(begin, cb))
+        return ERROR_NOT_LOCKED;
+    m_held.reset();
+    m_unlocked.notify_one();
+    return ChangeLock(Descriptor(), F_OFD_SETLK, F_UNLCK, begin, cb);
 }
 } // namespace platform
 
@@ -149,24 +67,17 @@ using namespace platform;
 
 BOOL WINAPI LockFileEx(HANDLE hFile, DWORD dwFlags, DWORD dwReserved, DWORD cbLow, DWORD cbHigh, LPOVERLAPPED pOverlapped)
 {
-    return KernelCall(
-        "LockFileEx", ERROR_LOCK_VIOLATION, FALSE,
-        [&]
-        {
-            const auto file = ObjectOfKind<CFileObject>(hFile);
-            if (!file)
-                return FailWith(ERROR_INVALID_HANDLE, FALSE);
-            if (!pOverlapped || dwReserved != 0 || (dwFlags & ~(LOCKFILE_FAIL_IMMEDIATELY | LOCKFILE_EXCLUSIVE_LOCK)) != 0)
-                return FailWith(ERROR_INVALID_PARAMETER, FALSE);
-            if (!file->Grants(GENERIC_READ | GENERIC_WRITE))
-                return FailWith(ERROR_ACCESS_DENIED, FALSE);
-            const ByteRange range = RangeOf(*pOverlapped, cbLow, cbHigh);
-            if (range.begin > offsetMax)
-                return FailWith(ERROR_NOT_SUPPORTED, FALSE);
-            const DWORD dwError =
-                file->Lock(range, (dwFlags & LOCKFILE_EXCLUSIVE_LOCK) != 0, (dwFlags & LOCKFILE_FAIL_IMMEDIATELY) == 0);
-            return dwError == ERROR_SUCCESS ? TRUE : FailWith(dwError, FALSE);
-        });
+    return FileCall("LockFileEx", ERROR_LOCK_VIOLATION, FALSE, hFile, GENERIC_READ | GENERIC_WRITE,
+                    [&](CFileObject& file)
+                    {
+                        const off_t cb = OffsetOf(cbLow, cbHigh);
+                        if (!pOverlapped || dwReserved != 0 || cb <= 0)
+                            return FailWith(ERROR_INVALID_PARAMETER, FALSE);
+                        const DWORD dwError =
+                            file.Lock(OffsetOf(pOverlapped->Offset, pOverlapped->OffsetHigh), cb,
+                                      (dwFlags & LOCKFILE_EXCLUSIVE_LOCK) != 0, (dwFlags & LOCKFILE_FAIL_IMMEDIATELY) == 0);
+                        return dwError == ERROR_SUCCESS ? TRUE : FailWith(dwError, FALSE);
+                    });
 }
 
 BOOL WINAPI UnlockFileEx(HANDLE hFile, DWORD dwReserved, DWORD cbLow, DWORD cbHigh, LPOVERLAPPED pOverlapped)
@@ -179,7 +90,8 @@ BOOL WINAPI UnlockFileEx(HANDLE hFile, DWORD dwReserved, DWORD cbLow, DWORD cbHi
                                 return FailWith(ERROR_INVALID_HANDLE, FALSE);
                             if (!pOverlapped || dwReserved != 0)
                                 return FailWith(ERROR_INVALID_PARAMETER, FALSE);
-                            const DWORD dwError = file->Unlock(RangeOf(*pOverlapped, cbLow, cbHigh));
+                            const DWORD dwError =
+                                file->Unlock(OffsetOf(pOverlapped->Offset, pOverlapped->OffsetHigh), OffsetOf(cbLow, cbHigh));
                             return dwError == ERROR_SUCCESS ? TRUE : FailWith(dwError, FALSE);
                         });
 }

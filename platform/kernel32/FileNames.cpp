@@ -1,7 +1,6 @@
 #include "platform/kernel32/KernelCall.h"
 #include "platform/kernel32/MachineError.h"
 #include "platform/kernel32/OpenFiles.h"
-#include "platform/kernel32/PathCheck.h"
 #include "platform/kernel32/Paths.h"
 
 #include <cerrno>
@@ -15,11 +14,6 @@ namespace platform
 {
 namespace
 {
-bool HasNoWritePermission(const struct stat& status)
-{
-    return (status.st_mode & 0222) == 0;
-}
-
 // Renames only when the target's name is free. Not every file system has that as one step.
 int RenameToFreeName(const std::filesystem::path& existing, const std::filesystem::path& target)
 {
@@ -33,60 +27,29 @@ int RenameToFreeName(const std::filesystem::path& existing, const std::filesyste
     return rename(existing.c_str(), target.c_str()) == 0 ? 0 : errno;
 }
 
-// A missing source is told by its own path, anything missing with the source present lies on the way to the target.
-DWORD MoveError(int nErrno, const std::filesystem::path& existing)
+BOOL Move(LPCWSTR szExisting, LPCWSTR szNew, bool bReplace)
 {
-    struct stat status = {};
-    if (nErrno == ENOENT && lstat(existing.c_str(), &status) == 0)
-        return ERROR_PATH_NOT_FOUND;
-    return PathError(nErrno, existing);
-}
-
-// A name of the same file, in another case or with a final separator: nothing moves, and the case becomes the new one.
-DWORD Respell(const std::filesystem::path& existing, const CheckedPath& target)
-{
-    const auto written = HostPathOfFull(target.fullPath, NameCase::LastAsWritten);
-    if (!written.has_filename() || written == existing)
-        return ERROR_SUCCESS;
-    return rename(existing.c_str(), written.c_str()) == 0 ? ERROR_SUCCESS : MoveError(errno, existing);
-}
-
-DWORD Move(LPCWSTR szExisting, LPCWSTR szNew, DWORD dwFlags)
-{
-    if ((dwFlags & ~MOVEFILE_REPLACE_EXISTING) != 0)
-        return ERROR_INVALID_PARAMETER;
     const auto existing = CheckPath(szExisting);
-    if (existing.dwError != ERROR_SUCCESS)
-        return existing.dwError;
+    const auto target = CheckPath(szNew);
+    for (const auto& path : {existing, target})
+    {
+        if (path.dwError != ERROR_SUCCESS)
+            return FailWith(path.dwError, FALSE);
+    }
     struct stat status = {};
     if (lstat(existing.hostPath.c_str(), &status) != 0)
-        return PathError(errno, existing.hostPath);
-    if (IsHeldWithoutDeleteSharing(existing.hostPath))
-        return ERROR_SHARING_VIOLATION;
-    const auto target = CheckPath(szNew);
-    if (target.dwError != ERROR_SUCCESS)
-        return target.dwError;
+        return FailWith(PathError(errno, existing.hostPath), FALSE);
+    if (IsNameHeld(status))
+        return FailWith(ERROR_SHARING_VIOLATION, FALSE);
     struct stat targetStatus = {};
-    const bool bTargetExists = lstat(target.hostPath.c_str(), &targetStatus) == 0;
-    if (bTargetExists && status.st_dev == targetStatus.st_dev && status.st_ino == targetStatus.st_ino)
-        return Respell(existing.hostPath, target);
-    if (!S_ISDIR(status.st_mode) && !target.hostPath.has_filename())
-        return ERROR_INVALID_NAME;
-
-    if ((dwFlags & MOVEFILE_REPLACE_EXISTING) == 0)
-    {
-        const int nErrno = RenameToFreeName(existing.hostPath, target.hostPath);
-        return nErrno == 0 ? ERROR_SUCCESS : MoveError(nErrno, existing.hostPath);
-    }
-    if (bTargetExists && (S_ISDIR(targetStatus.st_mode) || S_ISDIR(status.st_mode) || HasNoWritePermission(targetStatus) ||
-                          IsOpen(target.hostPath)))
-        return ERROR_ACCESS_DENIED;
-    return rename(existing.hostPath.c_str(), target.hostPath.c_str()) == 0 ? ERROR_SUCCESS : MoveError(errno, existing.hostPath);
-}
-
-BOOL MoveResult(DWORD dwError)
-{
-    return dwError == ERROR_SUCCESS ? TRUE : FailWith(dwError, FALSE);
+    if (bReplace && lstat(target.hostPath.c_str(), &targetStatus) == 0 &&
+        (S_ISDIR(targetStatus.st_mode) || S_ISDIR(status.st_mode) || IsReadOnly(targetStatus) || IsNameHeld(targetStatus)))
+        return FailWith(ERROR_ACCESS_DENIED, FALSE);
+    const int nErrno = !bReplace ? RenameToFreeName(existing.hostPath, target.hostPath)
+                       : rename(existing.hostPath.c_str(), target.hostPath.c_str()) != 0 ? errno
+                                                                                         : 0;
+    // The source is there: what is missing lies on the way to the target.
+    return nErrno == 0 ? TRUE : FailWith(nErrno == ENOENT ? ERROR_PATH_NOT_FOUND : ErrorFromErrno(nErrno), FALSE);
 }
 } // namespace
 } // namespace platform
@@ -104,9 +67,9 @@ BOOL WINAPI DeleteFileW(LPCWSTR szFileName)
                           struct stat status = {};
                           if (lstat(path.hostPath.c_str(), &status) != 0)
                               return FailWith(PathError(errno, path.hostPath), FALSE);
-                          if (S_ISDIR(status.st_mode) || HasNoWritePermission(status))
+                          if (S_ISDIR(status.st_mode) || IsReadOnly(status))
                               return FailWith(ERROR_ACCESS_DENIED, FALSE);
-                          if (IsHeldWithoutDeleteSharing(path.hostPath))
+                          if (IsNameHeld(status))
                               return FailWith(ERROR_SHARING_VIOLATION, FALSE);
                           return unlink(path.hostPath.c_str()) == 0 ? TRUE : FailWith(PathError(errno, path.hostPath), FALSE);
                       });
@@ -114,12 +77,18 @@ BOOL WINAPI DeleteFileW(LPCWSTR szFileName)
 
 BOOL WINAPI MoveFileW(LPCWSTR szExisting, LPCWSTR szNew)
 {
-    return KernelCall("MoveFileW", ERROR_ACCESS_DENIED, FALSE, [&] { return MoveResult(Move(szExisting, szNew, 0)); });
+    return KernelCall("MoveFileW", ERROR_ACCESS_DENIED, FALSE, [&] { return Move(szExisting, szNew, false); });
 }
 
 BOOL WINAPI MoveFileExW(LPCWSTR szExisting, LPCWSTR szNew, DWORD dwFlags)
 {
-    return KernelCall("MoveFileExW", ERROR_ACCESS_DENIED, FALSE, [&] { return MoveResult(Move(szExisting, szNew, dwFlags)); });
+    return KernelCall("MoveFileExW", ERROR_ACCESS_DENIED, FALSE,
+                      [&]
+                      {
+                          if (dwFlags != MOVEFILE_REPLACE_EXISTING)
+                              return FailWith(ERROR_INVALID_PARAMETER, FALSE);
+                          return Move(szExisting, szNew, true);
+                      });
 }
 
 DWORD WINAPI GetFileAttributesW(LPCWSTR szFileName)
@@ -135,6 +104,6 @@ DWORD WINAPI GetFileAttributesW(LPCWSTR szFileName)
                               return FailWith(PathError(errno, path.hostPath), INVALID_FILE_ATTRIBUTES);
                           if (S_ISDIR(status.st_mode))
                               return FILE_ATTRIBUTE_DIRECTORY;
-                          return HasNoWritePermission(status) ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL;
+                          return IsReadOnly(status) ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL;
                       });
 }

@@ -2,72 +2,58 @@
 #pragma once
 
 #include "platform/kernel32/Handles.h"
+#include "platform/kernel32/KernelCall.h"
 #include "platform/kernel32/OpenFiles.h"
 
 #include <condition_variable>
-#include <cstdint>
 #include <mutex>
-#include <vector>
+#include <optional>
 
 namespace platform
 {
-// A byte range [begin, end) of a file.
-struct ByteRange
-{
-    std::uint64_t begin;
-    std::uint64_t end;
-
-    bool operator==(const ByteRange&) const = default;
-    bool Overlaps(const ByteRange& other) const
-    {
-        return begin < other.end && other.begin < end;
-    }
-};
-
 class CFileObject final : public CKernelObject
 {
 public:
-    CFileObject(OpenedFile opened, DWORD dwAccess);
+    CFileObject(CDescriptor descriptor, const OpenRequest& request);
     ~CFileObject() override;
 
     int Descriptor() const noexcept
     {
-        return m_opened.descriptor.Get();
+        return m_descriptor.Get();
     }
     bool Grants(DWORD dwAccess) const noexcept
     {
         return (m_dwAccess & dwAccess) != 0;
     }
 
-    // Both return ERROR_SUCCESS or the code of the failure.
-    DWORD Lock(ByteRange range, bool bExclusive, bool bWait);
-    DWORD Unlock(ByteRange range);
-
-    // Whether a lock of part of the range, by another opening or one that keeps everybody out, forbids reading or writing it.
-    bool IsLockedAgainst(ByteRange range, bool bForWriting) const;
+    // Both return ERROR_SUCCESS or the code of the failure. A handle has one lock at a time: a second one, of whatever
+    // bytes, has to wait for the first to go.
+    DWORD Lock(off_t begin, off_t cb, bool bExclusive, bool bWait);
+    DWORD Unlock(off_t begin, off_t cb);
 
 private:
-    struct Held
-    {
-        ByteRange range;
-        bool bExclusive;
-
-        bool operator==(const Held&) const = default;
-    };
-
-    // All with m_lock held.
-    bool Overlaps(const ByteRange& range) const;
-    // The strongest lock that is held on the part, as the system names it.
-    short TypeHeld(const ByteRange& part) const;
-    // The range cut up so that each part lies in or outside of every lock as a whole.
-    std::vector<ByteRange> PartsOf(const ByteRange& range) const;
-    // Leaves what other locks of this handle hold; 0 or the errno value of the failure.
-    int LetGo(const Held& held);
-
-    const OpenedFile m_opened;
+    const CDescriptor m_descriptor;
     const DWORD m_dwAccess;
-    mutable std::mutex m_lock;
+    std::optional<CNameHold> m_nameHold;
+    std::mutex m_lock;
     std::condition_variable m_unlocked;
-    std::vector<Held> m_held; // locks taken or about to be taken through this handle
+    std::optional<std::pair<off_t, off_t>> m_held; // the lock that is taken or about to be taken through this handle
 };
+
+// A kernel function that takes the handle of a file; the body is called with the file. The access, when it is not 0, is
+// one that the handle must have been opened for.
+template <class Result, class Body>
+Result FileCall(const char* szFunction, DWORD dwFaultError, Result failure, HANDLE hFile, DWORD dwAccess, Body&& body) noexcept
+{
+    return KernelCall(szFunction, dwFaultError, failure,
+                      [&]
+                      {
+                          const auto file = ObjectOfKind<CFileObject>(hFile);
+                          if (!file)
+                              return FailWith(ERROR_INVALID_HANDLE, failure);
+                          if (dwAccess != 0 && !file->Grants(dwAccess))
+                              return FailWith(ERROR_ACCESS_DENIED, failure);
+                          return body(*file);
+                      });
+}
 } // namespace platform

@@ -2,6 +2,7 @@
 
 #include "platform/kernel32/KernelCall.h"
 #include "platform/kernel32/ModuleSearch.h"
+#include "platform/kernel32/Unicode.h"
 #include "platform/testing/Accounts.h"
 
 #include <algorithm>
@@ -14,8 +15,6 @@ namespace
 using testing::Account;
 using Modules = std::vector<std::unique_ptr<CModule>>;
 using LoaderGuard = std::lock_guard<std::recursive_mutex>;
-
-constexpr auto isRunnable = [](const CModule& module) { return !module.IsDataOnly(); };
 
 // In the order of loading.
 Modules& LoadedModules()
@@ -35,14 +34,6 @@ CModule* FindLoaded(Predicate&& isWanted)
 {
     const auto found = std::ranges::find_if(LoadedModules(), [&](const auto& module) { return isWanted(*module); });
     return found == LoadedModules().end() ? nullptr : found->get();
-}
-
-CModule* FindByName(const ModuleName& name)
-{
-    if (name.bBare)
-        return FindLoaded([&](const CModule& module) { return isRunnable(module) && HasBareName(module.File(), name.name); });
-    const auto file = FindModuleFile(name.name);
-    return FindLoaded([&](const CModule& module) { return isRunnable(module) && module.File() == file; });
 }
 
 // The end of the process: the modules that are still loaded hear of it, the latest first, and stay where they are. One
@@ -85,9 +76,9 @@ HMODULE AddReference(CModule& module)
     return module.Handle();
 }
 
-HMODULE LoadFile(const std::filesystem::path& file, bool bAsData)
+HMODULE LoadFile(const std::filesystem::path& file, bool bResourcesOnly)
 {
-    auto opened = bAsData ? CModule::OpenAsData(file) : CModule::Open(file);
+    auto opened = CModule::Open(file, bResourcesOnly);
     if (opened.dwError != ERROR_SUCCESS)
         return FailWith(opened.dwError, HMODULE{nullptr});
     CModule& module = *LoadedModules().emplace_back(std::move(opened.module));
@@ -104,30 +95,14 @@ HMODULE LoadFile(const std::filesystem::path& file, bool bAsData)
     return FailWith(ERROR_DLL_INIT_FAILED, HMODULE{nullptr});
 }
 
-HMODULE Load(LPCWSTR szFileName, DWORD dwFlags)
+HMODULE Load(LPCWSTR szFileName, bool bResourcesOnly = false)
 {
-    const bool bAsData = dwFlags == LOAD_LIBRARY_AS_DATAFILE;
-    if (bAsData && szFileName && !*szFileName)
-        return FailWith(ERROR_INVALID_PARAMETER, HMODULE{nullptr});
-    const auto name = ReadModuleName(szFileName);
-    if (name.dwError != ERROR_SUCCESS)
-        return FailWith(name.dwError, HMODULE{nullptr});
+    const auto found = FindModuleFile(szFileName);
+    if (found.dwError != ERROR_SUCCESS)
+        return FailWith(found.dwError, HMODULE{nullptr});
     const LoaderGuard lock(LoaderLock());
-    if (name.bBare)
-    {
-        if (CModule* const pLoaded = FindByName(name))
-            return AddReference(*pLoaded);
-    }
-    const auto file = FindModuleFile(name.name);
-    if (file.empty())
-    {
-        const DWORD dwMissing = bAsData ? ERROR_FILE_NOT_FOUND : ERROR_MOD_NOT_FOUND;
-        return FailWith(IsFolder(name.name) ? ERROR_ACCESS_DENIED : dwMissing, HMODULE{nullptr});
-    }
-    const auto isWanted = [&](const CModule& module) { return module.File() == file && (bAsData || isRunnable(module)); };
-    if (CModule* const pLoaded = FindLoaded(isWanted))
-        return AddReference(*pLoaded);
-    return LoadFile(file, bAsData);
+    CModule* const pLoaded = FindLoaded([&](const CModule& module) { return module.File() == found.file; });
+    return pLoaded ? AddReference(*pLoaded) : LoadFile(found.file, bResourcesOnly);
 }
 } // namespace
 
@@ -149,7 +124,7 @@ using namespace platform;
 
 HMODULE WINAPI LoadLibraryW(LPCWSTR szFileName)
 {
-    return KernelCall("LoadLibraryW", ERROR_MOD_NOT_FOUND, HMODULE{nullptr}, [&] { return Load(szFileName, 0); });
+    return KernelCall("LoadLibraryW", ERROR_MOD_NOT_FOUND, HMODULE{nullptr}, [&] { return Load(szFileName); });
 }
 
 HMODULE WINAPI LoadLibraryExW(LPCWSTR szFileName, HANDLE hFile, DWORD dwFlags)
@@ -159,7 +134,7 @@ HMODULE WINAPI LoadLibraryExW(LPCWSTR szFileName, HANDLE hFile, DWORD dwFlags)
                       {
                           if (hFile || (dwFlags != 0 && dwFlags != LOAD_LIBRARY_AS_DATAFILE))
                               return FailWith(ERROR_INVALID_PARAMETER, HMODULE{nullptr});
-                          return Load(szFileName, dwFlags);
+                          return Load(szFileName, dwFlags == LOAD_LIBRARY_AS_DATAFILE);
                       });
 }
 
@@ -189,10 +164,9 @@ HMODULE WINAPI GetModuleHandleW(LPCWSTR szModuleName)
                           const LoaderGuard lock(LoaderLock());
                           if (!szModuleName)
                               return Program().Handle();
-                          const auto name = ReadModuleName(szModuleName);
-                          if (name.dwError != ERROR_SUCCESS)
-                              return FailWith(name.dwError, HMODULE{nullptr});
-                          CModule* const pModule = FindByName(name);
+                          const auto name = ToUtf8(szModuleName); // without a folder, as a module is asked for here
+                          CModule* const pModule =
+                              FindLoaded([&](const CModule& module) { return module.File().filename() == name; });
                           return pModule ? pModule->Handle() : FailWith(ERROR_MOD_NOT_FOUND, HMODULE{nullptr});
                       });
 }

@@ -37,14 +37,11 @@ DWORD ErrorFromErrno(int nErrno) noexcept
 
 DWORD PathError(int nErrno, const std::filesystem::path& hostPath)
 {
-    std::error_code ignored;
-    const bool bHasFinalSeparator = !hostPath.has_filename();
-    if (bHasFinalSeparator && (nErrno == EISDIR || std::filesystem::is_regular_file(hostPath.parent_path(), ignored)))
-        return ERROR_INVALID_NAME;
     if (nErrno != ENOENT)
         return ErrorFromErrno(nErrno);
     // A final separator belongs to the last component.
-    const auto folder = bHasFinalSeparator ? hostPath.parent_path().parent_path() : hostPath.parent_path();
+    const auto folder = hostPath.has_filename() ? hostPath.parent_path() : hostPath.parent_path().parent_path();
+    std::error_code ignored;
     return std::filesystem::is_directory(folder, ignored) ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
 }
 } // namespace platform

@@ -11,6 +11,6 @@ namespace platform
 DWORD ErrorFromErrno(int nErrno) noexcept;
 
 // The code for an errno value that concerns a path: a missing last component and a missing folder on the way to it are
-// different errors, and so is a file's name with a separator behind it.
+// different errors.
 DWORD PathError(int nErrno, const std::filesystem::path& hostPath);
 } // namespace platform

@@ -1,8 +1,8 @@
 #include "platform/kernel32/Module.h"
 
 #include "platform/kernel32/ModuleSearch.h"
-#include "platform/kernel32/ObjectFile.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <string_view>
@@ -31,12 +31,16 @@ DWORD LoadErrorFromMessage(const char* szMessage)
     return ERROR_BAD_EXE_FORMAT;
 }
 
-std::vector<std::byte> ReadWholeFile(const std::filesystem::path& file)
+// The content of a file of resources; nothing for any other file.
+std::vector<std::byte> ReadResourceFile(const std::filesystem::path& file)
 {
     std::ifstream stream(file, std::ios::binary);
-    const std::vector<char> content{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    const auto bytes = std::as_bytes(std::span(content));
-    return {bytes.begin(), bytes.end()};
+    std::vector<std::byte> image(16);
+    stream.read(reinterpret_cast<char*>(image.data()), static_cast<std::streamsize>(image.size()));
+    if (!stream || !HasResourceHeader(image))
+        return {};
+    std::for_each(std::istreambuf_iterator<char>(stream), {}, [&](char byte) { image.push_back(static_cast<std::byte>(byte)); });
+    return image;
 }
 } // namespace
 
@@ -58,34 +62,21 @@ std::unique_ptr<CModule> CModule::OfProgram()
     return module;
 }
 
-CModule::Opened CModule::Open(const std::filesystem::path& file)
+CModule::Opened CModule::Open(const std::filesystem::path& file, bool bResourcesOnly)
 {
-    const ModuleKind kind = KindOfModule(file);
-    if (kind == ModuleKind::Unknown)
-        return {ERROR_BAD_EXE_FORMAT, nullptr};
     std::unique_ptr<CModule> module(new CModule(file));
-    if (kind == ModuleKind::Resources)
-        return OpenAsData(file);
+    module->m_image = ReadResourceFile(file);
+    if (!module->m_image.empty())
+    {
+        module->m_resources = ReadResourceImage(module->m_image);
+        return {ERROR_SUCCESS, std::move(module)};
+    }
+    if (bResourcesOnly)
+        return {ERROR_BAD_EXE_FORMAT, nullptr};
     module->m_pObject = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!module->m_pObject)
         return {LoadErrorFromMessage(dlerror()), nullptr};
     module->FindResources();
-    return {ERROR_SUCCESS, std::move(module)};
-}
-
-CModule::Opened CModule::OpenAsData(const std::filesystem::path& file)
-{
-    auto image = ReadWholeFile(file);
-    if (image.empty())
-        return {ERROR_FILE_INVALID, nullptr};
-    const ModuleKind kind = KindOfModule(file);
-    if (kind == ModuleKind::Unknown)
-        return {ERROR_BAD_EXE_FORMAT, nullptr};
-    std::unique_ptr<CModule> module(new CModule(file));
-    module->m_bDataOnly = kind == ModuleKind::Code;
-    module->m_image = std::move(image);
-    const std::span<const std::byte> bytes(module->m_image);
-    module->m_resources = ReadResourceImage(module->m_bDataOnly ? BytesBetween(bytes, szResourcesBegin, szResourcesEnd) : bytes);
     return {ERROR_SUCCESS, std::move(module)};
 }
 

@@ -18,10 +18,9 @@ public:
     static std::unique_ptr<CModule> OfProgram();
 
     struct Opened;
-    // Maps the file; its entry point is not called.
-    static Opened Open(const std::filesystem::path& file);
-    // Reads the resources alone; no code of the file ever runs.
-    static Opened OpenAsData(const std::filesystem::path& file);
+    // Maps a shared object or reads a file of resources, which alone is taken when there shall be no code; an entry point
+    // is not called.
+    static Opened Open(const std::filesystem::path& file, bool bResourcesOnly);
 
     CModule(const CModule&) = delete;
     CModule& operator=(const CModule&) = delete;
@@ -38,12 +37,6 @@ public:
     const std::vector<ResourceRecord>& Resources() const noexcept
     {
         return m_resources;
-    }
-
-    // Of a module with code that was opened for its resources: nobody finds it by name.
-    bool IsDataOnly() const noexcept
-    {
-        return m_bDataOnly;
     }
 
     // A symbol that this very object exports, never one of the objects that it depends on.
@@ -63,7 +56,6 @@ private:
 
     const std::filesystem::path m_file;
     void* m_pObject = nullptr; // the dynamic linker's handle, null for a file of resources
-    bool m_bDataOnly = false;
     std::vector<std::byte> m_image;
     std::vector<ResourceRecord> m_resources;
 };

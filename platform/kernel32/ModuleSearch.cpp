@@ -1,14 +1,8 @@
 #include "platform/kernel32/ModuleSearch.h"
 
-#include "platform/kernel32/PathCheck.h"
 #include "platform/kernel32/Paths.h"
-#include "platform/kernel32/ResourceImage.h"
-#include "platform/kernel32/Unicode.h"
 
-#include <algorithm>
-#include <array>
-#include <cstring>
-#include <fstream>
+#include <string>
 
 namespace platform
 {
@@ -16,11 +10,9 @@ namespace fs = std::filesystem;
 
 namespace
 {
-constexpr std::u16string_view separators = u"\\/:";
-
 bool IsAbsoluteName(std::u16string_view name)
 {
-    return name[0] == u'\\' || name[0] == u'/' || (name.size() >= 2 && name[1] == u':');
+    return name.starts_with(u'\\') || name.starts_with(u'/') || (name.size() >= 2 && name[1] == u':');
 }
 
 fs::path RealFile(const fs::path& file)
@@ -28,11 +20,6 @@ fs::path RealFile(const fs::path& file)
     std::error_code error;
     const fs::path real = fs::canonical(file, error);
     return !error && fs::is_regular_file(real, error) ? real : fs::path();
-}
-
-constexpr char LowerOf(char character)
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + 0x20) : character;
 }
 } // namespace
 
@@ -46,54 +33,22 @@ const fs::path& ProgramFile()
     return *pFile;
 }
 
-ModuleName ReadModuleName(LPCWSTR szFileName)
+ModuleFile FindModuleFile(LPCWSTR szFileName)
 {
-    const DWORD dwError = CheckPath(szFileName).dwError;
-    if (dwError != ERROR_SUCCESS)
-        return {dwError == ERROR_PATH_NOT_FOUND ? ERROR_MOD_NOT_FOUND : dwError, {}, false};
-    std::u16string name(szFileName);
-    const auto uSeparator = name.find_last_of(separators);
-    const bool bBare = uSeparator == std::u16string::npos;
-    const auto uDot = name.rfind(u'.');
-    if (uDot == std::u16string::npos || (!bBare && uDot < uSeparator))
-        name += u".dll";
-    else if (uDot == name.size() - 1)
-        name.pop_back(); // a final dot says that there is no extension
-    return {ERROR_SUCCESS, std::move(name), bBare};
-}
-
-fs::path FindModuleFile(const std::u16string& name)
-{
-    if (IsAbsoluteName(name))
-        return RealFile(HostPath(name));
-    const std::array folders{PlatformPath(ProgramFile().parent_path()), std::u16string(u"C:\\windows\\system32"),
-                             std::u16string(u".")};
-    for (const auto& folder : folders)
+    const auto named = CheckPath(szFileName);
+    if (named.dwError != ERROR_SUCCESS)
+        return {named.dwError == ERROR_PATH_NOT_FOUND ? ERROR_MOD_NOT_FOUND : named.dwError, {}};
+    fs::path file;
+    if (!IsAbsoluteName(szFileName))
     {
-        auto file = RealFile(HostPath(folder + u'\\' + name));
-        if (!file.empty())
-            return file;
+        for (const auto& folder : {PlatformPath(ProgramFile().parent_path()), std::u16string(u"C:\\windows\\system32")})
+        {
+            file = RealFile(CheckPath((folder + u'\\' + szFileName).c_str()).hostPath);
+            if (!file.empty())
+                return {ERROR_SUCCESS, file};
+        }
     }
-    return {};
-}
-
-bool IsFolder(const std::u16string& name)
-{
-    std::error_code ignored;
-    return IsAbsoluteName(name) && fs::is_directory(HostPath(name), ignored);
-}
-
-bool HasBareName(const fs::path& file, std::u16string_view name)
-{
-    return std::ranges::equal(file.filename().native(), ToUtf8(name), {}, LowerOf, LowerOf);
-}
-
-ModuleKind KindOfModule(const fs::path& file)
-{
-    std::array<char, 16> beginning{};
-    std::ifstream(file, std::ios::binary).read(beginning.data(), beginning.size());
-    if (std::memcmp(beginning.data(), "\177ELF", 4) == 0)
-        return ModuleKind::Code;
-    return HasResourceHeader(std::as_bytes(std::span(beginning))) ? ModuleKind::Resources : ModuleKind::Unknown;
+    file = RealFile(named.hostPath);
+    return {file.empty() ? ERROR_MOD_NOT_FOUND : ERROR_SUCCESS, file};
 }
 } // namespace platform

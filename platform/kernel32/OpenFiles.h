@@ -1,80 +1,48 @@
-// Opening real files the way the platform does: dispositions, share modes between this process's own openings, and no
-// directory ever opened as a file.
+// Opening real files the way the platform does: dispositions, no directory ever opened as a file, and no name taken away
+// from a file that is open.
 #pragma once
+
+#include "platform/kernel32/Descriptor.h"
 
 #include <windows.h>
 
 #include <filesystem>
-#include <memory>
 
-#include <sys/types.h>
+#include <sys/stat.h>
 
 namespace platform
 {
-// A file descriptor with its owner.
-class CDescriptor
-{
-public:
-    explicit CDescriptor(int fd = -1) noexcept : m_fd(fd)
-    {
-    }
-    CDescriptor(CDescriptor&& other) noexcept : m_fd(other.Detach())
-    {
-    }
-    CDescriptor& operator=(CDescriptor&&) = delete;
-    ~CDescriptor();
-
-    int Get() const noexcept
-    {
-        return m_fd;
-    }
-    int Detach() noexcept
-    {
-        const int fd = m_fd;
-        m_fd = -1;
-        return fd;
-    }
-
-private:
-    int m_fd;
-};
-
 struct OpenRequest
 {
-    DWORD dwAccess;         // GENERIC_READ, GENERIC_WRITE, both or neither
-    DWORD dwShareMode;      // FILE_SHARE_*
-    DWORD dwDisposition;    // CREATE_NEW ... TRUNCATE_EXISTING
-    bool bReadOnly = false; // a file that is created gets no write permission
-};
-
-// One entry of the table of open files; leaves the table when it is destroyed.
-class COpenFileEntry
-{
-public:
-    COpenFileEntry(dev_t device, ino_t inode, DWORD dwAccess, DWORD dwShareMode);
-    COpenFileEntry(const COpenFileEntry&) = delete;
-    COpenFileEntry& operator=(const COpenFileEntry&) = delete;
-    ~COpenFileEntry();
-
-    const dev_t m_device;
-    const ino_t m_inode;
-    const DWORD m_dwAccess;
-    const DWORD m_dwShareMode;
+    DWORD dwAccess;      // GENERIC_READ, GENERIC_WRITE or both
+    DWORD dwShareMode;   // readers and writers are always let in; FILE_SHARE_DELETE is what an open file may leave out
+    DWORD dwDisposition; // CREATE_NEW ... OPEN_ALWAYS
 };
 
 struct OpenedFile
 {
     DWORD dwError = ERROR_SUCCESS;
-    bool bExisted = false;
-    CDescriptor descriptor;                // open when dwError is ERROR_SUCCESS
-    std::unique_ptr<COpenFileEntry> entry; // keeps the share mode in force
+    CDescriptor descriptor; // open when dwError is ERROR_SUCCESS
 };
 
+// ERROR_INVALID_PARAMETER for a request that is not served here.
 OpenedFile OpenHostFile(const std::filesystem::path& hostPath, const OpenRequest& request);
 
-// Whether this process holds the file open in a way that forbids renaming or deleting it.
-bool IsHeldWithoutDeleteSharing(const std::filesystem::path& hostPath);
+// Whether nobody may write to the file. Looked at even where this user may write to everything.
+bool IsReadOnly(const struct stat& status) noexcept;
 
-// Whether this process has the file open in any way: no other file takes its name then.
-bool IsOpen(const std::filesystem::path& hostPath);
+// As long as it lives, the file keeps its name: it is neither renamed nor deleted by this process.
+class CNameHold
+{
+public:
+    explicit CNameHold(const CDescriptor& file);
+    ~CNameHold();
+    CNameHold(const CNameHold&) = delete;
+    CNameHold& operator=(const CNameHold&) = delete;
+
+private:
+    struct stat m_status = {};
+};
+
+bool IsNameHeld(const struct stat& status);
 } // namespace platform

@@ -5,28 +5,14 @@
 
 #include <cstddef>
 #include <span>
-#include <string>
 #include <vector>
 
 namespace platform
 {
-// The type or name of a resource: a number or, when the text is not empty, a text.
-struct ResourceId
-{
-    WORD wOrdinal = 0;
-    std::u16string text;
-
-    // From MAKEINTRESOURCE, "#123" or a text.
-    static ResourceId FromArgument(LPCWSTR szId);
-    // Texts are the same whatever their case.
-    bool operator==(const ResourceId& other) const;
-};
-
 struct ResourceRecord
 {
-    ResourceId type;
-    ResourceId name;
-    WORD wLanguage = 0;
+    WORD wType; // 0 for one that has a text in place of a number: nobody here asks for it
+    WORD wName;
     std::span<const std::byte> data;
 };
 

@@ -1,9 +1,7 @@
 #include "platform/kernel32/KernelCall.h"
 #include "platform/kernel32/Loader.h"
-#include "platform/kernel32/Locale.h"
 
 #include <algorithm>
-#include <array>
 
 namespace platform
 {
@@ -25,47 +23,34 @@ const ResourceRecord* FindRecord(HMODULE hModule, HRSRC hResource)
     return found == pModule->Resources().end() ? nullptr : &*found;
 }
 
-// The user's language, that language without its country, no language; 0 ranks first.
-std::size_t LanguageRank(WORD wLanguage)
+// 0, which no resource that is asked for has, for a text.
+WORD NumberOf(LPCWSTR szId)
 {
-    const WORD wUser = UserLanguage();
-    const std::array preferences{wUser, static_cast<WORD>(wUser & primaryLanguageMask), WORD{0}};
-    return static_cast<std::size_t>(std::ranges::find(preferences, wLanguage) - preferences.begin());
+    return IS_INTRESOURCE(szId) ? LOWORD(reinterpret_cast<ULONG_PTR>(szId)) : WORD{0};
 }
 } // namespace
 } // namespace platform
 
 using namespace platform;
 
+// Each module has its resources in one language, so that there is nothing to choose from.
 HRSRC WINAPI FindResourceW(HMODULE hModule, LPCWSTR szName, LPCWSTR szType)
 {
-    return KernelCall(
-        "FindResourceW", ERROR_RESOURCE_NAME_NOT_FOUND, HRSRC{nullptr},
-        [&]
-        {
-            const std::lock_guard lock(LoaderLock());
-            const CModule* const pModule = FindModule(hModule);
-            if (!pModule)
-                return FailWith(ERROR_INVALID_HANDLE, HRSRC{nullptr});
-            if (pModule->Resources().empty())
-                return FailWith(ERROR_RESOURCE_DATA_NOT_FOUND, HRSRC{nullptr});
-
-            const auto type = ResourceId::FromArgument(szType);
-            const auto name = ResourceId::FromArgument(szName);
-            bool bTypeFound = false;
-            const ResourceRecord* pBest = nullptr;
-            for (const auto& record : pModule->Resources())
-            {
-                if (record.type != type)
-                    continue;
-                bTypeFound = true;
-                if (record.name == name && (!pBest || LanguageRank(record.wLanguage) < LanguageRank(pBest->wLanguage)))
-                    pBest = &record;
-            }
-            if (pBest)
-                return HandleOf(*pBest);
-            return FailWith(bTypeFound ? ERROR_RESOURCE_NAME_NOT_FOUND : ERROR_RESOURCE_TYPE_NOT_FOUND, HRSRC{nullptr});
-        });
+    return KernelCall("FindResourceW", ERROR_RESOURCE_NAME_NOT_FOUND, HRSRC{nullptr},
+                      [&]
+                      {
+                          const std::lock_guard lock(LoaderLock());
+                          const CModule* const pModule = FindModule(hModule);
+                          if (!pModule)
+                              return FailWith(ERROR_INVALID_HANDLE, HRSRC{nullptr});
+                          const WORD wType = NumberOf(szType);
+                          const WORD wName = NumberOf(szName);
+                          const auto found = std::ranges::find_if(pModule->Resources(), [&](const ResourceRecord& record)
+                                                                  { return record.wType == wType && record.wName == wName; });
+                          if (wName == 0 || found == pModule->Resources().end())
+                              return FailWith(ERROR_RESOURCE_NAME_NOT_FOUND, HRSRC{nullptr});
+                          return HandleOf(*found);
+                      });
 }
 
 HGLOBAL WINAPI LoadResource(HMODULE hModule, HRSRC hResource)

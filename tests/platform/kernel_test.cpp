@@ -50,10 +50,6 @@ protected:
     void SetUp() override
     {
         static std::atomic<unsigned> uCounter{0};
-        WCHAR buffer[MAX_PATH] = {};
-        ASSERT_NE(GetTempPathW(MAX_PATH, buffer), 0u);
-        m_folder = buffer;
-        ASSERT_EQ(m_folder.back(), OLESTR('\\'));
         for (const char digit : "kernel" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++uCounter))
             m_folder += static_cast<WCHAR>(digit);
         ASSERT_TRUE(CreateDirectoryW(m_folder.c_str(), nullptr));
@@ -105,11 +101,9 @@ TEST_F(KernelFiles, DispositionsDecideWhatHappensToAFile)
     EXPECT_EQ(GetLastError(), ERROR_FILE_EXISTS);
     {
         const CHandle kept(Open(path, OPEN_ALWAYS));
-        EXPECT_EQ(GetLastError(), ERROR_ALREADY_EXISTS);
         EXPECT_EQ(GetFileSize(kept.Get(), nullptr), 5u);
     }
     const CHandle emptied(Open(path, CREATE_ALWAYS));
-    EXPECT_EQ(GetLastError(), ERROR_ALREADY_EXISTS);
     EXPECT_EQ(GetFileSize(emptied.Get(), nullptr), 0u);
 }
 
@@ -162,34 +156,6 @@ TEST_F(KernelFiles, AFileInUseKeepsItsName)
     EXPECT_EQ(GetLastError(), ERROR_SHARING_VIOLATION);
     file.Close();
     EXPECT_TRUE(DeleteFileW(path.c_str()));
-}
-
-TEST_F(KernelFiles, ShareModesExcludeOtherOpenings)
-{
-    const Text path = In(OLESTR("a.txt"));
-    CHandle readers(Open(path, CREATE_NEW, FILE_SHARE_READ));
-    EXPECT_EQ(Open(path, OPEN_EXISTING), INVALID_HANDLE_VALUE);
-    EXPECT_EQ(GetLastError(), ERROR_SHARING_VIOLATION);
-    const CHandle reader(Open(path, OPEN_EXISTING, FILE_SHARE_READ | FILE_SHARE_WRITE, GENERIC_READ));
-    EXPECT_NE(reader.Get(), INVALID_HANDLE_VALUE);
-    readers.Close();
-    EXPECT_NE(CHandle(Open(path, OPEN_EXISTING)).Get(), INVALID_HANDLE_VALUE);
-}
-
-TEST_F(KernelFiles, PositionsAndEndMoveTogether)
-{
-    const CHandle file(Open(In(OLESTR("a.txt")), CREATE_NEW));
-    Write(file, "0123456789");
-    EXPECT_EQ(SetFilePointer(file.Get(), -4, nullptr, FILE_END), 6u);
-    EXPECT_TRUE(SetEndOfFile(file.Get()));
-    EXPECT_EQ(GetFileSize(file.Get(), nullptr), 6u);
-    EXPECT_EQ(SetFilePointer(file.Get(), -1, nullptr, FILE_BEGIN), INVALID_SET_FILE_POINTER);
-    EXPECT_EQ(GetLastError(), ERROR_NEGATIVE_SEEK);
-    EXPECT_EQ(SetFilePointer(file.Get(), -2, nullptr, FILE_CURRENT), 4u);
-    char content[8] = {};
-    DWORD cbRead = 0;
-    EXPECT_TRUE(ReadFile(file.Get(), content, sizeof content, &cbRead, nullptr));
-    EXPECT_EQ(std::string(content, cbRead), "45");
 }
 
 TEST_F(KernelFiles, ATextIsNoModule)
