@@ -2,14 +2,10 @@
 #include "platform/kernel32/KernelCall.h"
 #include "platform/testing/Accounts.h"
 
-#include <algorithm>
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <optional>
-#include <thread>
-#include <utility>
-#include <vector>
+#include <cerrno>
+#include <ctime>
+
+#include <pthread.h>
 
 namespace platform
 {
@@ -17,116 +13,71 @@ namespace
 {
 using testing::Account;
 
+// A robust mutex of the system: a thread that ends as its owner abandons it.
 class CMutexObject final : public CKernelObject
 {
 public:
-    CMutexObject()
+    CMutexObject() : m_pMutex(std::make_unique<pthread_mutex_t>())
     {
+        pthread_mutexattr_t attributes;
+        pthread_mutexattr_init(&attributes);
+        pthread_mutexattr_settype(&attributes, PTHREAD_MUTEX_RECURSIVE);
+        pthread_mutexattr_setrobust(&attributes, PTHREAD_MUTEX_ROBUST);
+        pthread_mutex_init(m_pMutex.get(), &attributes);
+        pthread_mutexattr_destroy(&attributes);
         testing::ChangeAccount(Account::MutexHandle, +1);
     }
     ~CMutexObject() override
     {
         testing::ChangeAccount(Account::MutexHandle, -1);
-    }
-
-    // WAIT_OBJECT_0, WAIT_ABANDONED (owned by the caller in both cases) or WAIT_TIMEOUT.
-    DWORD Wait(DWORD dwMilliseconds)
-    {
-        std::unique_lock lock(m_lock);
-        const auto isFree = [this] { return !m_owner || *m_owner == std::this_thread::get_id(); };
-        if (dwMilliseconds == INFINITE)
-            m_released.wait(lock, isFree);
-        else if (!m_released.wait_for(lock, std::chrono::milliseconds(dwMilliseconds), isFree))
-            return WAIT_TIMEOUT;
-        m_owner = std::this_thread::get_id();
-        ++m_uDepth;
-        return std::exchange(m_bAbandoned, false) ? WAIT_ABANDONED : WAIT_OBJECT_0;
-    }
-
-    // The depth that is left, nothing when the caller is not the owner.
-    std::optional<unsigned> Release()
-    {
-        const std::lock_guard lock(m_lock);
-        if (m_owner != std::this_thread::get_id())
-            return std::nullopt;
-        if (--m_uDepth == 0)
+        const timespec now{};
+        if (Wait(&now) == WAIT_TIMEOUT)
         {
-            m_owner.reset();
-            m_released.notify_one();
-        }
-        return m_uDepth;
-    }
-
-    // The calling thread ends as the owner.
-    void Abandon()
-    {
-        const std::lock_guard lock(m_lock);
-        if (m_owner != std::this_thread::get_id())
+            static_cast<void>(m_pMutex.release()); // its owner's end still looks at it
             return;
-        m_owner.reset();
-        m_uDepth = 0;
-        m_bAbandoned = true;
-        m_released.notify_one();
+        }
+        while (pthread_mutex_unlock(m_pMutex.get()) == 0)
+        {
+        }
+        pthread_mutex_destroy(m_pMutex.get());
     }
 
-private:
-    std::mutex m_lock;
-    std::condition_variable m_released;
-    std::optional<std::thread::id> m_owner;
-    unsigned m_uDepth = 0;
-    bool m_bAbandoned = false;
-};
-
-// Set when the thread's list below is gone: a mutex taken even later in the thread's end is not noted any more.
-thread_local bool t_bThreadEnds = false;
-
-// The mutexes that the thread owns; what is left at its end is abandoned.
-class COwnedMutexes
-{
-public:
-    COwnedMutexes() = default;
-    COwnedMutexes(const COwnedMutexes&) = delete;
-    COwnedMutexes& operator=(const COwnedMutexes&) = delete;
-    ~COwnedMutexes()
+    // WAIT_OBJECT_0, WAIT_ABANDONED (owned by the caller in both cases) or WAIT_TIMEOUT; without an end when null.
+    DWORD Wait(const timespec* pUntil)
     {
-        t_bThreadEnds = true;
-        for (const auto& owned : m_owned)
+        switch (pUntil ? pthread_mutex_timedlock(m_pMutex.get(), pUntil) : pthread_mutex_lock(m_pMutex.get()))
         {
-            if (const auto mutex = owned.lock())
-                mutex->Abandon();
+        case 0:
+            return WAIT_OBJECT_0;
+        case EOWNERDEAD:
+            pthread_mutex_consistent(m_pMutex.get());
+            return WAIT_ABANDONED;
+        default:
+            return WAIT_TIMEOUT;
         }
     }
 
-    void Add(const std::shared_ptr<CMutexObject>& mutex)
+    // False when the caller is not the owner.
+    bool Release()
     {
-        std::erase_if(m_owned, [&](const auto& owned) { return owned.expired() || owned.lock() == mutex; });
-        m_owned.push_back(mutex);
-    }
-    void Remove(const std::shared_ptr<CMutexObject>& mutex)
-    {
-        std::erase_if(m_owned, [&](const auto& owned) { return owned.lock() == mutex; });
-    }
-    // Makes room beforehand, so that noting an ownership that was granted cannot fail.
-    void Reserve()
-    {
-        m_owned.reserve(m_owned.size() + 1);
+        return pthread_mutex_unlock(m_pMutex.get()) == 0;
     }
 
 private:
-    std::vector<std::weak_ptr<CMutexObject>> m_owned;
+    std::unique_ptr<pthread_mutex_t> m_pMutex;
 };
 
-thread_local COwnedMutexes t_owned;
-
-DWORD WaitNoted(const std::shared_ptr<CMutexObject>& mutex, DWORD dwMilliseconds)
+DWORD WaitFor(CMutexObject& mutex, DWORD dwMilliseconds)
 {
-    if (t_bThreadEnds)
-        return mutex->Wait(dwMilliseconds);
-    t_owned.Reserve();
-    const DWORD dwResult = mutex->Wait(dwMilliseconds);
-    if (dwResult != WAIT_TIMEOUT)
-        t_owned.Add(mutex);
-    return dwResult;
+    if (dwMilliseconds == INFINITE)
+        return mutex.Wait(nullptr);
+    timespec until{};
+    std::timespec_get(&until, TIME_UTC);
+    until.tv_sec += dwMilliseconds / 1000;
+    until.tv_nsec += dwMilliseconds % 1000 * 1'000'000;
+    until.tv_sec += until.tv_nsec / 1'000'000'000;
+    until.tv_nsec %= 1'000'000'000;
+    return mutex.Wait(&until);
 }
 } // namespace
 } // namespace platform
@@ -138,16 +89,10 @@ HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES pAttributes, BOOL bInitialOwner
     return KernelCall("CreateMutexW", ERROR_NOT_ENOUGH_MEMORY, HANDLE{nullptr},
                       [&]
                       {
-                          if (szName)
-                              return FailWith(ERROR_CALL_NOT_IMPLEMENTED, HANDLE{nullptr});
-                          if (pAttributes && (pAttributes->lpSecurityDescriptor || pAttributes->bInheritHandle))
+                          // Names, security and a first owner serve nobody here.
+                          if (pAttributes || bInitialOwner || szName)
                               return FailWith(ERROR_NOT_SUPPORTED, HANDLE{nullptr});
-                          const auto mutex = std::make_shared<CMutexObject>();
-                          if (bInitialOwner)
-                              WaitNoted(mutex, INFINITE);
-                          const HANDLE hMutex = OpenHandle(mutex);
-                          SetLastError(ERROR_SUCCESS);
-                          return hMutex;
+                          return OpenHandle(std::make_shared<CMutexObject>());
                       });
 }
 
@@ -159,28 +104,20 @@ BOOL WINAPI ReleaseMutex(HANDLE hMutex)
                             const auto mutex = ObjectOfKind<CMutexObject>(hMutex);
                             if (!mutex)
                                 return FailWith(ERROR_INVALID_HANDLE, FALSE);
-                            const auto depth = mutex->Release();
-                            if (!depth)
-                                return FailWith(ERROR_NOT_OWNER, FALSE);
-                            if (*depth == 0 && !t_bThreadEnds)
-                                t_owned.Remove(mutex);
-                            return TRUE;
+                            return mutex->Release() ? TRUE : FailWith(ERROR_NOT_OWNER, FALSE);
                         });
 }
 
 DWORD WINAPI WaitForSingleObject(HANDLE hObject, DWORD dwMilliseconds)
 {
-    const DWORD dwResult = KernelCall("WaitForSingleObject", ERROR_INVALID_HANDLE, WAIT_FAILED,
-                                      [&]
-                                      {
-                                          // Mutexes are the only objects to wait for.
-                                          const auto mutex = ObjectOfKind<CMutexObject>(hObject);
-                                          if (!mutex)
-                                              return FailWith(ERROR_INVALID_HANDLE, DWORD{WAIT_FAILED});
-                                          const DWORD dwOutcome = WaitNoted(mutex, dwMilliseconds);
-                                          SetLastError(ERROR_SUCCESS);
-                                          return dwOutcome;
-                                      });
+    const DWORD dwResult =
+        KernelCall("WaitForSingleObject", ERROR_INVALID_HANDLE, WAIT_FAILED,
+                   [&]
+                   {
+                       // Mutexes are the only objects to wait for.
+                       const auto mutex = ObjectOfKind<CMutexObject>(hObject);
+                       return mutex ? WaitFor(*mutex, dwMilliseconds) : FailWith(ERROR_INVALID_HANDLE, DWORD{WAIT_FAILED});
+                   });
     // A planned time-out is an outcome of its own, not an error.
     return dwResult == WAIT_FAILED && GetLastError() == WAIT_TIMEOUT ? WAIT_TIMEOUT : dwResult;
 }
