@@ -1,149 +1,162 @@
-// Opening, creating, deleting, listing and closing keys.
-#include "platform/advapi32/Operation.h"
+// Opening, creating, deleting and closing keys, and their handles.
+#include "platform/advapi32/RegistryCall.h"
+#include "platform/kernel32/Unicode.h"
+#include "platform/testing/Accounts.h"
 
 #include <algorithm>
-#include <iterator>
+#include <unordered_map>
 
-using namespace platform::registry;
-
+namespace platform::registry
+{
 namespace
 {
-// The one right that deleting a key takes; it is looked for on the key itself, whatever its handle was opened for.
-constexpr REGSAM samDelete = 0x10000;
-
-// Adds what is missing of the path; creating takes the right on the key below which the first one is added. The
-// platform looks at that key's own rights, not at what its handle was opened for.
-LSTATUS CreateMissing(const std::vector<std::u16string>& names, Target& target, bool& bCreated)
+struct OpenKey
 {
-    const auto isStorable = [](const std::u16string& name) { return IsStorableName(name, maxKeyNameLength); };
-    if (!std::ranges::all_of(names, isStorable) || target.path.size() + names.size() > maxDepth)
-        return ERROR_INVALID_PARAMETER;
-    for (const auto& name : names)
+    Path path;
+    REGSAM samDesired;
+};
+
+struct HandleTable
+{
+    std::mutex lock;
+    std::unordered_map<HKEY, OpenKey> keys;
+    ULONG_PTR next = 0x100; // values are never used twice, so that a closed handle is recognised
+};
+
+// Never destroyed: modules that are unloaded at the end of the process may still close keys. The user's own classes are not
+// merged in: the classes root is the machine's.
+HandleTable& Table()
+{
+    static HandleTable* const pTable =
+        new HandleTable{{},
+                        {{HKEY_CLASSES_ROOT, {{u"HKEY_LOCAL_MACHINE", u"Software", u"Classes"}, KEY_ALL_ACCESS}},
+                         {HKEY_CURRENT_USER, {{u"HKEY_CURRENT_USER"}, KEY_ALL_ACCESS}},
+                         {HKEY_LOCAL_MACHINE, {{u"HKEY_LOCAL_MACHINE"}, KEY_ALL_ACCESS}}}};
+    return *pTable;
+}
+
+HKEY AddHandle(Path path, REGSAM samDesired)
+{
+    const std::scoped_lock guard(Table().lock);
+    const HKEY hKey = reinterpret_cast<HKEY>(Table().next);
+    Table().keys.emplace(hKey, OpenKey{std::move(path), samDesired});
+    Table().next += 4;
+    testing::ChangeAccount(testing::Account::RegistryKey, 1);
+    return hKey;
+}
+
+// The path with the names of a sub-key's behind it.
+Path Below(Path path, LPCWSTR szSubKey)
+{
+    std::u16string_view rest = szSubKey ? szSubKey : u"";
+    while (!rest.empty())
     {
-        target.path.push_back(FoldName(name));
-        Place next = Descend(target.place, target.path.back());
-        if (!next.pKey)
-        {
-            if (!(target.place.samGranted & KEY_CREATE_SUB_KEY))
-                return ERROR_ACCESS_DENIED;
-            next = {&EnsureKey(*target.place.pKey, name), target.place.samGranted};
-            bCreated = true;
-        }
-        target.place = next;
+        const auto name = rest.substr(0, rest.find(u'\\'));
+        if (!name.empty())
+            path.emplace_back(name);
+        rest.remove_prefix(std::min(name.size() + 1, rest.size()));
     }
-    return ERROR_SUCCESS;
+    return path;
 }
 } // namespace
 
+Target FindTarget(const CHive& hive, HKEY hKey)
+{
+    const std::scoped_lock guard(Table().lock);
+    const auto found = Table().keys.find(hKey);
+    Require(found != Table().keys.end(), ERROR_INVALID_HANDLE);
+    Target target{found->second.path, found->second.samDesired, hive.FindKey(found->second.path)};
+    Require(target.pKey, ERROR_KEY_DELETED);
+    return target;
+}
+
+Target FindSubKey(const CHive& hive, Target target, LPCWSTR szSubKey)
+{
+    target.path = Below(std::move(target.path), szSubKey);
+    target.pKey = hive.FindKey(target.path);
+    Require(target.pKey, ERROR_FILE_NOT_FOUND);
+    return target;
+}
+} // namespace platform::registry
+
+using namespace platform::registry;
+
 LSTATUS WINAPI RegOpenKeyExW(HKEY hKey, LPCWSTR szSubKey, DWORD dwOptions, REGSAM samDesired, PHKEY phkResult)
 {
-    return Operate("RegOpenKeyExW",
-                   [&]() -> LSTATUS
-                   {
-                       if (!phkResult || dwOptions != 0)
-                           return ERROR_INVALID_PARAMETER;
-                       CHiveSession session(CHiveSession::Mode::Read);
-                       Target target;
-                       if (const LSTATUS lStatus = FindTarget(hKey, session, target))
-                           return lStatus;
-                       if (const LSTATUS lStatus = FindSubKey(szSubKey, target))
-                           return lStatus;
-                       if (samDesired & ~target.place.samGranted)
-                           return ERROR_ACCESS_DENIED;
-                       *phkResult = AddHandle(std::move(target.path), samDesired);
-                       return ERROR_SUCCESS;
-                   });
+    return RegistryCall("RegOpenKeyExW",
+                        [&]
+                        {
+                            Require(phkResult && dwOptions == 0, ERROR_INVALID_PARAMETER);
+                            const CHive hive(CHive::Mode::Read);
+                            *phkResult = AddHandle(FindSubKey(hive, FindTarget(hive, hKey), szSubKey).path, samDesired);
+                        });
 }
 
 LSTATUS WINAPI RegCreateKeyExW(HKEY hKey, LPCWSTR szSubKey, DWORD dwReserved, LPWSTR szClass, DWORD dwOptions, REGSAM samDesired,
                                SECURITY_ATTRIBUTES* pAttributes, PHKEY phkResult, LPDWORD pdwDisposition)
 {
-    return Operate("RegCreateKeyExW",
-                   [&]() -> LSTATUS
-                   {
-                       if (!phkResult || !szSubKey || dwReserved != 0)
-                           return ERROR_INVALID_PARAMETER;
-                       // Classes, volatile keys and security descriptors are not kept here.
-                       if ((szClass && *szClass) || dwOptions != REG_OPTION_NON_VOLATILE ||
-                           (pAttributes && pAttributes->lpSecurityDescriptor))
-                           return ERROR_CALL_NOT_IMPLEMENTED;
-                       CHiveSession session(CHiveSession::Mode::Write);
-                       Target target;
-                       if (const LSTATUS lStatus = FindTarget(hKey, session, target))
-                           return lStatus;
-                       const auto names = SplitSubKey(szSubKey);
-                       if (!names)
-                           return ERROR_BAD_PATHNAME;
-                       bool bCreated = false;
-                       if (const LSTATUS lStatus = CreateMissing(*names, target, bCreated))
-                           return lStatus;
-                       if (samDesired & ~target.place.samGranted)
-                           return ERROR_ACCESS_DENIED;
-                       if (bCreated)
-                           session.Save();
-                       *phkResult = AddHandle(std::move(target.path), samDesired);
-                       if (pdwDisposition)
-                           *pdwDisposition = bCreated ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
-                       return ERROR_SUCCESS;
-                   });
+    return RegistryCall("RegCreateKeyExW",
+                        [&]
+                        {
+                            Require(phkResult && szSubKey && dwReserved == 0, ERROR_INVALID_PARAMETER);
+                            // Classes, volatile keys and security descriptors are not kept here.
+                            Require(!szClass && dwOptions == REG_OPTION_NON_VOLATILE && !pAttributes, ERROR_NOT_SUPPORTED);
+                            CHive hive(CHive::Mode::Write);
+                            Path path = Below(FindTarget(hive, hKey).path, szSubKey);
+                            const bool bCreated = hive.EnsureKey(path);
+                            if (bCreated)
+                                hive.Save();
+                            *phkResult = AddHandle(std::move(path), samDesired);
+                            if (pdwDisposition)
+                                *pdwDisposition = bCreated ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
+                        });
 }
 
 LSTATUS WINAPI RegDeleteKeyW(HKEY hKey, LPCWSTR szSubKey)
 {
-    return Operate("RegDeleteKeyW",
-                   [&]() -> LSTATUS
-                   {
-                       if (!szSubKey)
-                           return ERROR_INVALID_PARAMETER;
-                       CHiveSession session(CHiveSession::Mode::Write);
-                       Target target;
-                       if (const LSTATUS lStatus = FindTarget(hKey, session, target))
-                           return lStatus;
-                       if (const LSTATUS lStatus = FindSubKey(szSubKey, target))
-                           return lStatus;
-                       const bool bRootKey = target.path.size() == 1;
-                       if (bRootKey || !target.place.pKey->keys.empty() || !(target.place.samGranted & samDelete))
-                           return ERROR_ACCESS_DENIED;
-                       const Path parent(target.path.begin(), std::prev(target.path.end()));
-                       Locate(session.Root(), parent).pKey->keys.erase(target.path.back());
-                       session.Save();
-                       MarkHandlesDeleted(target.path);
-                       return ERROR_SUCCESS;
-                   });
+    return RegistryCall("RegDeleteKeyW",
+                        [&]
+                        {
+                            Require(szSubKey, ERROR_INVALID_PARAMETER);
+                            CHive hive(CHive::Mode::Write);
+                            Target target = FindSubKey(hive, FindTarget(hive, hKey), szSubKey);
+                            const auto keys = target.pKey->find("keys");
+                            const bool bHasKeys = keys != target.pKey->end() && !keys->empty();
+                            Require(target.path.size() > 1 && !bHasKeys, ERROR_ACCESS_DENIED);
+                            const std::u16string name = std::move(target.path.back());
+                            target.path.pop_back();
+                            EraseMember(*hive.FindKey(target.path), "keys", name);
+                            hive.Save();
+                        });
 }
 
-LSTATUS WINAPI RegEnumKeyExW(HKEY hKey, DWORD dwIndex, LPWSTR szName, LPDWORD pcchName, LPDWORD pdwReserved, LPWSTR szClass,
-                             LPDWORD pcchClass, void* pftLastWriteTime)
+LSTATUS WINAPI RegEnumKeyExW(HKEY hKey, DWORD dwIndex, LPWSTR szName, LPDWORD pcchName, LPDWORD, LPWSTR, LPDWORD, void*)
 {
-    return Operate("RegEnumKeyExW",
-                   [&]() -> LSTATUS
-                   {
-                       if (!szName || !pcchName || pdwReserved)
-                           return ERROR_INVALID_PARAMETER;
-                       if (szClass || pcchClass || pftLastWriteTime) // none of these is kept here
-                           return ERROR_CALL_NOT_IMPLEMENTED;
-                       CHiveSession session(CHiveSession::Mode::Read);
-                       Target target;
-                       if (const LSTATUS lStatus = FindTarget(hKey, session, target))
-                           return lStatus;
-                       if (!(target.samHandle & KEY_ENUMERATE_SUB_KEYS))
-                           return ERROR_ACCESS_DENIED;
-                       const auto& keys = target.place.pKey->keys;
-                       if (dwIndex >= keys.size())
-                           return ERROR_NO_MORE_ITEMS;
-                       const std::u16string& name = std::next(keys.begin(), static_cast<std::ptrdiff_t>(dwIndex))->second->name;
-                       if (*pcchName <= name.size())
-                           return ERROR_MORE_DATA;
-                       std::copy_n(name.c_str(), name.size() + 1, szName);
-                       *pcchName = static_cast<DWORD>(name.size());
-                       return ERROR_SUCCESS;
-                   });
+    return RegistryCall("RegEnumKeyExW",
+                        [&]
+                        {
+                            const CHive hive(CHive::Mode::Read);
+                            const Target target = FindTarget(hive, hKey);
+                            Require((target.samHandle & KEY_ENUMERATE_SUB_KEYS) != 0, ERROR_ACCESS_DENIED);
+                            const auto keys = target.pKey->find("keys");
+                            Require(keys != target.pKey->end() && dwIndex < keys->size(), ERROR_NO_MORE_ITEMS);
+                            const auto name = platform::FromUtf8(std::next(keys->begin(), static_cast<int>(dwIndex)).key());
+                            Require(name.size() < *pcchName, ERROR_MORE_DATA);
+                            std::copy_n(name.c_str(), name.size() + 1, szName);
+                            *pcchName = static_cast<DWORD>(name.size());
+                        });
 }
 
 LSTATUS WINAPI RegCloseKey(HKEY hKey)
 {
     // A close that is made to fail gives the handle up all the same, so that the account of open keys shows only what
     // the caller forgot.
-    const bool bClosed = CloseHandleOfKey(hKey);
-    return Operate("RegCloseKey", [&]() -> LSTATUS { return bClosed ? ERROR_SUCCESS : ERROR_INVALID_HANDLE; });
+    bool bClosed = hKey == HKEY_CLASSES_ROOT || hKey == HKEY_CURRENT_USER || hKey == HKEY_LOCAL_MACHINE; // always open
+    if (!bClosed)
+    {
+        const std::scoped_lock guard(Table().lock);
+        bClosed = Table().keys.erase(hKey) != 0;
+        platform::testing::ChangeAccount(platform::testing::Account::RegistryKey, bClosed ? -1 : 0);
+    }
+    return RegistryCall("RegCloseKey", [&] { Require(bClosed, ERROR_INVALID_HANDLE); });
 }

@@ -1,143 +1,146 @@
 // Reading, setting and deleting values.
-#include "platform/advapi32/Operation.h"
+#include "platform/advapi32/RegistryCall.h"
 #include "platform/advapi32/ValueText.h"
+#include "platform/kernel32/Unicode.h"
 
 #include <algorithm>
 #include <cstring>
 
-using namespace platform::registry;
-
+namespace platform::registry
+{
 namespace
 {
+struct Value
+{
+    DWORD dwType;
+    std::vector<BYTE> data;
+};
+
 // The value of a null name is the key's default value.
-std::u16string NameOf(LPCWSTR szValueName)
+std::u16string_view NameOf(LPCWSTR szValueName)
 {
     return szValueName ? szValueName : u"";
 }
 
-const Value* FindValue(const Target& target, LPCWSTR szValueName)
+std::vector<BYTE> BytesOf(const void* pData, std::size_t cbData)
 {
-    const auto& values = target.place.pKey->values;
-    const auto found = values.find(FoldName(NameOf(szValueName)));
-    return found == values.end() ? nullptr : &found->second;
+    const auto* pBytes = static_cast<const BYTE*>(pData);
+    return {pBytes, pBytes + cbData};
 }
 
-bool IsText(DWORD dwType)
+std::u16string TextOf(const Value& value)
 {
-    constexpr DWORD dwExpandableText = 2;
-    constexpr DWORD dwTexts = 7;
-    return dwType == REG_SZ || dwType == dwExpandableText || dwType == dwTexts;
+    std::u16string text(value.data.size() / sizeof(WCHAR), u'\0');
+    std::memcpy(text.data(), value.data.data(), text.size() * sizeof(WCHAR));
+    return text;
 }
 
-bool IsUnterminated(const std::vector<BYTE>& text)
+Value ValueOf(const Json& json)
 {
-    return text.size() >= sizeof(WCHAR) && (text[text.size() - 2] != 0 || text[text.size() - 1] != 0);
+    if (json.is_string())
+    {
+        const std::u16string text = FromUtf8(json.get_ref<const std::string&>());
+        return {REG_SZ, BytesOf(text.c_str(), (text.size() + 1) * sizeof(WCHAR))};
+    }
+    if (json.is_number())
+    {
+        const auto dwNumber = json.get<DWORD>();
+        return {REG_DWORD, BytesOf(&dwNumber, sizeof(dwNumber))};
+    }
+    return {json["type"], json["bytes"]};
 }
 
-// The size is that of the bytes that were set. A text that was set without terminator gets one behind them where the
-// caller has room for it, and is handed out without one where he has not.
-LSTATUS CopyData(const Value& value, LPDWORD pdwType, LPBYTE pbData, LPDWORD pcbData)
+// A text or a number only when it says the same as the bytes.
+Json JsonOf(Value value)
 {
-    const auto cbNeeded = static_cast<DWORD>(value.data.size());
-    if (pdwType)
-        *pdwType = value.dwType;
-    if (!pcbData)
-        return ERROR_SUCCESS;
-    const DWORD cbRoom = *pcbData;
-    *pcbData = cbNeeded;
-    if (!pbData)
-        return ERROR_SUCCESS;
-    if (cbRoom < cbNeeded)
-        return ERROR_MORE_DATA;
-    BYTE* const pEnd = std::ranges::copy(value.data, pbData).out;
-    if (IsText(value.dwType) && IsUnterminated(value.data) && cbRoom - cbNeeded >= sizeof(WCHAR))
-        std::fill_n(pEnd, sizeof(WCHAR), BYTE{0});
-    return ERROR_SUCCESS;
+    if (value.dwType == REG_SZ)
+    {
+        Json text = ToUtf8(TextOf(value).substr(0, value.data.size() / sizeof(WCHAR) - 1));
+        if (ValueOf(text).data == value.data)
+            return text;
+    }
+    DWORD dwNumber = 0;
+    if (value.dwType == REG_DWORD && value.data.size() == sizeof(dwNumber))
+    {
+        std::memcpy(&dwNumber, value.data.data(), sizeof(dwNumber));
+        return dwNumber;
+    }
+    return {{"type", value.dwType}, {"bytes", std::move(value.data)}};
 }
 } // namespace
 
-LSTATUS WINAPI RegQueryValueExW(HKEY hKey, LPCWSTR szValueName, LPDWORD pdwReserved, LPDWORD pdwType, LPBYTE pbData,
-                                LPDWORD pcbData)
-{
-    return Operate("RegQueryValueExW",
-                   [&]() -> LSTATUS
-                   {
-                       if (pdwReserved || (pbData && !pcbData))
-                           return ERROR_INVALID_PARAMETER;
-                       CHiveSession session(CHiveSession::Mode::Read);
-                       Target target;
-                       if (const LSTATUS lStatus = FindTarget(hKey, session, target))
-                           return lStatus;
-                       if (!(target.samHandle & KEY_QUERY_VALUE))
-                           return ERROR_ACCESS_DENIED;
-                       const Value* const pValue = FindValue(target, szValueName);
-                       return pValue ? CopyData(*pValue, pdwType, pbData, pcbData) : static_cast<LSTATUS>(ERROR_FILE_NOT_FOUND);
-                   });
-}
-
-LSTATUS WINAPI RegSetValueExW(HKEY hKey, LPCWSTR szValueName, DWORD dwReserved, DWORD dwType, const BYTE* pbData, DWORD cbData)
-{
-    return Operate("RegSetValueExW",
-                   [&]() -> LSTATUS
-                   {
-                       std::u16string name = NameOf(szValueName);
-                       if (dwReserved != 0 || (!pbData && cbData != 0) || !IsStorableName(name, maxValueNameLength))
-                           return ERROR_INVALID_PARAMETER;
-                       CHiveSession session(CHiveSession::Mode::Write);
-                       Target target;
-                       if (const LSTATUS lStatus = FindTarget(hKey, session, target))
-                           return lStatus;
-                       if (!(target.samHandle & KEY_SET_VALUE))
-                           return ERROR_ACCESS_DENIED;
-                       std::vector<BYTE> data(pbData, pbData + cbData);
-                       const auto [slot, bNew] = target.place.pKey->values.try_emplace(FoldName(name));
-                       if (bNew)
-                           slot->second.name = std::move(name);
-                       slot->second.dwType = dwType;
-                       slot->second.data = std::move(data);
-                       session.Save();
-                       return ERROR_SUCCESS;
-                   });
-}
-
-LSTATUS WINAPI RegDeleteValueW(HKEY hKey, LPCWSTR szValueName)
-{
-    return Operate("RegDeleteValueW",
-                   [&]() -> LSTATUS
-                   {
-                       CHiveSession session(CHiveSession::Mode::Write);
-                       Target target;
-                       if (const LSTATUS lStatus = FindTarget(hKey, session, target))
-                           return lStatus;
-                       if (!(target.samHandle & KEY_SET_VALUE))
-                           return ERROR_ACCESS_DENIED;
-                       if (target.place.pKey->values.erase(FoldName(NameOf(szValueName))) == 0)
-                           return ERROR_FILE_NOT_FOUND;
-                       session.Save();
-                       return ERROR_SUCCESS;
-                   });
-}
-
-namespace platform::registry
-{
 std::optional<std::u16string> ReadText(HKEY hKey, LPCWSTR szSubKey, LPCWSTR szValueName)
 {
     try
     {
-        CHiveSession session(CHiveSession::Mode::Read);
-        Target target;
-        if (FindTarget(hKey, session, target) || FindSubKey(szSubKey, target) || !(target.place.samGranted & KEY_QUERY_VALUE))
+        const CHive hive(CHive::Mode::Read);
+        const Target target = FindSubKey(hive, FindTarget(hive, hKey), szSubKey);
+        const Json* const pValue = FindMember(*target.pKey, "values", NameOf(szValueName));
+        if (!pValue || !pValue->is_string())
             return std::nullopt;
-        const Value* const pValue = FindValue(target, szValueName);
-        if (!pValue || pValue->dwType != REG_SZ)
-            return std::nullopt;
-        std::u16string text(pValue->data.size() / sizeof(WCHAR), u'\0');
-        std::memcpy(text.data(), pValue->data.data(), text.size() * sizeof(WCHAR));
-        return text.substr(0, text.find(u'\0'));
+        return FromUtf8(pValue->get_ref<const std::string&>());
     }
-    catch (const HiveFailure&)
+    catch (const RegistryError&)
     {
         return std::nullopt;
     }
 }
 } // namespace platform::registry
+
+using namespace platform::registry;
+
+LSTATUS WINAPI RegQueryValueExW(HKEY hKey, LPCWSTR szValueName, LPDWORD pdwReserved, LPDWORD pdwType, LPBYTE pbData,
+                                LPDWORD pcbData)
+{
+    return RegistryCall("RegQueryValueExW",
+                        [&]
+                        {
+                            Require(!pdwReserved && (!pbData || pcbData), ERROR_INVALID_PARAMETER);
+                            const CHive hive(CHive::Mode::Read);
+                            const Target target = FindTarget(hive, hKey);
+                            Require((target.samHandle & KEY_QUERY_VALUE) != 0, ERROR_ACCESS_DENIED);
+                            const Json* const pValue = FindMember(*target.pKey, "values", NameOf(szValueName));
+                            Require(pValue, ERROR_FILE_NOT_FOUND);
+                            const Value value = ValueOf(*pValue);
+                            if (pdwType)
+                                *pdwType = value.dwType;
+                            if (!pcbData)
+                                return;
+                            const std::size_t cbRoom = *pcbData;
+                            *pcbData = static_cast<DWORD>(value.data.size());
+                            if (!pbData)
+                                return;
+                            Require(value.data.size() <= cbRoom, ERROR_MORE_DATA);
+                            std::ranges::copy(value.data, pbData);
+                        });
+}
+
+LSTATUS WINAPI RegSetValueExW(HKEY hKey, LPCWSTR szValueName, DWORD dwReserved, DWORD dwType, const BYTE* pbData, DWORD cbData)
+{
+    return RegistryCall("RegSetValueExW",
+                        [&]
+                        {
+                            Require(dwReserved == 0 && (pbData || cbData == 0), ERROR_INVALID_PARAMETER);
+                            CHive hive(CHive::Mode::Write);
+                            const Target target = FindTarget(hive, hKey);
+                            Require((target.samHandle & KEY_SET_VALUE) != 0, ERROR_ACCESS_DENIED);
+                            Json* pValue = FindMember(*target.pKey, "values", NameOf(szValueName));
+                            if (!pValue)
+                                pValue = &(*target.pKey)["values"][platform::ToUtf8(NameOf(szValueName))];
+                            *pValue = JsonOf({dwType, BytesOf(pbData, cbData)});
+                            hive.Save();
+                        });
+}
+
+LSTATUS WINAPI RegDeleteValueW(HKEY hKey, LPCWSTR szValueName)
+{
+    return RegistryCall("RegDeleteValueW",
+                        [&]
+                        {
+                            CHive hive(CHive::Mode::Write);
+                            const Target target = FindTarget(hive, hKey);
+                            Require((target.samHandle & KEY_SET_VALUE) != 0, ERROR_ACCESS_DENIED);
+                            Require(EraseMember(*target.pKey, "values", NameOf(szValueName)), ERROR_FILE_NOT_FOUND);
+                            hive.Save();
+                        });
+}

@@ -192,15 +192,6 @@ const ResultCase resultCases[] = {
          EXPECT_EQ(RegDeleteKeyW(hTest, OLESTR("class")), LSTATUS{ERROR_SUCCESS});
          return SetNumber(key, OLESTR("value"), 1);
      }},
-    {"handle_of_a_deleted_key_does_not_mean_its_successor", ERROR_KEY_DELETED,
-     [](HKEY hTest)
-     {
-         CKey key, successor;
-         EXPECT_EQ(key.Create(hTest, OLESTR("class")), LSTATUS{ERROR_SUCCESS});
-         EXPECT_EQ(RegDeleteKeyW(hTest, OLESTR("class")), LSTATUS{ERROR_SUCCESS});
-         EXPECT_EQ(successor.Create(hTest, OLESTR("class")), LSTATUS{ERROR_SUCCESS});
-         return Query(key, nullptr);
-     }},
     {"null_handle_is_invalid", ERROR_INVALID_HANDLE, [](HKEY) { return CKey().Open(nullptr, OLESTR("Software")); }},
     {"closing_a_null_handle_is_an_error", ERROR_INVALID_HANDLE, [](HKEY) { return RegCloseKey(nullptr); }},
     {"closed_handle_is_invalid", ERROR_INVALID_HANDLE,

@@ -1,8 +1,6 @@
-// The stand-in's registry beyond what the platform can be asked for: its file, rights, other processes, planned
-// failures. Native build only.
+// The stand-in's registry beyond what the platform can be asked for: other processes, planned failures. Native build only.
 #include <windows.h>
 
-#include "platform/advapi32/HiveText.h"
 #include "platform/testing/Accounts.h"
 #include "platform/testing/Faults.h"
 
@@ -15,71 +13,7 @@
 
 namespace
 {
-using namespace platform::registry;
 using namespace platform::testing;
-
-constexpr char ownFile[] = R"({"HKEY_LOCAL_MACHINE": {"keys": {"Software": {
-    "access": "read",
-    "values": {"": "Größe", "Count": 4294967295, "Blob": {"type": "REG_BINARY", "hex": "00fF"}, "Odd": {"type": 77, "hex": ""}},
-    "keys": {"Classes": {}, "Open": {"access": "full"}, "Shut": {"access": "none", "keys": {"Inner": {}}}}}}}})";
-
-struct RightsCase
-{
-    Path path;
-    REGSAM expected;
-};
-
-TEST(RegistryFile, RightsHoldForSubKeysUntilOneHasItsOwn)
-{
-    const auto root = ParseHive(ownFile);
-    const RightsCase rows[] = {
-        {{u"HKEY_LOCAL_MACHINE"}, KEY_ALL_ACCESS},
-        {{u"HKEY_LOCAL_MACHINE", u"SOFTWARE", u"CLASSES"}, KEY_READ},
-        {{u"HKEY_LOCAL_MACHINE", u"SOFTWARE", u"OPEN"}, KEY_ALL_ACCESS},
-        {{u"HKEY_LOCAL_MACHINE", u"SOFTWARE", u"SHUT", u"INNER"}, 0},
-    };
-    for (const auto& row : rows)
-    {
-        const Place place = Locate(*root, row.path);
-        ASSERT_NE(place.pKey, nullptr);
-        EXPECT_EQ(place.samGranted, row.expected) << row.path.size();
-    }
-}
-
-TEST(RegistryFile, WhatAPersonWroteIsUnderstoodAndWrittenAgain)
-{
-    const auto root = ParseHive(WriteHive(*ParseHive(ownFile)));
-    const auto& values = Locate(*root, {u"HKEY_LOCAL_MACHINE", u"SOFTWARE"}).pKey->values;
-    ASSERT_EQ(values.size(), 4u);
-    EXPECT_EQ(values.at(u"").dwType, REG_SZ);
-    EXPECT_EQ(values.at(u"").data, (std::vector<BYTE>{'G', 0, 'r', 0, 0xF6, 0, 0xDF, 0, 'e', 0, 0, 0}));
-    EXPECT_EQ(values.at(u"COUNT").dwType, REG_DWORD);
-    EXPECT_EQ(values.at(u"COUNT").data, std::vector<BYTE>(4, BYTE{0xFF}));
-    EXPECT_EQ(values.at(u"BLOB").data, (std::vector<BYTE>{0, 0xFF}));
-    EXPECT_EQ(values.at(u"ODD").dwType, 77u);
-    EXPECT_EQ(WriteHive(*root), WriteHive(*ParseHive(ownFile)));
-}
-
-TEST(RegistryFile, WhatIsNoRegistryIsRefused)
-{
-    const char* const rows[] = {
-        "",
-        "[]",
-        R"({"HKEY_CURRENT_USER": 1})",
-        R"({"HKEY_CURRENT_USER": {"acess": "none"}})",
-        R"({"HKEY_CURRENT_USER": {"access": "write"}})",
-        R"({"HKEY_CURRENT_USER": {"values": {"n": -1}}})",
-        R"({"HKEY_CURRENT_USER": {"values": {"n": 4294967296}}})",
-        R"({"HKEY_CURRENT_USER": {"values": {"n": 1.5}}})",
-        R"({"HKEY_CURRENT_USER": {"values": {"n": {"type": "REG_WORD", "hex": ""}}}})",
-        R"({"HKEY_CURRENT_USER": {"values": {"n": {"type": 3, "hex": "0"}}}})",
-        R"({"HKEY_CURRENT_USER": {"values": {"n": {"type": 3, "hex": "0g"}}}})",
-        R"({"HKEY_CURRENT_USER": {"values": {"n": 1, "N": 2}}})",
-        R"({"HKEY_CURRENT_USER": {"keys": {"k": {}, "K": {}}}})",
-    };
-    for (const char* const szText : rows)
-        EXPECT_THROW(ParseHive(szText), CMalformedHive) << szText;
-}
 
 HKEY CreateKey(const std::u16string& path)
 {
