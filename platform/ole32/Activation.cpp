@@ -56,21 +56,19 @@ HRESULT GetRegisteredServerClassObject(REFCLSID rclsid, void** ppv)
 }
 
 // What the process registered for itself comes first, then the built-in class, then the registry.
-HRESULT GetFactory(REFCLSID rclsid, DWORD dwClsContext, void** ppv)
+HRESULT GetFactory(REFCLSID rclsid, void** ppv)
 {
-    if (const CReference classObject(platform::FindClassObject(rclsid, dwClsContext)); classObject)
+    if (const CReference classObject(platform::FindClassObject(rclsid)); classObject)
         return classObject->QueryInterface(IID_IClassFactory, ppv);
-    if (!(dwClsContext & CLSCTX_INPROC_SERVER)) // handlers are not served here
-        return REGDB_E_CLASSNOTREG;
     if (rclsid == platform::documentClass)
         return platform::GetDocumentClassObject(IID_IClassFactory, ppv);
     return GetRegisteredServerClassObject(rclsid, ppv);
 }
 
-HRESULT CreateObject(REFCLSID rclsid, IUnknown* pUnkOuter, DWORD dwClsContext, REFIID riid, void** ppv)
+HRESULT CreateObject(REFCLSID rclsid, IUnknown* pUnkOuter, REFIID riid, void** ppv)
 {
     CReference<IClassFactory> factory;
-    if (const HRESULT hr = GetFactory(rclsid, dwClsContext, factory.Put()); FAILED(hr))
+    if (const HRESULT hr = GetFactory(rclsid, factory.Put()); FAILED(hr))
         return hr;
     if (!factory)
         return E_NOINTERFACE;
@@ -87,11 +85,11 @@ HRESULT WINAPI CoCreateInstance(REFCLSID rclsid, LPUNKNOWN pUnkOuter, DWORD dwCl
         return *hrFault;
     if (!platform::IsComInitialised())
         return CO_E_NOTINITIALIZED;
-    if (dwClsContext == 0)
+    if ((dwClsContext & CLSCTX_INPROC_SERVER) == 0) // the only servers here
         return E_INVALIDARG;
     try
     {
-        const HRESULT hr = CreateObject(rclsid, pUnkOuter, dwClsContext, riid, ppv);
+        const HRESULT hr = CreateObject(rclsid, pUnkOuter, riid, ppv);
         if (FAILED(hr))
             *ppv = nullptr;
         return hr;

@@ -8,8 +8,6 @@
 
 namespace
 {
-constexpr DWORD dwKnownFlags = COINIT_APARTMENTTHREADED | 4 | 8; // no OLE 1 support, speed over memory: no difference here
-
 std::atomic<long> threadsInMultithreadedApartment{0};
 
 // Of trivial type: a module that is unloaded when the thread's destructors have already run may still look at it.
@@ -53,19 +51,18 @@ HRESULT WINAPI CoInitializeEx(LPVOID pReserved, DWORD dwCoInit)
 {
     if (const auto hrFault = platform::ResultFault("CoInitializeEx", E_OUTOFMEMORY))
         return *hrFault;
-    if (pReserved || (dwCoInit & ~dwKnownFlags))
+    if (pReserved || (dwCoInit & ~COINIT_APARTMENTTHREADED) != 0)
         return E_INVALIDARG;
-    const DWORD dwModel = dwCoInit & COINIT_APARTMENTTHREADED;
     if (apartment.uCount != 0)
     {
-        if (apartment.dwModel != dwModel)
+        if (apartment.dwModel != dwCoInit)
             return RPC_E_CHANGED_MODE;
         ++apartment.uCount;
         return S_FALSE;
     }
     atThreadEnd.bArmed = true; // the first use makes it
-    apartment = {dwModel, 1};
-    if (dwModel == COINIT_MULTITHREADED)
+    apartment = {dwCoInit, 1};
+    if (dwCoInit == COINIT_MULTITHREADED)
         ++threadsInMultithreadedApartment;
     return S_OK;
 }

@@ -6,5 +6,5 @@
 namespace platform
 {
 // The registered class object with a reference of its own, or null.
-IUnknown* FindClassObject(REFCLSID rclsid, DWORD dwClsContext);
+IUnknown* FindClassObject(REFCLSID rclsid);
 } // namespace platform

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <iterator>
 #include <map>
 #include <mutex>
 
@@ -23,76 +22,59 @@ ServerModules& Servers()
     return *pServers;
 }
 
-HMODULE FindServer(const std::u16string& path)
+// Null, with the last error, when it cannot be loaded.
+HMODULE LoadServer(const std::u16string& path)
 {
     ServerModules& servers = Servers();
-    const std::scoped_lock guard(servers.lock);
-    const auto found = servers.byPath.find(path);
-    return found == servers.byPath.end() ? nullptr : found->second;
-}
-
-// Another thread may have loaded the same server meanwhile; one reference to it is enough.
-void KeepServer(const std::u16string& path, HMODULE hModule)
-{
-    ServerModules& servers = Servers();
-    bool bKept = false;
     {
         const std::scoped_lock guard(servers.lock);
-        bKept = servers.byPath.emplace(path, hModule).second;
+        if (const auto found = servers.byPath.find(path); found != servers.byPath.end())
+            return found->second;
     }
-    if (!bKept)
-        FreeLibrary(hModule);
+    // Not under the lock: a module's entry point may use COM, and so activate, itself.
+    const HMODULE hModule = LoadLibraryW(path.c_str());
+    if (!hModule)
+        return nullptr;
+    std::unique_lock guard(servers.lock);
+    if (servers.byPath.emplace(path, hModule).second)
+        return hModule;
+    // Another thread has loaded it meanwhile; one reference to it is enough.
+    guard.unlock();
+    FreeLibrary(hModule);
+    return hModule;
 }
 
-// Not under the lock: a module's entry point may use COM, and so activate, itself.
-HRESULT LoadServer(const std::u16string& path, HMODULE& hModule)
+template <class Function>
+Function* ExportOf(HMODULE hModule, const char* szName)
 {
-    hModule = FindServer(path);
-    if (hModule)
-        return S_OK;
-    hModule = LoadLibraryW(path.c_str());
-    if (!hModule)
-    {
-        const DWORD dwError = GetLastError();
-        return HRESULT_FROM_WIN32(dwError != ERROR_SUCCESS ? dwError : ERROR_MOD_NOT_FOUND);
-    }
-    KeepServer(path, hModule);
-    return S_OK;
+    return reinterpret_cast<Function*>(reinterpret_cast<void (*)()>(GetProcAddress(hModule, szName)));
 }
 } // namespace
 
 HRESULT GetServerClassObject(const std::u16string& path, REFCLSID rclsid, REFIID riid, void** ppv)
 {
-    HMODULE hModule = nullptr;
-    if (const HRESULT hr = LoadServer(path, hModule); FAILED(hr))
-        return hr;
-    const auto pEntry = reinterpret_cast<void (*)()>(GetProcAddress(hModule, "DllGetClassObject"));
-    const auto pGetClassObject = reinterpret_cast<decltype(&DllGetClassObject)>(pEntry);
+    const HMODULE hModule = LoadServer(path);
+    if (!hModule)
+        return HRESULT_FROM_WIN32(GetLastError());
+    const auto pGetClassObject = ExportOf<decltype(DllGetClassObject)>(hModule, "DllGetClassObject");
     return pGetClassObject ? pGetClassObject(rclsid, riid, ppv) : CO_E_ERRORINDLL;
-}
-
-void FreeUnusedServers()
-{
-    ServerModules& servers = Servers();
-    std::map<std::u16string, HMODULE> unused;
-    {
-        const std::scoped_lock guard(servers.lock);
-        for (auto it = servers.byPath.begin(); it != servers.byPath.end();)
-        {
-            const auto pEntry = reinterpret_cast<void (*)()>(GetProcAddress(it->second, "DllCanUnloadNow"));
-            const auto pCanUnloadNow = reinterpret_cast<decltype(&DllCanUnloadNow)>(pEntry);
-            const auto next = std::next(it);
-            if (pCanUnloadNow && pCanUnloadNow() == S_OK)
-                unused.insert(servers.byPath.extract(it));
-            it = next;
-        }
-    }
-    for (const auto& [path, hModule] : unused)
-        FreeLibrary(hModule);
 }
 } // namespace platform
 
 void WINAPI CoFreeUnusedLibrariesEx(DWORD, DWORD)
 {
-    platform::FreeUnusedServers();
+    auto& servers = platform::Servers();
+    std::map<std::u16string, HMODULE> unused;
+    {
+        const std::scoped_lock guard(servers.lock);
+        for (auto it = servers.byPath.begin(); it != servers.byPath.end();)
+        {
+            const auto server = it++;
+            const auto pCanUnloadNow = platform::ExportOf<decltype(DllCanUnloadNow)>(server->second, "DllCanUnloadNow");
+            if (pCanUnloadNow && pCanUnloadNow() == S_OK)
+                unused.insert(servers.byPath.extract(server));
+        }
+    }
+    for (const auto& [path, hModule] : unused)
+        FreeLibrary(hModule);
 }

@@ -11,10 +11,7 @@ namespace platform
 // Fails with the loader's error as a result, CO_E_ERRORINDLL when the module has no class objects, and with what the
 // module itself returns.
 //
-// A loaded server stays until FreeUnusedServers: it usually keeps COM initialised from its own entry point to its own end, so
-// that the last CoUninitialize, where the platform unloads servers, cannot come while it is loaded.
+// A loaded server stays until CoFreeUnusedLibrariesEx: it usually keeps COM initialised from its own entry point to its own end,
+// so that the last CoUninitialize, where the platform unloads servers, cannot come while it is loaded.
 HRESULT GetServerClassObject(const std::u16string& path, REFCLSID rclsid, REFIID riid, void** ppv);
-
-// Unloads the servers that say that they can be unloaded.
-void FreeUnusedServers();
 } // namespace platform

@@ -1,83 +1,44 @@
 #include "platform/rpcrt4/GuidText.h"
 
+#include <array>
+#include <cstdio>
+
 namespace platform
 {
 namespace
 {
-constexpr std::u16string_view digits = u"0123456789abcdef";
-constexpr std::size_t cchGuid = 36;
+constexpr std::u16string_view form = u"00000000-0000-0000-0000-000000000000";
 
-bool IsDash(std::size_t position)
+constexpr bool IsHexDigit(char16_t unit)
 {
-    return position == 8 || position == 13 || position == 18 || position == 23;
-}
-
-// The bytes in the order in which the text has them: the first three numbers from their highest byte.
-using TextBytes = std::uint8_t[16];
-
-void ToTextBytes(const GUID& guid, TextBytes& bytes)
-{
-    for (unsigned i = 0; i < 4; ++i)
-        bytes[i] = static_cast<std::uint8_t>(guid.Data1 >> (24 - 8 * i));
-    for (unsigned i = 0; i < 2; ++i)
-    {
-        bytes[4 + i] = static_cast<std::uint8_t>(guid.Data2 >> (8 - 8 * i));
-        bytes[6 + i] = static_cast<std::uint8_t>(guid.Data3 >> (8 - 8 * i));
-    }
-    for (unsigned i = 0; i < 8; ++i)
-        bytes[8 + i] = guid.Data4[i];
-}
-
-GUID FromTextBytes(const TextBytes& bytes)
-{
-    GUID guid{};
-    for (unsigned i = 0; i < 4; ++i)
-        guid.Data1 = guid.Data1 << 8 | bytes[i];
-    guid.Data2 = static_cast<std::uint16_t>(bytes[4] << 8 | bytes[5]);
-    guid.Data3 = static_cast<std::uint16_t>(bytes[6] << 8 | bytes[7]);
-    for (unsigned i = 0; i < 8; ++i)
-        guid.Data4[i] = bytes[8 + i];
-    return guid;
+    return (unit >= u'0' && unit <= u'9') || (unit >= u'a' && unit <= u'f') || (unit >= u'A' && unit <= u'F');
 }
 } // namespace
 
 std::u16string GuidToText(const GUID& guid)
 {
-    TextBytes bytes;
-    ToTextBytes(guid, bytes);
-    std::u16string text;
-    text.reserve(cchGuid);
-    for (const std::uint8_t byte : bytes)
-    {
-        if (IsDash(text.size()))
-            text += u'-';
-        text += digits[byte >> 4];
-        text += digits[byte & 0xF];
-    }
-    return text;
+    std::array<char, form.size() + 1> text;
+    const auto& last = guid.Data4;
+    std::snprintf(text.data(), text.size(), "%08x-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x", guid.Data1, guid.Data2,
+                  guid.Data3, last[0], last[1], last[2], last[3], last[4], last[5], last[6], last[7]);
+    return {text.begin(), text.end() - 1};
 }
 
 std::optional<GUID> GuidFromText(std::u16string_view text)
 {
-    if (text.size() != cchGuid)
+    if (text.size() != form.size())
         return std::nullopt;
-    TextBytes bytes{};
-    std::size_t digit = 0;
-    for (std::size_t i = 0; i < cchGuid; ++i)
+    std::array<char, form.size() + 1> narrow{};
+    for (std::size_t i = 0; i < form.size(); ++i)
     {
-        if (IsDash(i))
-        {
-            if (text[i] != u'-')
-                return std::nullopt;
-            continue;
-        }
-        const char16_t lower = text[i] >= u'A' && text[i] <= u'F' ? static_cast<char16_t>(text[i] - u'A' + u'a') : text[i];
-        const auto value = digits.find(lower);
-        if (value == digits.npos)
+        if (form[i] == u'-' ? text[i] != u'-' : !IsHexDigit(text[i]))
             return std::nullopt;
-        bytes[digit / 2] = static_cast<std::uint8_t>(bytes[digit / 2] * 16u + value);
-        ++digit;
+        narrow[i] = static_cast<char>(text[i]);
     }
-    return FromTextBytes(bytes);
+    GUID guid{};
+    auto& last = guid.Data4;
+    std::sscanf(narrow.data(), "%8x-%4hx-%4hx-%2hhx%2hhx-%2hhx%2hhx%2hhx%2hhx%2hhx%2hhx", &guid.Data1, &guid.Data2, &guid.Data3,
+                &last[0], &last[1], &last[2], &last[3], &last[4], &last[5], &last[6], &last[7]);
+    return guid;
 }
 } // namespace platform

@@ -9,32 +9,27 @@
 
 using platform::testing::Account;
 using platform::testing::ChangeAccount;
-using platform::testing::FaultCode;
 using platform::testing::FaultFires;
 
 namespace
 {
-constexpr UUID nullUuid{};
-
 RPC_STATUS FaultStatus(const char* szFunction, RPC_STATUS defaultStatus)
 {
-    return static_cast<RPC_STATUS>(FaultCode(szFunction, static_cast<DWORD>(defaultStatus)));
+    return static_cast<RPC_STATUS>(platform::testing::FaultCode(szFunction, static_cast<DWORD>(defaultStatus)));
 }
 } // namespace
 
-// A null identifier stands for the one of zeros.
 RPC_STATUS WINAPI UuidToStringW(UUID* pUuid, RPC_WSTR* pszUuid)
 {
     if (FaultFires("UuidToStringW"))
         return FaultStatus("UuidToStringW", RPC_S_OUT_OF_MEMORY);
-    if (!pszUuid)
+    if (!pUuid || !pszUuid)
         return RPC_S_INVALID_ARG;
     try
     {
-        const std::u16string text = platform::GuidToText(pUuid ? *pUuid : nullUuid);
-        const RPC_WSTR szUuid = new unsigned short[text.size() + 1];
-        std::copy_n(text.c_str(), text.size() + 1, szUuid);
-        *pszUuid = szUuid;
+        const std::u16string text = platform::GuidToText(*pUuid);
+        *pszUuid = new unsigned short[text.size() + 1];
+        std::copy_n(text.c_str(), text.size() + 1, *pszUuid);
     }
     catch (const std::bad_alloc&)
     {
@@ -44,26 +39,17 @@ RPC_STATUS WINAPI UuidToStringW(UUID* pUuid, RPC_WSTR* pszUuid)
     return RPC_S_OK;
 }
 
-// A null text stands for the identifier of zeros.
 RPC_STATUS WINAPI UuidFromStringW(RPC_WSTR szUuid, UUID* pUuid)
 {
     if (FaultFires("UuidFromStringW"))
         return FaultStatus("UuidFromStringW", RPC_S_INVALID_STRING_UUID);
-    if (!pUuid)
+    if (!szUuid || !pUuid)
         return RPC_S_INVALID_ARG;
-    if (!szUuid)
-    {
-        *pUuid = nullUuid;
-        return RPC_S_OK;
-    }
     // One character more than an identifier has tells a text that is too long.
     char16_t text[37];
     std::size_t cch = 0;
-    while (cch < std::size(text) && szUuid[cch] != 0)
-    {
+    for (; cch < std::size(text) && szUuid[cch] != 0; ++cch)
         text[cch] = szUuid[cch];
-        ++cch;
-    }
     const auto uuid = platform::GuidFromText({text, cch});
     if (!uuid)
         return RPC_S_INVALID_STRING_UUID;
