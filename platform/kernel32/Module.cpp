@@ -20,17 +20,6 @@ using EntryPoint = decltype(&DllMain);
 constexpr char szResourcesBegin[] = "PlatformModuleResources";
 constexpr char szResourcesEnd[] = "PlatformModuleResourcesEnd";
 
-// The dynamic linker tells its failures apart in words only.
-DWORD LoadErrorFromMessage(const char* szMessage)
-{
-    const std::string_view message = szMessage ? szMessage : "";
-    if (message.find("undefined symbol") != std::string_view::npos)
-        return ERROR_PROC_NOT_FOUND;
-    if (message.find("cannot open shared object file") != std::string_view::npos)
-        return ERROR_MOD_NOT_FOUND;
-    return ERROR_BAD_EXE_FORMAT;
-}
-
 // The content of a file of resources; nothing for any other file.
 std::vector<std::byte> ReadResourceFile(const std::filesystem::path& file)
 {
@@ -75,7 +64,7 @@ CModule::Opened CModule::Open(const std::filesystem::path& file, bool bResources
         return {ERROR_BAD_EXE_FORMAT, nullptr};
     module->m_pObject = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!module->m_pObject)
-        return {LoadErrorFromMessage(dlerror()), nullptr};
+        return {ERROR_BAD_EXE_FORMAT, nullptr}; // also for want of a library or symbol: that is told in words only
     module->FindResources();
     return {ERROR_SUCCESS, std::move(module)};
 }

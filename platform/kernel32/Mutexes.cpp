@@ -3,7 +3,6 @@
 #include "platform/testing/Accounts.h"
 
 #include <cerrno>
-#include <ctime>
 
 #include <pthread.h>
 
@@ -30,8 +29,7 @@ public:
     ~CMutexObject() override
     {
         testing::ChangeAccount(Account::MutexHandle, -1);
-        const timespec now{};
-        if (Wait(&now) == WAIT_TIMEOUT)
+        if (Take(pthread_mutex_trylock) == WAIT_TIMEOUT)
         {
             static_cast<void>(m_pMutex.release()); // its owner's end still looks at it
             return;
@@ -42,10 +40,11 @@ public:
         pthread_mutex_destroy(m_pMutex.get());
     }
 
-    // WAIT_OBJECT_0, WAIT_ABANDONED (owned by the caller in both cases) or WAIT_TIMEOUT; without an end when null.
-    DWORD Wait(const timespec* pUntil)
+    // WAIT_OBJECT_0, WAIT_ABANDONED (owned by the caller in both cases) or WAIT_TIMEOUT. The function is the system's that
+    // waits or does not.
+    DWORD Take(int (*pfnTake)(pthread_mutex_t*))
     {
-        switch (pUntil ? pthread_mutex_timedlock(m_pMutex.get(), pUntil) : pthread_mutex_lock(m_pMutex.get()))
+        switch (pfnTake(m_pMutex.get()))
         {
         case 0:
             return WAIT_OBJECT_0;
@@ -66,19 +65,6 @@ public:
 private:
     std::unique_ptr<pthread_mutex_t> m_pMutex;
 };
-
-DWORD WaitFor(CMutexObject& mutex, DWORD dwMilliseconds)
-{
-    if (dwMilliseconds == INFINITE)
-        return mutex.Wait(nullptr);
-    timespec until{};
-    std::timespec_get(&until, TIME_UTC);
-    until.tv_sec += dwMilliseconds / 1000;
-    until.tv_nsec += dwMilliseconds % 1000 * 1'000'000;
-    until.tv_sec += until.tv_nsec / 1'000'000'000;
-    until.tv_nsec %= 1'000'000'000;
-    return mutex.Wait(&until);
-}
 } // namespace
 } // namespace platform
 
@@ -114,9 +100,11 @@ DWORD WINAPI WaitForSingleObject(HANDLE hObject, DWORD dwMilliseconds)
         KernelCall("WaitForSingleObject", ERROR_INVALID_HANDLE, WAIT_FAILED,
                    [&]
                    {
-                       // Mutexes are the only objects to wait for.
+                       // Mutexes are the only objects to wait for, without a limit or not at all.
                        const auto mutex = ObjectOfKind<CMutexObject>(hObject);
-                       return mutex ? WaitFor(*mutex, dwMilliseconds) : FailWith(ERROR_INVALID_HANDLE, DWORD{WAIT_FAILED});
+                       if (!mutex || (dwMilliseconds != 0 && dwMilliseconds != INFINITE))
+                           return FailWith(mutex ? ERROR_NOT_SUPPORTED : ERROR_INVALID_HANDLE, DWORD{WAIT_FAILED});
+                       return mutex->Take(dwMilliseconds == 0 ? pthread_mutex_trylock : pthread_mutex_lock);
                    });
     // A planned time-out is an outcome of its own, not an error.
     return dwResult == WAIT_FAILED && GetLastError() == WAIT_TIMEOUT ? WAIT_TIMEOUT : dwResult;

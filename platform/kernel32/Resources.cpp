@@ -7,20 +7,15 @@ namespace platform
 {
 namespace
 {
+// A resource's handle is its record, which lives as long as its module is loaded.
 HRSRC HandleOf(const ResourceRecord& record)
 {
     return reinterpret_cast<HRSRC>(const_cast<ResourceRecord*>(&record));
 }
 
-const ResourceRecord* FindRecord(HMODULE hModule, HRSRC hResource)
+const ResourceRecord* RecordOf(HRSRC hResource)
 {
-    const std::lock_guard lock(LoaderLock());
-    const CModule* const pModule = FindModule(hModule);
-    if (!pModule)
-        return nullptr;
-    const auto found =
-        std::ranges::find_if(pModule->Resources(), [&](const auto& record) { return HandleOf(record) == hResource; });
-    return found == pModule->Resources().end() ? nullptr : &*found;
+    return reinterpret_cast<const ResourceRecord*>(hResource);
 }
 
 // 0, which no resource that is asked for has, for a text.
@@ -53,15 +48,13 @@ HRSRC WINAPI FindResourceW(HMODULE hModule, LPCWSTR szName, LPCWSTR szType)
                       });
 }
 
-HGLOBAL WINAPI LoadResource(HMODULE hModule, HRSRC hResource)
+HGLOBAL WINAPI LoadResource(HMODULE, HRSRC hResource)
 {
     return KernelCall("LoadResource", ERROR_RESOURCE_DATA_NOT_FOUND, HGLOBAL{nullptr},
                       [&]
                       {
-                          const ResourceRecord* const pRecord = FindRecord(hModule, hResource);
-                          if (!pRecord)
-                              return FailWith(ERROR_INVALID_HANDLE, HGLOBAL{nullptr});
-                          return HGLOBAL{const_cast<std::byte*>(pRecord->data.data())};
+                          return hResource ? HGLOBAL{const_cast<std::byte*>(RecordOf(hResource)->data.data())}
+                                           : FailWith(ERROR_INVALID_HANDLE, HGLOBAL{nullptr});
                       });
 }
 
@@ -70,12 +63,11 @@ LPVOID WINAPI LockResource(HGLOBAL hResourceData)
     return KernelCall("LockResource", ERROR_INVALID_HANDLE, LPVOID{nullptr}, [&] { return LPVOID{hResourceData}; });
 }
 
-DWORD WINAPI SizeofResource(HMODULE hModule, HRSRC hResource)
+DWORD WINAPI SizeofResource(HMODULE, HRSRC hResource)
 {
     return KernelCall("SizeofResource", ERROR_RESOURCE_DATA_NOT_FOUND, DWORD{0},
-                      [&]
-                      {
-                          const ResourceRecord* const pRecord = FindRecord(hModule, hResource);
-                          return pRecord ? static_cast<DWORD>(pRecord->data.size()) : FailWith(ERROR_INVALID_HANDLE, DWORD{0});
+                      [&] {
+                          return hResource ? static_cast<DWORD>(RecordOf(hResource)->data.size())
+                                           : FailWith(ERROR_INVALID_HANDLE, DWORD{0});
                       });
 }
