@@ -4,6 +4,7 @@
 #include "platform/kernel32/Paths.h"
 #include "platform/kernel32/Unicode.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fstream>
 
@@ -82,9 +83,9 @@ void ReplaceHive(const std::string& text)
     std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
     struct stat old = {};
     std::error_code failure;
-    if (stat(path.c_str(), &old) == 0 &&
-        (chown(fresh.c_str(), old.st_uid, old.st_gid) != 0 || chmod(fresh.c_str(), old.st_mode) != 0))
-        throw RegistryError{ERROR_REGISTRY_IO_FAILED};
+    if (stat(path.c_str(), &old) == 0)
+        Require(chown(fresh.c_str(), old.st_uid, old.st_gid) == 0 && chmod(fresh.c_str(), old.st_mode) == 0,
+                ERROR_REGISTRY_IO_FAILED);
     file << text;
     file.close();
     if (file)
@@ -177,10 +178,9 @@ Json* FindMember(Json& key, const char* szPart, std::u16string_view name)
     const auto part = key.find(szPart);
     if (part == key.end())
         return nullptr;
-    const std::u16string folded = FoldCase(name);
     for (const auto& [memberName, member] : part->items())
     {
-        if (FoldCase(FromUtf8(memberName)) == folded)
+        if (std::ranges::equal(FromUtf8(memberName), name, {}, UpperOf, UpperOf))
             return &member;
     }
     return nullptr;

@@ -7,6 +7,8 @@
 // A text stands for a terminated REG_SZ, a number for a REG_DWORD; everything else is written with its type.
 #pragma once
 
+#include "platform/kernel32/Failure.h"
+
 #include <windows.h>
 
 #include <nlohmann/json.hpp>
@@ -18,22 +20,9 @@
 
 namespace platform::registry
 {
-// The result that an operation ends with.
-struct RegistryError
-{
-    LSTATUS lStatus;
-};
-
-// Throws RegistryError when the condition does not hold.
-inline void Require(bool bCondition, DWORD dwError)
-{
-    if (!bCondition)
-        throw RegistryError{static_cast<LSTATUS>(dwError)};
-}
-
 using Json = nlohmann::ordered_json;
 
-// The names from the registry's root down to a key, folded.
+// The names from the registry's root down to a key.
 using Path = std::vector<std::u16string>;
 
 // The use of the registry for one operation. Every process that has the same root folder shares it: a lock file keeps
@@ -49,7 +38,7 @@ public:
     };
 
     // Waits for its turn and reads the file when it changed; a missing file reads as the registry of a new machine. Throws
-    // RegistryError: ERROR_BADDB for a file that is not a registry, ERROR_REGISTRY_IO_FAILED when the files cannot be used.
+    // Failure: ERROR_BADDB for a file that is not a registry, ERROR_REGISTRY_IO_FAILED when the files cannot be used.
     explicit CHive(Mode mode);
     ~CHive();
     CHive(const CHive&) = delete;

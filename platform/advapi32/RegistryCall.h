@@ -9,7 +9,7 @@
 
 namespace platform::registry
 {
-// Runs the body, which throws RegistryError when it fails.
+// Runs the body, which throws Failure when it fails.
 template <class Body>
 LSTATUS RegistryCall(const char* szFunction, Body&& body) noexcept
 {
@@ -20,9 +20,9 @@ LSTATUS RegistryCall(const char* szFunction, Body&& body) noexcept
         body();
         return ERROR_SUCCESS;
     }
-    catch (const RegistryError& error)
+    catch (const Failure& failure)
     {
-        return error.lStatus;
+        return static_cast<LSTATUS>(failure.dwError);
     }
     catch (const std::bad_alloc&)
     {

@@ -80,6 +80,7 @@ Target FindSubKey(const CHive& hive, Target target, LPCWSTR szSubKey)
 } // namespace platform::registry
 
 using namespace platform::registry;
+using platform::Require;
 
 LSTATUS WINAPI RegOpenKeyExW(HKEY hKey, LPCWSTR szSubKey, DWORD dwOptions, REGSAM samDesired, PHKEY phkResult)
 {

@@ -80,7 +80,7 @@ std::optional<std::u16string> ReadText(HKEY hKey, LPCWSTR szSubKey, LPCWSTR szVa
             return std::nullopt;
         return FromUtf8(pValue->get_ref<const std::string&>());
     }
-    catch (const RegistryError&)
+    catch (const Failure&)
     {
         return std::nullopt;
     }
@@ -88,6 +88,7 @@ std::optional<std::u16string> ReadText(HKEY hKey, LPCWSTR szSubKey, LPCWSTR szVa
 } // namespace platform::registry
 
 using namespace platform::registry;
+using platform::Require;
 
 LSTATUS WINAPI RegQueryValueExW(HKEY hKey, LPCWSTR szValueName, LPDWORD pdwReserved, LPDWORD pdwType, LPBYTE pbData,
                                 LPDWORD pcbData)

@@ -1,4 +1,5 @@
 #include "platform/crt/Errno.h"
+#include "platform/kernel32/Failure.h"
 #include "platform/kernel32/MachineError.h"
 #include "platform/kernel32/OpenFiles.h"
 #include "platform/kernel32/Paths.h"
@@ -60,17 +61,11 @@ std::FILE* OpenStream(const WCHAR* szFileName, const WCHAR* szMode)
     const auto mode = ReadMode(szMode);
     if (!mode)
         return Fail(ERROR_INVALID_PARAMETER);
-    const auto path = CheckPath(szFileName);
-    if (path.dwError != ERROR_SUCCESS)
-        return Fail(path.dwError);
-    // The entry among the open files goes at once: a stream is closed by the machine's own fclose, which knows of none.
-    auto opened = OpenHostFile(path.hostPath, mode->request);
-    if (opened.dwError != ERROR_SUCCESS)
-        return Fail(opened.dwError);
-    std::FILE* const pStream = fdopen(opened.descriptor.Get(), mode->szMode);
+    CDescriptor descriptor = OpenRealFile(RealPath(szFileName), mode->request);
+    std::FILE* const pStream = fdopen(descriptor.Get(), mode->szMode);
     if (!pStream)
         return Fail(ErrorFromErrno(errno));
-    opened.descriptor.Detach();
+    descriptor.Detach();
     SetLastError(ERROR_SUCCESS);
     return pStream;
 }
@@ -86,6 +81,10 @@ std::FILE* _wfopen(const WCHAR* szFileName, const WCHAR* szMode)
     try
     {
         return OpenStream(szFileName, szMode);
+    }
+    catch (const Failure& failure)
+    {
+        return Fail(failure.dwError);
     }
     catch (const std::bad_alloc&)
     {

@@ -3,8 +3,6 @@
 #include "platform/kernel32/Paths.h"
 #include "platform/kernel32/TextResult.h"
 
-#include <cerrno>
-
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,11 +12,6 @@ namespace
 {
 // A folder leaves room for a name of the old short form in it.
 constexpr std::size_t cchFolderMax = MAX_PATH - 12;
-
-BOOL PathResult(int nResult, const CheckedPath& path)
-{
-    return nResult == 0 ? TRUE : FailWith(PathError(errno, path.hostPath), FALSE);
-}
 } // namespace
 
 DWORD WINAPI GetCurrentDirectoryW(DWORD cchBuffer, LPWSTR szBuffer)
@@ -28,8 +21,7 @@ DWORD WINAPI GetCurrentDirectoryW(DWORD cchBuffer, LPWSTR szBuffer)
                       {
                           std::error_code error;
                           const auto current = std::filesystem::current_path(error);
-                          if (error)
-                              return FailWith(ErrorFromErrno(error.value()), DWORD{0});
+                          Require(!error, ErrorFromErrno(error.value()));
                           return ReturnText(PlatformPath(current), szBuffer, cchBuffer);
                       });
 }
@@ -39,10 +31,8 @@ BOOL WINAPI SetCurrentDirectoryW(LPCWSTR szPath)
     return KernelCall("SetCurrentDirectoryW", ERROR_FILE_NOT_FOUND, FALSE,
                       [&]
                       {
-                          const auto path = CheckPath(szPath);
-                          if (path.dwError != ERROR_SUCCESS)
-                              return FailWith(path.dwError, FALSE);
-                          return PathResult(chdir(path.hostPath.c_str()), path);
+                          const auto path = RealPath(szPath);
+                          RequireDone(chdir(path.c_str()), path);
                       });
 }
 
@@ -57,12 +47,9 @@ BOOL WINAPI CreateDirectoryW(LPCWSTR szPath, LPSECURITY_ATTRIBUTES pAttributes)
     return KernelCall("CreateDirectoryW", ERROR_ACCESS_DENIED, FALSE,
                       [&]
                       {
-                          if (pAttributes)
-                              return FailWith(ERROR_NOT_SUPPORTED, FALSE);
-                          const auto path = CheckPath(szPath, cchFolderMax, ERROR_FILENAME_EXCED_RANGE);
-                          if (path.dwError != ERROR_SUCCESS)
-                              return FailWith(path.dwError, FALSE);
-                          return PathResult(mkdir(path.hostPath.c_str(), 0777), path);
+                          Require(!pAttributes, ERROR_NOT_SUPPORTED);
+                          const auto path = RealPath(szPath, cchFolderMax, ERROR_FILENAME_EXCED_RANGE);
+                          RequireDone(mkdir(path.c_str(), 0777), path);
                       });
 }
 
@@ -71,9 +58,7 @@ BOOL WINAPI RemoveDirectoryW(LPCWSTR szPath)
     return KernelCall("RemoveDirectoryW", ERROR_ACCESS_DENIED, FALSE,
                       [&]
                       {
-                          const auto path = CheckPath(szPath);
-                          if (path.dwError != ERROR_SUCCESS)
-                              return FailWith(path.dwError, FALSE);
-                          return PathResult(rmdir(path.hostPath.c_str()), path);
+                          const auto path = RealPath(szPath);
+                          RequireDone(rmdir(path.c_str()), path);
                       });
 }

@@ -34,8 +34,7 @@ DWORD WINAPI GetEnvironmentVariableW(LPCWSTR szName, LPWSTR szBuffer, DWORD cchB
                       [&]
                       {
                           const auto value = EnvironmentText(ToUtf8(szName).c_str());
-                          if (!value)
-                              return FailWith(ERROR_ENVVAR_NOT_FOUND, DWORD{0});
+                          Require(value.has_value(), ERROR_ENVVAR_NOT_FOUND);
                           // An empty value gives 0 like a missing variable; the last error tells the two apart.
                           SetLastError(ERROR_SUCCESS);
                           return ReturnText(FromUtf8(*value), szBuffer, cchBuffer);
@@ -50,6 +49,6 @@ BOOL WINAPI SetEnvironmentVariableW(LPCWSTR szName, LPCWSTR szValue)
                           const auto name = ToUtf8(szName);
                           const std::lock_guard lock(EnvironmentLock());
                           const int nResult = szValue ? setenv(name.c_str(), ToUtf8(szValue).c_str(), 1) : unsetenv(name.c_str());
-                          return nResult == 0 ? TRUE : FailWith(ERROR_INVALID_PARAMETER, FALSE); // an empty name, or one with "="
+                          Require(nResult == 0, ERROR_INVALID_PARAMETER); // an empty name, or one with "="
                       });
 }

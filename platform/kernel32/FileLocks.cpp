@@ -11,7 +11,7 @@ namespace
 {
 // Locks of the open file description: they exclude other handles of this process as well as other processes, and end
 // with this handle, not with any handle to the same file.
-DWORD ChangeLock(int fd, int nCommand, short nType, off_t begin, off_t cb)
+void ChangeLock(int fd, int nCommand, short nType, off_t begin, off_t cb)
 {
     struct flock request = {};
     request.l_type = nType;
@@ -19,11 +19,7 @@ DWORD ChangeLock(int fd, int nCommand, short nType, off_t begin, off_t cb)
     request.l_start = begin;
     request.l_len = cb;
     while (fcntl(fd, nCommand, &request) != 0)
-    {
-        if (errno != EINTR)
-            return errno == EACCES ? ERROR_LOCK_VIOLATION : ErrorFromErrno(errno);
-    }
-    return ERROR_SUCCESS;
+        RequireDone(errno == EINTR ? 0 : -1);
 }
 
 off_t OffsetOf(DWORD dwLow, DWORD dwHigh)
@@ -32,34 +28,35 @@ off_t OffsetOf(DWORD dwLow, DWORD dwHigh)
 }
 } // namespace
 
-DWORD CFileObject::Lock(off_t begin, off_t cb, bool bExclusive, bool bWait)
+void CFileObject::Lock(off_t begin, off_t cb, bool bExclusive, bool bWait)
 {
     {
         // The system lets a file description lock over its own lock: another thread with the same handle waits here.
         std::unique_lock lock(m_lock);
-        if (m_held && !bWait)
-            return ERROR_LOCK_VIOLATION;
+        Require(!m_held || bWait, ERROR_LOCK_VIOLATION);
         m_unlocked.wait(lock, [this] { return !m_held; });
         m_held.emplace(begin, cb);
     }
-    const DWORD dwError = ChangeLock(Descriptor(), bWait ? F_OFD_SETLKW : F_OFD_SETLK, bExclusive ? F_WRLCK : F_RDLCK, begin, cb);
-    if (dwError != ERROR_SUCCESS)
+    try
+    {
+        ChangeLock(Descriptor(), bWait ? F_OFD_SETLKW : F_OFD_SETLK, bExclusive ? F_WRLCK : F_RDLCK, begin, cb);
+    }
+    catch (const Failure&)
     {
         const std::lock_guard lock(m_lock);
         m_held.reset();
         m_unlocked.notify_one();
+        throw;
     }
-    return dwError;
 }
 
-DWORD CFileObject::Unlock(off_t begin, off_t cb)
+void CFileObject::Unlock(off_t begin, off_t cb)
 {
     const std::lock_guard lock(m_lock);
-    if (m_held != std::pair(begin, cb))
-        return ERROR_NOT_LOCKED;
+    Require(m_held == std::pair(begin, cb), ERROR_NOT_LOCKED);
     m_held.reset();
     m_unlocked.notify_one();
-    return ChangeLock(Descriptor(), F_OFD_SETLK, F_UNLCK, begin, cb);
+    ChangeLock(Descriptor(), F_OFD_SETLK, F_UNLCK, begin, cb);
 }
 } // namespace platform
 
@@ -67,17 +64,15 @@ using namespace platform;
 
 BOOL WINAPI LockFileEx(HANDLE hFile, DWORD dwFlags, DWORD dwReserved, DWORD cbLow, DWORD cbHigh, LPOVERLAPPED pOverlapped)
 {
-    return FileCall("LockFileEx", ERROR_LOCK_VIOLATION, FALSE, hFile, GENERIC_READ | GENERIC_WRITE,
-                    [&](CFileObject& file)
-                    {
-                        const off_t cb = OffsetOf(cbLow, cbHigh);
-                        if (!pOverlapped || dwReserved != 0 || cb <= 0)
-                            return FailWith(ERROR_INVALID_PARAMETER, FALSE);
-                        const DWORD dwError =
-                            file.Lock(OffsetOf(pOverlapped->Offset, pOverlapped->OffsetHigh), cb,
-                                      (dwFlags & LOCKFILE_EXCLUSIVE_LOCK) != 0, (dwFlags & LOCKFILE_FAIL_IMMEDIATELY) == 0);
-                        return dwError == ERROR_SUCCESS ? TRUE : FailWith(dwError, FALSE);
-                    });
+    return KernelCall("LockFileEx", ERROR_LOCK_VIOLATION, FALSE,
+                      [&]
+                      {
+                          const auto file = FileOf(hFile, GENERIC_READ | GENERIC_WRITE);
+                          const off_t cb = OffsetOf(cbLow, cbHigh);
+                          Require(pOverlapped && dwReserved == 0 && cb > 0, ERROR_INVALID_PARAMETER);
+                          file->Lock(OffsetOf(pOverlapped->Offset, pOverlapped->OffsetHigh), cb,
+                                     (dwFlags & LOCKFILE_EXCLUSIVE_LOCK) != 0, (dwFlags & LOCKFILE_FAIL_IMMEDIATELY) == 0);
+                      });
 }
 
 BOOL WINAPI UnlockFileEx(HANDLE hFile, DWORD dwReserved, DWORD cbLow, DWORD cbHigh, LPOVERLAPPED pOverlapped)
@@ -85,13 +80,8 @@ BOOL WINAPI UnlockFileEx(HANDLE hFile, DWORD dwReserved, DWORD cbLow, DWORD cbHi
     return GiveBackCall("UnlockFileEx", ERROR_NOT_LOCKED,
                         [&]
                         {
-                            const auto file = ObjectOfKind<CFileObject>(hFile);
-                            if (!file)
-                                return FailWith(ERROR_INVALID_HANDLE, FALSE);
-                            if (!pOverlapped || dwReserved != 0)
-                                return FailWith(ERROR_INVALID_PARAMETER, FALSE);
-                            const DWORD dwError =
-                                file->Unlock(OffsetOf(pOverlapped->Offset, pOverlapped->OffsetHigh), OffsetOf(cbLow, cbHigh));
-                            return dwError == ERROR_SUCCESS ? TRUE : FailWith(dwError, FALSE);
+                            const auto file = FileOf(hFile);
+                            Require(pOverlapped && dwReserved == 0, ERROR_INVALID_PARAMETER);
+                            file->Unlock(OffsetOf(pOverlapped->Offset, pOverlapped->OffsetHigh), OffsetOf(cbLow, cbHigh));
                         });
 }

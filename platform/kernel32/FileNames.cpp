@@ -15,41 +15,32 @@ namespace platform
 namespace
 {
 // Renames only when the target's name is free. Not every file system has that as one step.
-int RenameToFreeName(const std::filesystem::path& existing, const std::filesystem::path& target)
+int RenameToFreeName(const char* szExisting, const char* szTarget)
 {
-    if (renameat2(AT_FDCWD, existing.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
-        return 0;
-    if (errno != EINVAL && errno != ENOSYS)
-        return errno;
+    const int nResult = renameat2(AT_FDCWD, szExisting, AT_FDCWD, szTarget, RENAME_NOREPLACE);
+    if (nResult == 0 || (errno != EINVAL && errno != ENOSYS))
+        return nResult;
     struct stat status = {};
-    if (lstat(target.c_str(), &status) == 0)
-        return EEXIST;
-    return rename(existing.c_str(), target.c_str()) == 0 ? 0 : errno;
+    Require(lstat(szTarget, &status) != 0, ERROR_ALREADY_EXISTS);
+    return rename(szExisting, szTarget);
 }
 
-BOOL Move(LPCWSTR szExisting, LPCWSTR szNew, bool bReplace)
+void Move(LPCWSTR szExisting, LPCWSTR szNew, bool bReplace)
 {
-    const auto existing = CheckPath(szExisting);
-    const auto target = CheckPath(szNew);
-    for (const auto& path : {existing, target})
-    {
-        if (path.dwError != ERROR_SUCCESS)
-            return FailWith(path.dwError, FALSE);
-    }
+    const auto existing = RealPath(szExisting);
+    const auto target = RealPath(szNew);
     struct stat status = {};
-    if (lstat(existing.hostPath.c_str(), &status) != 0)
-        return FailWith(PathError(errno, existing.hostPath), FALSE);
-    if (IsNameHeld(status))
-        return FailWith(ERROR_SHARING_VIOLATION, FALSE);
+    RequireDone(lstat(existing.c_str(), &status), existing);
+    Require(!IsNameHeld(status), ERROR_SHARING_VIOLATION);
     struct stat targetStatus = {};
-    if (bReplace && lstat(target.hostPath.c_str(), &targetStatus) == 0 &&
-        (S_ISDIR(targetStatus.st_mode) || S_ISDIR(status.st_mode) || IsReadOnly(targetStatus) || IsNameHeld(targetStatus)))
-        return FailWith(ERROR_ACCESS_DENIED, FALSE);
-    const int nErrno = !bReplace ? RenameToFreeName(existing.hostPath, target.hostPath)
-                       : rename(existing.hostPath.c_str(), target.hostPath.c_str()) != 0 ? errno
-                                                                                         : 0;
+    if (bReplace && lstat(target.c_str(), &targetStatus) == 0)
+        Require(!S_ISDIR(targetStatus.st_mode) && !S_ISDIR(status.st_mode) && !IsReadOnly(targetStatus) &&
+                    !IsNameHeld(targetStatus),
+                ERROR_ACCESS_DENIED);
+    const int nResult = bReplace ? rename(existing.c_str(), target.c_str()) : RenameToFreeName(existing.c_str(), target.c_str());
     // The source is there: what is missing lies on the way to the target.
-    return nErrno == 0 ? TRUE : FailWith(nErrno == ENOENT ? ERROR_PATH_NOT_FOUND : ErrorFromErrno(nErrno), FALSE);
+    Require(nResult == 0 || errno != ENOENT, ERROR_PATH_NOT_FOUND);
+    RequireDone(nResult);
 }
 } // namespace
 } // namespace platform
@@ -61,23 +52,18 @@ BOOL WINAPI DeleteFileW(LPCWSTR szFileName)
     return KernelCall("DeleteFileW", ERROR_ACCESS_DENIED, FALSE,
                       [&]
                       {
-                          const auto path = CheckPath(szFileName);
-                          if (path.dwError != ERROR_SUCCESS)
-                              return FailWith(path.dwError, FALSE);
+                          const auto path = RealPath(szFileName);
                           struct stat status = {};
-                          if (lstat(path.hostPath.c_str(), &status) != 0)
-                              return FailWith(PathError(errno, path.hostPath), FALSE);
-                          if (S_ISDIR(status.st_mode) || IsReadOnly(status))
-                              return FailWith(ERROR_ACCESS_DENIED, FALSE);
-                          if (IsNameHeld(status))
-                              return FailWith(ERROR_SHARING_VIOLATION, FALSE);
-                          return unlink(path.hostPath.c_str()) == 0 ? TRUE : FailWith(PathError(errno, path.hostPath), FALSE);
+                          RequireDone(lstat(path.c_str(), &status), path);
+                          Require(!S_ISDIR(status.st_mode) && !IsReadOnly(status), ERROR_ACCESS_DENIED);
+                          Require(!IsNameHeld(status), ERROR_SHARING_VIOLATION);
+                          RequireDone(unlink(path.c_str()), path);
                       });
 }
 
 BOOL WINAPI MoveFileW(LPCWSTR szExisting, LPCWSTR szNew)
 {
-    return KernelCall("MoveFileW", ERROR_ACCESS_DENIED, FALSE, [&] { return Move(szExisting, szNew, false); });
+    return KernelCall("MoveFileW", ERROR_ACCESS_DENIED, FALSE, [&] { Move(szExisting, szNew, false); });
 }
 
 BOOL WINAPI MoveFileExW(LPCWSTR szExisting, LPCWSTR szNew, DWORD dwFlags)
@@ -85,9 +71,8 @@ BOOL WINAPI MoveFileExW(LPCWSTR szExisting, LPCWSTR szNew, DWORD dwFlags)
     return KernelCall("MoveFileExW", ERROR_ACCESS_DENIED, FALSE,
                       [&]
                       {
-                          if (dwFlags != MOVEFILE_REPLACE_EXISTING)
-                              return FailWith(ERROR_INVALID_PARAMETER, FALSE);
-                          return Move(szExisting, szNew, true);
+                          Require(dwFlags == MOVEFILE_REPLACE_EXISTING, ERROR_INVALID_PARAMETER);
+                          Move(szExisting, szNew, true);
                       });
 }
 
@@ -96,12 +81,9 @@ DWORD WINAPI GetFileAttributesW(LPCWSTR szFileName)
     return KernelCall("GetFileAttributesW", ERROR_ACCESS_DENIED, INVALID_FILE_ATTRIBUTES,
                       [&]
                       {
-                          const auto path = CheckPath(szFileName);
-                          if (path.dwError != ERROR_SUCCESS)
-                              return FailWith(path.dwError, INVALID_FILE_ATTRIBUTES);
+                          const auto path = RealPath(szFileName);
                           struct stat status = {};
-                          if (stat(path.hostPath.c_str(), &status) != 0)
-                              return FailWith(PathError(errno, path.hostPath), INVALID_FILE_ATTRIBUTES);
+                          RequireDone(stat(path.c_str(), &status), path);
                           if (S_ISDIR(status.st_mode))
                               return FILE_ATTRIBUTE_DIRECTORY;
                           return IsReadOnly(status) ? FILE_ATTRIBUTE_READONLY : FILE_ATTRIBUTE_NORMAL;

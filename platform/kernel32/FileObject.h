@@ -21,15 +21,15 @@ public:
     {
         return m_descriptor.Get();
     }
-    bool Grants(DWORD dwAccess) const noexcept
+    DWORD Access() const noexcept
     {
-        return (m_dwAccess & dwAccess) != 0;
+        return m_dwAccess;
     }
 
-    // Both return ERROR_SUCCESS or the code of the failure. A handle has one lock at a time: a second one, of whatever
+    // Both throw Failure. A handle has one lock at a time: a second one, of whatever
     // bytes, has to wait for the first to go.
-    DWORD Lock(off_t begin, off_t cb, bool bExclusive, bool bWait);
-    DWORD Unlock(off_t begin, off_t cb);
+    void Lock(off_t begin, off_t cb, bool bExclusive, bool bWait);
+    void Unlock(off_t begin, off_t cb);
 
 private:
     const CDescriptor m_descriptor;
@@ -40,20 +40,12 @@ private:
     std::optional<std::pair<off_t, off_t>> m_held; // the lock that is taken or about to be taken through this handle
 };
 
-// A kernel function that takes the handle of a file; the body is called with the file. The access, when it is not 0, is
-// one that the handle must have been opened for.
-template <class Result, class Body>
-Result FileCall(const char* szFunction, DWORD dwFaultError, Result failure, HANDLE hFile, DWORD dwAccess, Body&& body) noexcept
+// The file that a handle stands for. The access, when it is not 0, is one that the handle must have been opened for.
+inline std::shared_ptr<CFileObject> FileOf(HANDLE hFile, DWORD dwAccess = 0)
 {
-    return KernelCall(szFunction, dwFaultError, failure,
-                      [&]
-                      {
-                          const auto file = ObjectOfKind<CFileObject>(hFile);
-                          if (!file)
-                              return FailWith(ERROR_INVALID_HANDLE, failure);
-                          if (dwAccess != 0 && !file->Grants(dwAccess))
-                              return FailWith(ERROR_ACCESS_DENIED, failure);
-                          return body(*file);
-                      });
+    auto file = ObjectOfKind<CFileObject>(hFile);
+    Require(file != nullptr, ERROR_INVALID_HANDLE);
+    Require(dwAccess == 0 || (file->Access() & dwAccess) != 0, ERROR_ACCESS_DENIED);
+    return file;
 }
 } // namespace platform

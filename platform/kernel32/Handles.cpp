@@ -50,10 +50,8 @@ BOOL WINAPI CloseHandle(HANDLE hObject)
                             std::shared_ptr<CKernelObject> object;
                             const std::lock_guard lock(Table().lock);
                             const auto found = Table().objects.find(hObject);
-                            if (found == Table().objects.end())
-                                return FailWith(ERROR_INVALID_HANDLE, FALSE);
+                            Require(found != Table().objects.end(), ERROR_INVALID_HANDLE);
                             object = std::move(found->second);
                             Table().objects.erase(found);
-                            return TRUE;
                         });
 }

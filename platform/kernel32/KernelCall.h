@@ -1,11 +1,13 @@
 // The frame of every kernel function: faults first, then the body, and no exception beyond it.
 #pragma once
 
+#include "platform/kernel32/Failure.h"
 #include "platform/testing/FaultPoint.h"
 
 #include <windows.h>
 
 #include <new>
+#include <type_traits>
 #include <utility>
 
 namespace platform
@@ -17,13 +19,24 @@ Result FailWith(DWORD dwError, Result failure) noexcept
     return failure;
 }
 
-// Runs the body; an exhausted memory gives the function's failure value.
+// Runs the body; a failure or an exhausted memory gives the function's failure value, with the last error set. A body that
+// returns nothing has done what it is there for when it comes back.
 template <class Result, class Body>
 Result GuardedCall(Result failure, Body&& body) noexcept
 {
     try
     {
-        return std::forward<Body>(body)();
+        if constexpr (std::is_void_v<std::invoke_result_t<Body>>)
+        {
+            std::forward<Body>(body)();
+            return TRUE;
+        }
+        else
+            return std::forward<Body>(body)();
+    }
+    catch (const Failure& thrown)
+    {
+        return FailWith(thrown.dwError, failure);
     }
     catch (const std::bad_alloc&)
     {

@@ -5,6 +5,7 @@
 #include "platform/kernel32/Unicode.h"
 
 #include <algorithm>
+#include <cctype>
 
 using namespace platform;
 
@@ -16,14 +17,8 @@ constexpr const char* szDefaultLocale = "en-US";
 bool IsLocaleName(std::string_view name)
 {
     const auto cchLanguage = std::min(name.find('-'), name.size());
-    return (cchLanguage == 2 || cchLanguage == 3) && name.size() < LOCALE_NAME_MAX_LENGTH &&
-           std::ranges::all_of(name,
-                               [](char character)
-                               {
-                                   const char lower = static_cast<char>(character | 0x20);
-                                   return (lower >= 'a' && lower <= 'z') || (character >= '0' && character <= '9') ||
-                                          character == '-';
-                               });
+    const auto isAllowed = [](unsigned char ch) { return ch == '-' || (ch < 0x80 && std::isalnum(ch) != 0); };
+    return (cchLanguage == 2 || cchLanguage == 3) && name.size() < LOCALE_NAME_MAX_LENGTH && std::ranges::all_of(name, isAllowed);
 }
 
 // In the platform's form ("de-DE"), from the environment.
@@ -40,14 +35,6 @@ std::string UserLocaleName()
     std::ranges::replace(name, '_', '-');
     return IsLocaleName(name) ? name : szDefaultLocale;
 }
-
-// <folder>\<language>\<name>. Nothing when there is no such file.
-std::u16string FindLanguageFile(const std::filesystem::path& file, LPCWSTR szLanguage)
-{
-    const auto found = file.parent_path() / ToUtf8(szLanguage) / file.filename();
-    std::error_code ignored;
-    return std::filesystem::is_regular_file(found, ignored) ? PlatformPath(found) : std::u16string();
-}
 } // namespace
 
 int WINAPI GetUserDefaultLocaleName(LPWSTR szLocaleName, int cchLocaleName)
@@ -55,38 +42,33 @@ int WINAPI GetUserDefaultLocaleName(LPWSTR szLocaleName, int cchLocaleName)
     return KernelCall("GetUserDefaultLocaleName", ERROR_INSUFFICIENT_BUFFER, 0,
                       [&]
                       {
-                          if (!szLocaleName || cchLocaleName < 0)
-                              return FailWith(ERROR_INVALID_PARAMETER, 0);
+                          Require(szLocaleName && cchLocaleName >= 0, ERROR_INVALID_PARAMETER);
                           const auto name = FromUtf8(UserLocaleName());
-                          if (static_cast<std::size_t>(cchLocaleName) <= name.size())
-                              return FailWith(ERROR_INSUFFICIENT_BUFFER, 0);
+                          Require(static_cast<std::size_t>(cchLocaleName) > name.size(), ERROR_INSUFFICIENT_BUFFER);
                           *std::ranges::copy(name, szLocaleName).out = u'\0';
                           return static_cast<int>(name.size() + 1);
                       });
 }
 
-// Serves what the module asks for: the first file for a language given by its name, of a name that has the suffix of
-// such files already.
+// Serves what the module asks for: <folder>\<language>\<name>, the first file for a language given by its name, where the
+// name has the suffix of such files already.
 BOOL WINAPI GetFileMUIPath(DWORD dwFlags, PCWSTR szFilePath, PWSTR szLanguage, PULONG pcchLanguage, PWSTR szFileMUIPath,
                            PULONG pcchFileMUIPath, PULONGLONG pullEnumerator)
 {
     return KernelCall("GetFileMUIPath", ERROR_FILE_NOT_FOUND, FALSE,
                       [&]
                       {
-                          if (dwFlags != 0 || !szLanguage || !*szLanguage || !pcchLanguage || !szFileMUIPath ||
-                              !pcchFileMUIPath || !pullEnumerator || *pullEnumerator != 0)
-                              return FailWith(ERROR_INVALID_PARAMETER, FALSE);
-                          const auto file = CheckPath(szFilePath);
-                          if (file.dwError != ERROR_SUCCESS)
-                              return FailWith(file.dwError, FALSE);
-                          const auto found = FindLanguageFile(file.hostPath, szLanguage);
-                          if (found.empty())
-                              return FailWith(ERROR_FILE_NOT_FOUND, FALSE);
-                          if (*pcchFileMUIPath <= found.size())
-                              return FailWith(ERROR_INSUFFICIENT_BUFFER, FALSE);
+                          Require(dwFlags == 0 && szLanguage && *szLanguage && pcchLanguage && szFileMUIPath && pcchFileMUIPath &&
+                                      pullEnumerator && *pullEnumerator == 0,
+                                  ERROR_INVALID_PARAMETER);
+                          const auto file = RealPath(szFilePath);
+                          const auto inLanguage = file.parent_path() / ToUtf8(szLanguage) / file.filename();
+                          std::error_code ignored;
+                          Require(std::filesystem::is_regular_file(inLanguage, ignored), ERROR_FILE_NOT_FOUND);
+                          const auto found = PlatformPath(inLanguage);
+                          Require(*pcchFileMUIPath > found.size(), ERROR_INSUFFICIENT_BUFFER);
                           *std::ranges::copy(found, szFileMUIPath).out = u'\0';
                           *pcchFileMUIPath = static_cast<ULONG>(found.size() + 1);
                           *pullEnumerator = 1;
-                          return TRUE;
                       });
 }

@@ -2,6 +2,7 @@
 
 #include "platform/kernel32/KernelCall.h"
 #include "platform/kernel32/ModuleSearch.h"
+#include "platform/kernel32/Paths.h"
 #include "platform/kernel32/Unicode.h"
 #include "platform/testing/Accounts.h"
 
@@ -78,10 +79,7 @@ HMODULE AddReference(CModule& module)
 
 HMODULE LoadFile(const std::filesystem::path& file, bool bResourcesOnly)
 {
-    auto opened = CModule::Open(file, bResourcesOnly);
-    if (opened.dwError != ERROR_SUCCESS)
-        return FailWith(opened.dwError, HMODULE{nullptr});
-    CModule& module = *LoadedModules().emplace_back(std::move(opened.module));
+    CModule& module = *LoadedModules().emplace_back(CModule::Open(file, bResourcesOnly));
     // After the module's own static objects have been made, so that it hears of the end before they are destroyed.
     abi::__cxa_atexit(EndWithModule, &module, &module);
     // Known to everyone before the entry point runs, which asks for its own name and loads others.
@@ -92,17 +90,15 @@ HMODULE LoadFile(const std::filesystem::path& file, bool bResourcesOnly)
     module.Detach(nullptr);
     testing::ChangeAccount(Account::Module, -static_cast<long>(module.m_uReferences));
     Unload(&module);
-    return FailWith(ERROR_DLL_INIT_FAILED, HMODULE{nullptr});
+    throw Failure{ERROR_DLL_INIT_FAILED};
 }
 
 HMODULE Load(LPCWSTR szFileName, bool bResourcesOnly = false)
 {
-    const auto found = FindModuleFile(szFileName);
-    if (found.dwError != ERROR_SUCCESS)
-        return FailWith(found.dwError, HMODULE{nullptr});
+    const auto file = FindModuleFile(szFileName);
     const LoaderGuard lock(LoaderLock());
-    CModule* const pLoaded = FindLoaded([&](const CModule& module) { return module.File() == found.file; });
-    return pLoaded ? AddReference(*pLoaded) : LoadFile(found.file, bResourcesOnly);
+    CModule* const pLoaded = FindLoaded([&](const CModule& module) { return module.File() == file; });
+    return pLoaded ? AddReference(*pLoaded) : LoadFile(file, bResourcesOnly);
 }
 } // namespace
 
@@ -132,8 +128,7 @@ HMODULE WINAPI LoadLibraryExW(LPCWSTR szFileName, HANDLE hFile, DWORD dwFlags)
     return KernelCall("LoadLibraryExW", ERROR_MOD_NOT_FOUND, HMODULE{nullptr},
                       [&]
                       {
-                          if (hFile || (dwFlags != 0 && dwFlags != LOAD_LIBRARY_AS_DATAFILE))
-                              return FailWith(ERROR_INVALID_PARAMETER, HMODULE{nullptr});
+                          Require(!hFile && (dwFlags == 0 || dwFlags == LOAD_LIBRARY_AS_DATAFILE), ERROR_INVALID_PARAMETER);
                           return Load(szFileName, dwFlags == LOAD_LIBRARY_AS_DATAFILE);
                       });
 }
@@ -145,14 +140,12 @@ BOOL WINAPI FreeLibrary(HMODULE hModule)
                         {
                             const LoaderGuard lock(LoaderLock());
                             CModule* const pModule = hModule ? FindModule(hModule) : nullptr;
-                            if (!pModule || pModule->m_uReferences == 0)
-                                return FailWith(hModule ? ERROR_MOD_NOT_FOUND : ERROR_INVALID_HANDLE, FALSE);
+                            Require(pModule && pModule->m_uReferences != 0, ERROR_MOD_NOT_FOUND);
                             testing::ChangeAccount(Account::Module, -1);
                             if (--pModule->m_uReferences > 0)
-                                return TRUE;
+                                return;
                             pModule->Detach(nullptr);
                             Unload(pModule);
-                            return TRUE;
                         });
 }
 
@@ -167,6 +160,52 @@ HMODULE WINAPI GetModuleHandleW(LPCWSTR szModuleName)
                           const auto name = ToUtf8(szModuleName); // without a folder, as a module is asked for here
                           CModule* const pModule =
                               FindLoaded([&](const CModule& module) { return module.File().filename() == name; });
-                          return pModule ? pModule->Handle() : FailWith(ERROR_MOD_NOT_FOUND, HMODULE{nullptr});
+                          Require(pModule, ERROR_MOD_NOT_FOUND);
+                          return pModule->Handle();
+                      });
+}
+
+DWORD WINAPI GetModuleFileNameW(HMODULE hModule, LPWSTR szFileName, DWORD cchFileName)
+{
+    return KernelCall("GetModuleFileNameW", ERROR_MOD_NOT_FOUND, DWORD{0},
+                      [&]
+                      {
+                          const LoaderGuard lock(LoaderLock());
+                          const CModule* const pModule = FindModule(hModule);
+                          Require(pModule, ERROR_MOD_NOT_FOUND);
+                          Require(cchFileName != 0, ERROR_INSUFFICIENT_BUFFER);
+                          const auto path = PlatformPath(pModule->File());
+                          const auto cchCopied = std::min<std::size_t>(path.size(), cchFileName - 1);
+                          *std::copy_n(path.begin(), cchCopied, szFileName) = u'\0';
+                          if (cchCopied < path.size())
+                              return FailWith(ERROR_INSUFFICIENT_BUFFER, cchFileName);
+                          SetLastError(ERROR_SUCCESS);
+                          return static_cast<DWORD>(cchCopied);
+                      });
+}
+
+FARPROC WINAPI GetProcAddress(HMODULE hModule, LPCSTR szProcName)
+{
+    return KernelCall("GetProcAddress", ERROR_PROC_NOT_FOUND, FARPROC{nullptr},
+                      [&]
+                      {
+                          const LoaderGuard lock(LoaderLock());
+                          const CModule* const pModule = FindModule(hModule);
+                          Require(pModule, ERROR_MOD_NOT_FOUND);
+                          // Exports have names here and no numbers.
+                          void* const pSymbol = IS_INTRESOURCE(szProcName) ? nullptr : pModule->OwnSymbol(szProcName);
+                          Require(pSymbol, ERROR_PROC_NOT_FOUND);
+                          return reinterpret_cast<FARPROC>(pSymbol);
+                      });
+}
+
+BOOL WINAPI DisableThreadLibraryCalls(HMODULE hModule)
+{
+    return KernelCall("DisableThreadLibraryCalls", ERROR_INVALID_HANDLE, FALSE,
+                      [&]
+                      {
+                          const LoaderGuard lock(LoaderLock());
+                          // No module is told of threads here, so that there is nothing to turn off for a live one.
+                          Require(hModule && FindModule(hModule), ERROR_MOD_NOT_FOUND);
                       });
 }

@@ -1,5 +1,7 @@
 #include "platform/kernel32/MachineError.h"
 
+#include "platform/kernel32/Failure.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -35,13 +37,19 @@ DWORD ErrorFromErrno(int nErrno) noexcept
     return found == errorPairs.end() ? ERROR_GEN_FAILURE : found->dwError;
 }
 
-DWORD PathError(int nErrno, const std::filesystem::path& hostPath)
+void RequireDone(int nResult)
 {
-    if (nErrno != ENOENT)
-        return ErrorFromErrno(nErrno);
+    if (nResult < 0)
+        throw Failure{ErrorFromErrno(errno)};
+}
+
+void RequireDone(int nResult, const std::filesystem::path& realPath)
+{
+    if (nResult >= 0 || errno != ENOENT)
+        return RequireDone(nResult);
     // A final separator belongs to the last component.
-    const auto folder = hostPath.has_filename() ? hostPath.parent_path() : hostPath.parent_path().parent_path();
+    const auto folder = realPath.has_filename() ? realPath.parent_path() : realPath.parent_path().parent_path();
     std::error_code ignored;
-    return std::filesystem::is_directory(folder, ignored) ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
+    throw Failure{std::filesystem::is_directory(folder, ignored) ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND};
 }
 } // namespace platform

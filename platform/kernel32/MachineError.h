@@ -10,7 +10,8 @@ namespace platform
 // The code for an errno value that concerns an open handle.
 DWORD ErrorFromErrno(int nErrno) noexcept;
 
-// The code for an errno value that concerns a path: a missing last component and a missing folder on the way to it are
-// different errors.
-DWORD PathError(int nErrno, const std::filesystem::path& hostPath);
+// Throws the failure that errno tells of when the machine's call has failed. Of a path, a missing last component and a missing
+// folder on the way to it are different failures.
+void RequireDone(int nResult);
+void RequireDone(int nResult, const std::filesystem::path& realPath);
 } // namespace platform

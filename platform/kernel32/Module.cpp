@@ -1,5 +1,6 @@
 #include "platform/kernel32/Module.h"
 
+#include "platform/kernel32/Failure.h"
 #include "platform/kernel32/ModuleSearch.h"
 
 #include <algorithm>
@@ -51,22 +52,20 @@ std::unique_ptr<CModule> CModule::OfProgram()
     return module;
 }
 
-CModule::Opened CModule::Open(const std::filesystem::path& file, bool bResourcesOnly)
+std::unique_ptr<CModule> CModule::Open(const std::filesystem::path& file, bool bResourcesOnly)
 {
     std::unique_ptr<CModule> module(new CModule(file));
     module->m_image = ReadResourceFile(file);
     if (!module->m_image.empty())
     {
         module->m_resources = ReadResourceImage(module->m_image);
-        return {ERROR_SUCCESS, std::move(module)};
+        return module;
     }
-    if (bResourcesOnly)
-        return {ERROR_BAD_EXE_FORMAT, nullptr};
+    Require(!bResourcesOnly, ERROR_BAD_EXE_FORMAT);
     module->m_pObject = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!module->m_pObject)
-        return {ERROR_BAD_EXE_FORMAT, nullptr}; // also for want of a library or symbol: that is told in words only
+    Require(module->m_pObject, ERROR_BAD_EXE_FORMAT); // also for want of a library or symbol: that is told in words only
     module->FindResources();
-    return {ERROR_SUCCESS, std::move(module)};
+    return module;
 }
 
 void* CModule::OwnSymbol(const char* szName) const noexcept

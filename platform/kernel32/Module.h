@@ -17,10 +17,9 @@ public:
     // The running program.
     static std::unique_ptr<CModule> OfProgram();
 
-    struct Opened;
     // Maps a shared object or reads a file of resources, which alone is taken when there shall be no code; an entry point
-    // is not called.
-    static Opened Open(const std::filesystem::path& file, bool bResourcesOnly);
+    // is not called. Throws ERROR_BAD_EXE_FORMAT.
+    static std::unique_ptr<CModule> Open(const std::filesystem::path& file, bool bResourcesOnly);
 
     CModule(const CModule&) = delete;
     CModule& operator=(const CModule&) = delete;
@@ -58,11 +57,5 @@ private:
     void* m_pObject = nullptr; // the dynamic linker's handle, null for a file of resources
     std::vector<std::byte> m_image;
     std::vector<ResourceRecord> m_resources;
-};
-
-struct CModule::Opened
-{
-    DWORD dwError = ERROR_SUCCESS;
-    std::unique_ptr<CModule> module;
 };
 } // namespace platform

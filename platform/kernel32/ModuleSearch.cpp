@@ -1,5 +1,6 @@
 #include "platform/kernel32/ModuleSearch.h"
 
+#include "platform/kernel32/Failure.h"
 #include "platform/kernel32/Paths.h"
 
 #include <string>
@@ -33,22 +34,19 @@ const fs::path& ProgramFile()
     return *pFile;
 }
 
-ModuleFile FindModuleFile(LPCWSTR szFileName)
+fs::path FindModuleFile(LPCWSTR szFileName)
 {
-    const auto named = CheckPath(szFileName);
-    if (named.dwError != ERROR_SUCCESS)
-        return {named.dwError == ERROR_PATH_NOT_FOUND ? ERROR_MOD_NOT_FOUND : named.dwError, {}};
-    fs::path file;
-    if (!IsAbsoluteName(szFileName))
+    Require(szFileName && *szFileName, ERROR_MOD_NOT_FOUND);
+    const bool bAbsolute = IsAbsoluteName(szFileName);
+    for (const auto& folder :
+         {PlatformPath(ProgramFile().parent_path() / ""), std::u16string(u"C:\\windows\\system32\\"), std::u16string()})
     {
-        for (const auto& folder : {PlatformPath(ProgramFile().parent_path()), std::u16string(u"C:\\windows\\system32")})
-        {
-            file = RealFile(CheckPath((folder + u'\\' + szFileName).c_str()).hostPath);
-            if (!file.empty())
-                return {ERROR_SUCCESS, file};
-        }
+        const auto file = bAbsolute && !folder.empty()
+                              ? fs::path()
+                              : RealFile(RealPath((folder + szFileName).c_str(), MAX_PATH, ERROR_MOD_NOT_FOUND));
+        if (!file.empty())
+            return file;
     }
-    file = RealFile(named.hostPath);
-    return {file.empty() ? ERROR_MOD_NOT_FOUND : ERROR_SUCCESS, file};
+    throw Failure{ERROR_MOD_NOT_FOUND};
 }
 } // namespace platform

@@ -76,8 +76,7 @@ HANDLE WINAPI CreateMutexW(LPSECURITY_ATTRIBUTES pAttributes, BOOL bInitialOwner
                       [&]
                       {
                           // Names, security and a first owner serve nobody here.
-                          if (pAttributes || bInitialOwner || szName)
-                              return FailWith(ERROR_NOT_SUPPORTED, HANDLE{nullptr});
+                          Require(!pAttributes && !bInitialOwner && !szName, ERROR_NOT_SUPPORTED);
                           return OpenHandle(std::make_shared<CMutexObject>());
                       });
 }
@@ -88,24 +87,22 @@ BOOL WINAPI ReleaseMutex(HANDLE hMutex)
                         [&]
                         {
                             const auto mutex = ObjectOfKind<CMutexObject>(hMutex);
-                            if (!mutex)
-                                return FailWith(ERROR_INVALID_HANDLE, FALSE);
-                            return mutex->Release() ? TRUE : FailWith(ERROR_NOT_OWNER, FALSE);
+                            Require(mutex != nullptr, ERROR_INVALID_HANDLE);
+                            Require(mutex->Release(), ERROR_NOT_OWNER);
                         });
 }
 
 DWORD WINAPI WaitForSingleObject(HANDLE hObject, DWORD dwMilliseconds)
 {
-    const DWORD dwResult =
-        KernelCall("WaitForSingleObject", ERROR_INVALID_HANDLE, WAIT_FAILED,
-                   [&]
-                   {
-                       // Mutexes are the only objects to wait for, without a limit or not at all.
-                       const auto mutex = ObjectOfKind<CMutexObject>(hObject);
-                       if (!mutex || (dwMilliseconds != 0 && dwMilliseconds != INFINITE))
-                           return FailWith(mutex ? ERROR_NOT_SUPPORTED : ERROR_INVALID_HANDLE, DWORD{WAIT_FAILED});
-                       return mutex->Take(dwMilliseconds == 0 ? pthread_mutex_trylock : pthread_mutex_lock);
-                   });
+    const DWORD dwResult = KernelCall("WaitForSingleObject", ERROR_INVALID_HANDLE, WAIT_FAILED,
+                                      [&]
+                                      {
+                                          // Mutexes are the only objects to wait for, without a limit or not at all.
+                                          const auto mutex = ObjectOfKind<CMutexObject>(hObject);
+                                          Require(mutex != nullptr, ERROR_INVALID_HANDLE);
+                                          Require(dwMilliseconds == 0 || dwMilliseconds == INFINITE, ERROR_NOT_SUPPORTED);
+                                          return mutex->Take(dwMilliseconds == 0 ? pthread_mutex_trylock : pthread_mutex_lock);
+                                      });
     // A planned time-out is an outcome of its own, not an error.
     return dwResult == WAIT_FAILED && GetLastError() == WAIT_TIMEOUT ? WAIT_TIMEOUT : dwResult;
 }

@@ -1,5 +1,6 @@
 #include "platform/kernel32/OpenFiles.h"
 
+#include "platform/kernel32/Failure.h"
 #include "platform/kernel32/MachineError.h"
 
 #include <cerrno>
@@ -41,27 +42,18 @@ int OpenFlags(const OpenRequest& request)
 }
 } // namespace
 
-OpenedFile OpenHostFile(const std::filesystem::path& hostPath, const OpenRequest& request)
+CDescriptor OpenRealFile(const std::filesystem::path& realPath, const OpenRequest& request)
 {
-    if (!IsServed(request))
-        return {ERROR_INVALID_PARAMETER, {}};
-    const bool bChanges = (request.dwAccess & GENERIC_WRITE) != 0 || request.dwDisposition == CREATE_ALWAYS;
+    Require(IsServed(request), ERROR_INVALID_PARAMETER);
     struct stat status = {};
-    if (bChanges && stat(hostPath.c_str(), &status) == 0 && IsReadOnly(status))
-        return {ERROR_ACCESS_DENIED, {}};
-    int fd = -1;
-    do
-    {
-        fd = open(hostPath.c_str(), OpenFlags(request), 0666);
-    } while (fd < 0 && errno == EINTR);
-    if (fd < 0)
-        return {errno == EEXIST ? ERROR_FILE_EXISTS : PathError(errno, hostPath), {}};
-    CDescriptor descriptor(fd);
-    if (fstat(fd, &status) != 0)
-        return {ErrorFromErrno(errno), {}};
-    if (S_ISDIR(status.st_mode))
-        return {ERROR_ACCESS_DENIED, {}};
-    return {ERROR_SUCCESS, std::move(descriptor)};
+    if ((request.dwAccess & GENERIC_WRITE) != 0 || request.dwDisposition == CREATE_ALWAYS)
+        Require(stat(realPath.c_str(), &status) != 0 || !IsReadOnly(status), ERROR_ACCESS_DENIED);
+    CDescriptor descriptor(open(realPath.c_str(), OpenFlags(request), 0666));
+    Require(descriptor.Get() >= 0 || errno != EEXIST, ERROR_FILE_EXISTS);
+    RequireDone(descriptor.Get(), realPath);
+    RequireDone(fstat(descriptor.Get(), &status));
+    Require(!S_ISDIR(status.st_mode), ERROR_ACCESS_DENIED);
+    return descriptor;
 }
 
 bool IsReadOnly(const struct stat& status) noexcept

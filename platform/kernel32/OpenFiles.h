@@ -19,14 +19,8 @@ struct OpenRequest
     DWORD dwDisposition; // CREATE_NEW ... OPEN_ALWAYS
 };
 
-struct OpenedFile
-{
-    DWORD dwError = ERROR_SUCCESS;
-    CDescriptor descriptor; // open when dwError is ERROR_SUCCESS
-};
-
-// ERROR_INVALID_PARAMETER for a request that is not served here.
-OpenedFile OpenHostFile(const std::filesystem::path& hostPath, const OpenRequest& request);
+// Throws Failure; ERROR_INVALID_PARAMETER for a request that is not served here.
+CDescriptor OpenRealFile(const std::filesystem::path& realPath, const OpenRequest& request);
 
 // Whether nobody may write to the file. Looked at even where this user may write to everything.
 bool IsReadOnly(const struct stat& status) noexcept;

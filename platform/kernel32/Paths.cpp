@@ -1,6 +1,7 @@
 #include "platform/kernel32/Paths.h"
 
 #include "platform/kernel32/Environment.h"
+#include "platform/kernel32/Failure.h"
 #include "platform/kernel32/Unicode.h"
 
 #include <algorithm>
@@ -28,27 +29,6 @@ fs::path MakeRootFolder(const std::string& configured)
     const fs::path canonical = fs::weakly_canonical(root, ignored);
     return canonical.empty() ? root : canonical;
 }
-
-bool HasForbiddenCharacter(std::u16string_view names)
-{
-    return std::ranges::any_of(
-        names,
-        [](char16_t unit) { return unit < 0x20 || std::u16string_view(u"<>:\"|?*").find(unit) != std::u16string_view::npos; });
-}
-
-// The folder that a drive's letter stands for.
-std::optional<fs::path> DriveFolder(char16_t letter)
-{
-    switch (UpperOf(letter))
-    {
-    case u'C':
-        return DriveC();
-    case u'Z':
-        return "/";
-    default:
-        return std::nullopt;
-    }
-}
 } // namespace
 
 fs::path RootFolder()
@@ -63,36 +43,32 @@ fs::path RootFolder()
     return pKnown->second;
 }
 
-CheckedPath CheckPath(LPCWSTR szPath, std::size_t cchLimit, DWORD dwLimitError)
+fs::path RealPath(LPCWSTR szPath, std::size_t cchLimit, DWORD dwLimitError)
 {
     std::u16string_view path(szPath ? szPath : u"");
-    if (path.find_first_not_of(u' ') == path.npos)
-        return {ERROR_PATH_NOT_FOUND, {}};
-    std::optional<fs::path> drive;
-    if (path.size() >= 2 && path[1] == u':')
-    {
-        drive = DriveFolder(path[0]);
-        if (!drive)
-            return {ERROR_PATH_NOT_FOUND, {}};
-        path.remove_prefix(2);
-    }
-    if (HasForbiddenCharacter(path))
-        return {ERROR_INVALID_NAME, {}};
+    Require(path.find_first_not_of(u' ') != path.npos, ERROR_PATH_NOT_FOUND);
+    const bool bDrive = path.size() >= 2 && path[1] == u':';
+    const char16_t drive = bDrive ? UpperOf(path[0]) : u'Z';
+    Require(drive == u'C' || drive == u'Z', ERROR_PATH_NOT_FOUND);
+    path.remove_prefix(bDrive ? 2 : 0);
+    constexpr std::u16string_view forbidden = u"<>:\"|?*";
+    Require(std::ranges::none_of(path, [&](char16_t unit) { return unit < 0x20 || forbidden.find(unit) != path.npos; }),
+            ERROR_INVALID_NAME);
     std::string names = ToUtf8(path);
     std::ranges::replace(names, '\\', '/');
     std::error_code ignored;
-    const fs::path hostPath = drive ? *drive / fs::path('/' + names).lexically_normal().relative_path()
-                                    : fs::absolute(names, ignored).lexically_normal();
-    if (PlatformPath(hostPath).size() >= cchLimit)
-        return {dwLimitError, {}};
-    return {ERROR_SUCCESS, hostPath};
+    fs::path real = fs::absolute(bDrive ? '/' + names : names, ignored).lexically_normal();
+    if (drive == u'C')
+        real = DriveC() / real.relative_path();
+    Require(PlatformPath(real).size() < cchLimit, dwLimitError);
+    return real;
 }
 
-std::u16string PlatformPath(const fs::path& hostPath)
+std::u16string PlatformPath(const fs::path& realPath)
 {
-    const fs::path below = hostPath.lexically_relative(DriveC());
+    const fs::path below = realPath.lexically_relative(DriveC());
     const bool bOnC = !below.empty() && *below.begin() != "..";
-    std::u16string names = FromUtf8((bOnC ? below : hostPath.relative_path()).native());
+    std::u16string names = FromUtf8((bOnC ? below : realPath.relative_path()).native());
     if (names == u".")
         names.clear();
     std::ranges::replace(names, u'/', u'\\');

@@ -17,18 +17,12 @@ namespace platform
 // Makes the root folder with drive_c/windows/system32 when it is missing.
 std::filesystem::path RootFolder();
 
-struct CheckedPath
-{
-    DWORD dwError; // ERROR_SUCCESS when the path may be used
-    std::filesystem::path hostPath;
-};
-
 // The real path behind a path given by a caller, without "." and ".." (none leads above the root of a drive); a final
-// separator stays. It may be relative to the current folder. A null, empty or blank path, or one to a drive that there
-// is not, is ERROR_PATH_NOT_FOUND; one with a character that no name may have ERROR_INVALID_NAME. A path that is, with
-// the current folder in front, as long as the limit or longer is the error that belongs to the limit.
-CheckedPath CheckPath(LPCWSTR szPath, std::size_t cchLimit = MAX_PATH, DWORD dwLimitError = ERROR_PATH_NOT_FOUND);
+// separator stays. It may be relative to the current folder. Throws Failure: ERROR_PATH_NOT_FOUND for a null, empty or blank
+// path, or one to a drive that there is not; ERROR_INVALID_NAME for a character that no name may have; the error that
+// belongs to the limit for a path that is, with the current folder in front, as long or longer.
+std::filesystem::path RealPath(LPCWSTR szPath, std::size_t cchLimit = MAX_PATH, DWORD dwLimitError = ERROR_PATH_NOT_FOUND);
 
 // The platform's name for a real path: C:\... below drive_c, Z:\... elsewhere.
-std::u16string PlatformPath(const std::filesystem::path& hostPath);
+std::u16string PlatformPath(const std::filesystem::path& realPath);
 } // namespace platform

@@ -36,14 +36,12 @@ HRSRC WINAPI FindResourceW(HMODULE hModule, LPCWSTR szName, LPCWSTR szType)
                       {
                           const std::lock_guard lock(LoaderLock());
                           const CModule* const pModule = FindModule(hModule);
-                          if (!pModule)
-                              return FailWith(ERROR_INVALID_HANDLE, HRSRC{nullptr});
+                          Require(pModule, ERROR_INVALID_HANDLE);
                           const WORD wType = NumberOf(szType);
                           const WORD wName = NumberOf(szName);
                           const auto found = std::ranges::find_if(pModule->Resources(), [&](const ResourceRecord& record)
                                                                   { return record.wType == wType && record.wName == wName; });
-                          if (wName == 0 || found == pModule->Resources().end())
-                              return FailWith(ERROR_RESOURCE_NAME_NOT_FOUND, HRSRC{nullptr});
+                          Require(wName != 0 && found != pModule->Resources().end(), ERROR_RESOURCE_NAME_NOT_FOUND);
                           return HandleOf(*found);
                       });
 }

@@ -6,6 +6,21 @@
 
 #include <unistd.h>
 
+namespace
+{
+thread_local DWORD t_dwLastError = ERROR_SUCCESS;
+}
+
+DWORD WINAPI GetLastError()
+{
+    return t_dwLastError;
+}
+
+void WINAPI SetLastError(DWORD dwError)
+{
+    t_dwLastError = dwError;
+}
+
 void WINAPI GetLocalTime(LPSYSTEMTIME pTime)
 {
     std::timespec now{};
@@ -31,12 +46,7 @@ DWORD WINAPI GetTickCount()
 
 void WINAPI Sleep(DWORD dwMilliseconds)
 {
-    if (dwMilliseconds == 0)
-        return std::this_thread::yield();
-    do
-    {
-        std::this_thread::sleep_for(std::chrono::milliseconds(dwMilliseconds));
-    } while (dwMilliseconds == INFINITE);
+    std::this_thread::sleep_for(std::chrono::milliseconds(dwMilliseconds));
 }
 
 DWORD WINAPI GetCurrentThreadId()

@@ -31,8 +31,7 @@ bool AreTextArguments(UINT uCodePage, const Unit* pText, int nUnits, const Other
 template <class Unit>
 int ReturnConverted(const std::basic_string<Unit>& text, Unit* pBuffer, int nUnits)
 {
-    if (nUnits != 0 && static_cast<std::size_t>(nUnits) < text.size())
-        return FailWith(ERROR_INSUFFICIENT_BUFFER, 0);
+    Require(nUnits == 0 || static_cast<std::size_t>(nUnits) >= text.size(), ERROR_INSUFFICIENT_BUFFER);
     if (nUnits != 0)
         std::copy(text.begin(), text.end(), pBuffer);
     return static_cast<int>(text.size());
@@ -61,13 +60,6 @@ std::u16string FromUtf8(std::string_view text)
 {
     return utf8::utf8to16(utf8::replace_invalid(text));
 }
-
-std::u16string FoldCase(std::u16string_view name)
-{
-    std::u16string folded(name);
-    std::ranges::transform(folded, folded.begin(), UpperOf);
-    return folded;
-}
 } // namespace platform
 
 using namespace platform;
@@ -77,13 +69,10 @@ int WINAPI MultiByteToWideChar(UINT uCodePage, DWORD dwFlags, LPCSTR pText, int 
     return KernelCall("MultiByteToWideChar", ERROR_NO_UNICODE_TRANSLATION, 0,
                       [&]
                       {
-                          if (!AreTextArguments(uCodePage, pText, cbText, szWide, cchWide))
-                              return FailWith(ERROR_INVALID_PARAMETER, 0);
-                          if ((dwFlags & ~MB_ERR_INVALID_CHARS) != 0)
-                              return FailWith(ERROR_INVALID_FLAGS, 0);
+                          Require(AreTextArguments(uCodePage, pText, cbText, szWide, cchWide), ERROR_INVALID_PARAMETER);
+                          Require((dwFlags & ~MB_ERR_INVALID_CHARS) == 0, ERROR_INVALID_FLAGS);
                           const std::string_view text(pText, static_cast<std::size_t>(cbText));
-                          if ((dwFlags & MB_ERR_INVALID_CHARS) != 0 && !utf8::is_valid(text))
-                              return FailWith(ERROR_NO_UNICODE_TRANSLATION, 0);
+                          Require(dwFlags == 0 || utf8::is_valid(text), ERROR_NO_UNICODE_TRANSLATION);
                           return ReturnConverted(FromUtf8(text), szWide, cchWide);
                       });
 }
@@ -95,13 +84,11 @@ int WINAPI WideCharToMultiByte(UINT uCodePage, DWORD dwFlags, LPCWSTR szWide, in
                       [&]
                       {
                           // UTF-8 has a form for every character: a default character makes no sense for it and is refused.
-                          if (!AreTextArguments(uCodePage, szWide, cchWide, pText, cbText) || szDefault || pbUsedDefault)
-                              return FailWith(ERROR_INVALID_PARAMETER, 0);
-                          if ((dwFlags & ~WC_ERR_INVALID_CHARS) != 0)
-                              return FailWith(ERROR_INVALID_FLAGS, 0);
+                          Require(!szDefault && !pbUsedDefault, ERROR_INVALID_PARAMETER);
+                          Require(AreTextArguments(uCodePage, szWide, cchWide, pText, cbText), ERROR_INVALID_PARAMETER);
+                          Require((dwFlags & ~WC_ERR_INVALID_CHARS) == 0, ERROR_INVALID_FLAGS);
                           const std::u16string_view text(szWide, static_cast<std::size_t>(cchWide));
-                          if ((dwFlags & WC_ERR_INVALID_CHARS) != 0 && WellFormed(text) != text)
-                              return FailWith(ERROR_NO_UNICODE_TRANSLATION, 0);
+                          Require(dwFlags == 0 || WellFormed(text) == text, ERROR_NO_UNICODE_TRANSLATION);
                           return ReturnConverted(ToUtf8(text), pText, cbText);
                       });
 }

@@ -19,6 +19,4 @@ constexpr char16_t UpperOf(char16_t unit)
 {
     return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
 }
-// Names of keys and values that differ in case only have the same folded form.
-std::u16string FoldCase(std::u16string_view name);
 } // namespace platform
