@@ -26,8 +26,7 @@ public:
         return m_dwAccess;
     }
 
-    // Both throw Failure. A handle has one lock at a time: a second one, of whatever
-    // bytes, has to wait for the first to go.
+    // Both throw Failure. A handle has one lock at a time: a second one, of whatever bytes, has to wait for the first to go.
     void Lock(off_t begin, off_t cb, bool bExclusive, bool bWait);
     void Unlock(off_t begin, off_t cb);
 

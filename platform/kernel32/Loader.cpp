@@ -95,7 +95,7 @@ HMODULE LoadFile(const std::filesystem::path& file, bool bResourcesOnly)
 
 HMODULE Load(LPCWSTR szFileName, bool bResourcesOnly = false)
 {
-    const auto file = FindModuleFile(szFileName);
+    const auto file = FindModuleFile(szFileName, Program().File().parent_path());
     const LoaderGuard lock(LoaderLock());
     CModule* const pLoaded = FindLoaded([&](const CModule& module) { return module.File() == file; });
     return pLoaded ? AddReference(*pLoaded) : LoadFile(file, bResourcesOnly);

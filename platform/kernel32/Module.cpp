@@ -1,7 +1,6 @@
 #include "platform/kernel32/Module.h"
 
 #include "platform/kernel32/Failure.h"
-#include "platform/kernel32/ModuleSearch.h"
 
 #include <algorithm>
 #include <fstream>
@@ -46,7 +45,8 @@ CModule::~CModule()
 
 std::unique_ptr<CModule> CModule::OfProgram()
 {
-    std::unique_ptr<CModule> module(new CModule(ProgramFile()));
+    std::error_code ignored;
+    std::unique_ptr<CModule> module(new CModule(std::filesystem::read_symlink("/proc/self/exe", ignored)));
     module->m_pObject = dlopen(nullptr, RTLD_NOW);
     module->FindResources();
     return module;

@@ -24,22 +24,11 @@ fs::path RealFile(const fs::path& file)
 }
 } // namespace
 
-const fs::path& ProgramFile()
-{
-    static const auto* const pFile = []
-    {
-        std::error_code ignored;
-        return new fs::path(fs::read_symlink("/proc/self/exe", ignored));
-    }();
-    return *pFile;
-}
-
-fs::path FindModuleFile(LPCWSTR szFileName)
+fs::path FindModuleFile(LPCWSTR szFileName, const fs::path& programFolder)
 {
     Require(szFileName && *szFileName, ERROR_MOD_NOT_FOUND);
     const bool bAbsolute = IsAbsoluteName(szFileName);
-    for (const auto& folder :
-         {PlatformPath(ProgramFile().parent_path() / ""), std::u16string(u"C:\\windows\\system32\\"), std::u16string()})
+    for (const auto& folder : {PlatformPath(programFolder / ""), std::u16string(u"C:\\windows\\system32\\"), std::u16string()})
     {
         const auto file = bAbsolute && !folder.empty()
                               ? fs::path()

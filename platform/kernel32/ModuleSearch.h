@@ -7,10 +7,7 @@
 
 namespace platform
 {
-// The running program's file.
-const std::filesystem::path& ProgramFile();
-
 // The real name of the module's file: an absolute name as it stands, any other below the program's folder, the system
 // directory, the current directory, in this order. Throws ERROR_MOD_NOT_FOUND, or what is wrong with the name.
-std::filesystem::path FindModuleFile(LPCWSTR szFileName);
+std::filesystem::path FindModuleFile(LPCWSTR szFileName, const std::filesystem::path& programFolder);
 } // namespace platform

@@ -13,9 +13,10 @@ HRSRC HandleOf(const ResourceRecord& record)
     return reinterpret_cast<HRSRC>(const_cast<ResourceRecord*>(&record));
 }
 
-const ResourceRecord* RecordOf(HRSRC hResource)
+const ResourceRecord& RecordOf(HRSRC hResource)
 {
-    return reinterpret_cast<const ResourceRecord*>(hResource);
+    Require(hResource, ERROR_INVALID_HANDLE);
+    return *reinterpret_cast<const ResourceRecord*>(hResource);
 }
 
 // 0, which no resource that is asked for has, for a text.
@@ -49,11 +50,7 @@ HRSRC WINAPI FindResourceW(HMODULE hModule, LPCWSTR szName, LPCWSTR szType)
 HGLOBAL WINAPI LoadResource(HMODULE, HRSRC hResource)
 {
     return KernelCall("LoadResource", ERROR_RESOURCE_DATA_NOT_FOUND, HGLOBAL{nullptr},
-                      [&]
-                      {
-                          return hResource ? HGLOBAL{const_cast<std::byte*>(RecordOf(hResource)->data.data())}
-                                           : FailWith(ERROR_INVALID_HANDLE, HGLOBAL{nullptr});
-                      });
+                      [&] { return HGLOBAL{const_cast<std::byte*>(RecordOf(hResource).data.data())}; });
 }
 
 LPVOID WINAPI LockResource(HGLOBAL hResourceData)
@@ -64,8 +61,5 @@ LPVOID WINAPI LockResource(HGLOBAL hResourceData)
 DWORD WINAPI SizeofResource(HMODULE, HRSRC hResource)
 {
     return KernelCall("SizeofResource", ERROR_RESOURCE_DATA_NOT_FOUND, DWORD{0},
-                      [&] {
-                          return hResource ? static_cast<DWORD>(RecordOf(hResource)->data.size())
-                                           : FailWith(ERROR_INVALID_HANDLE, DWORD{0});
-                      });
+                      [&] { return static_cast<DWORD>(RecordOf(hResource).data.size()); });
 }
