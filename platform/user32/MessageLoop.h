@@ -2,7 +2,7 @@
 // timers.
 #pragma once
 
-#include "platform/user32/Presenter.h"
+#include "terminal/Presenter.h"
 
 namespace platform::user32
 {

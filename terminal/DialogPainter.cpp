@@ -1,4 +1,4 @@
-#include "platform/user32/TerminalDialog.h"
+#include "terminal/DialogPainter.h"
 
 #include "platform/user32/ControlStyles.h"
 #include "platform/user32/Mnemonic.h"

@@ -1,4 +1,4 @@
-#include "platform/user32/TerminalPresenter.h"
+#include "terminal/TerminalPresenter.h"
 
 #include <cstdlib>
 #include <string_view>

@@ -1,7 +1,7 @@
 // Dialogs and their controls as a terminal shows them.
 #pragma once
 
-#include "platform/user32/TerminalCanvas.h"
+#include "terminal/Canvas.h"
 
 namespace platform::user32
 {

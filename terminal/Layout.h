@@ -1,7 +1,7 @@
 // Where a dialog's parts lie in character cells.
 #pragma once
 
-#include "platform/user32/Scene.h"
+#include "terminal/Scene.h"
 
 namespace platform::user32
 {

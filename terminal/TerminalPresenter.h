@@ -1,7 +1,7 @@
 // Dialogs on a person's terminal.
 #pragma once
 
-#include "platform/user32/Presenter.h"
+#include "terminal/Presenter.h"
 
 namespace platform::user32
 {

@@ -1,4 +1,4 @@
-#include "platform/user32/TerminalLayout.h"
+#include "terminal/Layout.h"
 
 #include "platform/user32/ControlStyles.h"
 #include "platform/user32/Mnemonic.h"

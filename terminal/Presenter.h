@@ -2,8 +2,8 @@
 // of other threads alone.
 #pragma once
 
-#include "platform/user32/Keyboard.h"
-#include "platform/user32/Scene.h"
+#include "terminal/Keyboard.h"
+#include "terminal/Scene.h"
 
 #include <memory>
 #include <vector>

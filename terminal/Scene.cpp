@@ -1,4 +1,4 @@
-#include "platform/user32/Scene.h"
+#include "terminal/Scene.h"
 
 #include "platform/user32/DialogNavigation.h"
 

@@ -1,7 +1,7 @@
 // Drawing on the terminal's screen, cut off at its edges.
 #pragma once
 
-#include "platform/user32/TerminalLayout.h"
+#include "terminal/Layout.h"
 
 #include <string_view>
 

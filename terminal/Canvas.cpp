@@ -1,6 +1,6 @@
-#include "platform/user32/TerminalCanvas.h"
+#include "terminal/Canvas.h"
 
-#include "platform/user32/TerminalCurses.h"
+#include "terminal/Curses.h"
 
 #include <wchar.h>
 

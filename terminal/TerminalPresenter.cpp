@@ -1,7 +1,7 @@
-#include "platform/user32/TerminalPresenter.h"
+#include "terminal/TerminalPresenter.h"
 
-#include "platform/user32/TerminalCurses.h"
-#include "platform/user32/TerminalDialog.h"
+#include "terminal/Curses.h"
+#include "terminal/DialogPainter.h"
 
 #include <algorithm>
 #include <clocale>

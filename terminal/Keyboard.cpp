@@ -1,4 +1,4 @@
-#include "platform/user32/Keyboard.h"
+#include "terminal/Keyboard.h"
 
 #include "platform/user32/ControlStyles.h"
 #include "platform/user32/DialogNavigation.h"
