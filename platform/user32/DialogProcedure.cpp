@@ -1,4 +1,3 @@
-#include "platform/user32/DialogNavigation.h"
 #include "platform/user32/Procedures.h"
 
 namespace platform::user32
@@ -18,15 +17,6 @@ LRESULT DefaultMessage(Window& dialog, const Message& message)
                                              pCancel ? reinterpret_cast<LPARAM>(pCancel->hwnd) : 0});
         return 0;
     }
-    case WM_NEXTDLGCTL:
-    {
-        const bool bHandle = LOWORD(message.lParam) != 0;
-        Window* pControl = bHandle ? CDesktop::Get().Find(reinterpret_cast<HWND>(message.wParam))
-                                   : NextTabStop(dialog, FocusOf(dialog), message.wParam != 0);
-        if (pControl && pControl->hwndParent == dialog.hwnd)
-            GiveFocus(*pControl);
-        return 0;
-    }
     default:
         return TextMessage(dialog, message);
     }
@@ -37,7 +27,6 @@ LRESULT DialogMessage(EngineLock& lock, const Message& message)
 {
     auto& desktop = CDesktop::Get();
     DialogState& before = *desktop.Find(message.hwnd)->pDialog;
-    before.lMessageResult = 0;
     INT_PTR nAnswer = FALSE;
     if (const DLGPROC pProcedure = before.pProcedure)
     {
@@ -45,9 +34,9 @@ LRESULT DialogMessage(EngineLock& lock, const Message& message)
         nAnswer = pProcedure(message.hwnd, message.uMessage, message.wParam, message.lParam);
     }
     Window* pDialog = desktop.Find(message.hwnd);
-    // The initialisation answers with what the procedure returns, other messages with what it has stored.
+    // The initialisation answers with what the procedure returns, other messages that it has dealt with are answered with 0.
     if (!pDialog || message.uMessage == WM_INITDIALOG)
         return nAnswer;
-    return nAnswer ? pDialog->pDialog->lMessageResult : DefaultMessage(*pDialog, message);
+    return nAnswer ? 0 : DefaultMessage(*pDialog, message);
 }
 } // namespace platform::user32

@@ -1,5 +1,6 @@
 // List boxes and combo boxes: both are a list of entries with a selection.
 #include "platform/user32/ControlStyles.h"
+#include "platform/user32/CopyText.h"
 #include "platform/user32/DialogNavigation.h"
 #include "platform/user32/Procedures.h"
 #include "platform/user32/TextOrder.h"
@@ -56,18 +57,6 @@ LRESULT Select(Window& list, WPARAM wIndex)
     return list.nSelected;
 }
 
-LRESULT Delete(Window& list, WPARAM wIndex)
-{
-    if (wIndex >= list.entries.size())
-        return CB_ERR;
-    list.entries.erase(list.entries.begin() + static_cast<std::ptrdiff_t>(wIndex));
-    if (list.nSelected == static_cast<int>(wIndex))
-        Select(list, static_cast<WPARAM>(-1));
-    else if (list.nSelected > static_cast<int>(wIndex))
-        --list.nSelected;
-    return static_cast<LRESULT>(list.entries.size());
-}
-
 LRESULT Clear(Window& list)
 {
     list.entries.clear();
@@ -81,12 +70,6 @@ LRESULT CopyEntry(Window& list, WPARAM wIndex, LPARAM lBuffer)
     const ListEntry* pEntry = EntryAt(list, wIndex);
     // The message carries no size: the caller has asked for the length before.
     return pEntry ? CopyText(pEntry->text, reinterpret_cast<LPWSTR>(lBuffer), pEntry->text.size() + 1) : CB_ERR;
-}
-
-LRESULT EntryLength(Window& list, WPARAM wIndex)
-{
-    const ListEntry* pEntry = EntryAt(list, wIndex);
-    return pEntry ? static_cast<LRESULT>(pEntry->text.size()) : CB_ERR;
 }
 
 bool NotifiesSelection(const Window& list)
@@ -140,8 +123,6 @@ LRESULT ComboBoxMessage(EngineLock& lock, Window& combo, const Message& message)
         return Append(combo, combo.Has(CBS_SORT), message.lParam);
     case CB_INSERTSTRING:
         return Insert(combo, message.wParam == static_cast<WPARAM>(-1) ? combo.entries.size() : message.wParam, message.lParam);
-    case CB_DELETESTRING:
-        return Delete(combo, message.wParam);
     case CB_RESETCONTENT:
         return Clear(combo);
     case CB_GETCOUNT:
@@ -152,8 +133,6 @@ LRESULT ComboBoxMessage(EngineLock& lock, Window& combo, const Message& message)
         return Select(combo, message.wParam);
     case CB_GETLBTEXT:
         return CopyEntry(combo, message.wParam, message.lParam);
-    case CB_GETLBTEXTLEN:
-        return EntryLength(combo, message.wParam);
     case CB_GETITEMDATA:
         if (const ListEntry* pEntry = EntryAt(combo, message.wParam))
             return pEntry->lData;
@@ -182,21 +161,10 @@ LRESULT ListBoxMessage(EngineLock&, Window& list, const Message& message)
     {
     case LB_ADDSTRING:
         return Append(list, list.Has(LBS_SORT), message.lParam);
-    case LB_RESETCONTENT:
-        return Clear(list);
     case LB_GETCOUNT:
         return static_cast<LRESULT>(list.entries.size());
-    case LB_GETCURSEL:
-        return list.nSelected;
-    case LB_SETCURSEL:
-        // Other than in a combo box, an entry that is not there leaves the selection as it is.
-        if (message.wParam != static_cast<WPARAM>(-1) && !EntryAt(list, message.wParam))
-            return LB_ERR;
-        return Select(list, message.wParam);
     case LB_GETTEXT:
         return CopyEntry(list, message.wParam, message.lParam);
-    case LB_GETTEXTLEN:
-        return EntryLength(list, message.wParam);
     case LB_SETTOPINDEX:
         list.nTop = static_cast<int>(std::min<WPARAM>(message.wParam, list.entries.empty() ? 0 : list.entries.size() - 1));
         return 0;

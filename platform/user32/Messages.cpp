@@ -80,7 +80,7 @@ LRESULT WINAPI SendMessageTimeoutW(HWND hwnd, UINT uMessage, WPARAM wParam, LPAR
 {
     if (FailsAsPlanned("SendMessageTimeoutW", ERROR_TIMEOUT))
         return 0;
-    if ((uFlags & ~SMTO_ABORTIFHUNG) != SMTO_NORMAL)
+    if (uFlags != SMTO_NORMAL)
     {
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;
@@ -126,20 +126,4 @@ UINT_PTR WINAPI SetTimer(HWND hwnd, UINT_PTR uId, UINT uElapseMs, TIMERPROC pTim
     const std::chrono::milliseconds period(std::max(uElapseMs, shortestPeriod));
     queue.timers.push_back({hwnd, uId, period, pTimerProc, Timer::Clock::now() + period});
     return hwnd && uId == 0 ? 1 : uId; // a window's timer may be number 0; success may not be told by 0
-}
-
-BOOL WINAPI KillTimer(HWND hwnd, UINT_PTR uId)
-{
-    if (FailsAsPlanned("KillTimer", ERROR_INVALID_PARAMETER))
-        return FALSE;
-    const auto lock = CDesktop::Get().Lock();
-    auto& queue = *CThreadQueue::Current();
-    const auto timer = FindTimer(queue, hwnd, uId);
-    if (timer == queue.timers.end())
-    {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
-    queue.timers.erase(timer);
-    return TRUE;
 }

@@ -43,7 +43,7 @@ CModalDialog::CModalDialog(EngineLock& lock, const DialogTemplate& dialogTemplat
 {
     auto& desktop = CDesktop::Get();
     auto pDialog = std::make_unique<Window>();
-    pDialog->dwStyle = dialogTemplate.dwStyle | WS_CLIPSIBLINGS; // as every top-level window has it
+    pDialog->dwStyle = dialogTemplate.dwStyle;
     pDialog->place = dialogTemplate.place;
     pDialog->text = dialogTemplate.title;
     pDialog->pDialog = std::make_unique<DialogState>();

@@ -1,4 +1,4 @@
-// Texts as list boxes and templates compare and hand them out.
+// Texts as list boxes compare them.
 #pragma once
 
 #include <windows.h>
@@ -22,16 +22,5 @@ inline int CompareText(std::u16string_view left, std::u16string_view right) noex
         if (const int nDifference = FoldCase(left[i]) - FoldCase(right[i]))
             return nDifference;
     return left.size() == right.size() ? 0 : left.size() < right.size() ? -1 : 1;
-}
-
-// Copies what fits with the terminator; the number of units copied, without it.
-inline int CopyText(std::u16string_view text, LPWSTR szBuffer, std::size_t cchBuffer) noexcept
-{
-    if (!szBuffer || cchBuffer == 0)
-        return 0;
-    const auto cchCopied = std::min(text.size(), cchBuffer - 1);
-    std::copy_n(text.begin(), cchCopied, szBuffer);
-    szBuffer[cchCopied] = 0;
-    return static_cast<int>(cchCopied);
 }
 } // namespace platform::user32

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace platform::user32
@@ -42,7 +41,6 @@ struct ListEntry
 struct DialogState
 {
     DLGPROC pProcedure = nullptr;
-    LONG_PTR lMessageResult = 0;
     LONG_PTR lUser = 0;
     HWND hwndFocus = nullptr;    // the control that has, or gets back, the keyboard
     HWND hwndReenable = nullptr; // the owner, when it was enabled before the dialog came up
@@ -78,16 +76,5 @@ struct Window
     {
         return (dwStyle & dwFlags) == dwFlags;
     }
-};
-
-struct ClassName
-{
-    WindowClass windowClass;
-    WORD wAtom; // as templates name it; 0 where they cannot
-    std::u16string_view name;
-};
-inline constexpr ClassName classNames[] = {
-    {WindowClass::Dialog, 0, u"#32770"},    {WindowClass::Button, 0x80, u"Button"},   {WindowClass::Edit, 0x81, u"Edit"},
-    {WindowClass::Static, 0x82, u"Static"}, {WindowClass::ListBox, 0x83, u"ListBox"}, {WindowClass::ComboBox, 0x85, u"ComboBox"},
 };
 } // namespace platform::user32

@@ -1,5 +1,5 @@
+#include "platform/user32/CopyText.h"
 #include "platform/user32/Procedures.h"
-#include "platform/user32/TextOrder.h"
 
 namespace platform::user32
 {
@@ -9,8 +9,6 @@ LRESULT TextMessage(Window& window, const Message& message)
     {
     case WM_GETTEXT:
         return CopyText(window.text, reinterpret_cast<LPWSTR>(message.lParam), message.wParam);
-    case WM_GETTEXTLENGTH:
-        return static_cast<LRESULT>(window.text.size());
     case WM_SETTEXT:
         window.text = message.lParam ? reinterpret_cast<LPCWSTR>(message.lParam) : u"";
         window.uCaret = 0;
