@@ -1,23 +1,12 @@
 #include "terminal/Canvas.h"
 
-#include "terminal/Curses.h"
-
+#include <algorithm>
 #include <wchar.h>
 
-namespace platform::user32
+namespace terminal
 {
 namespace
 {
-void Use(Ink ink)
-{
-    attr_t attributes = A_NORMAL;
-    attributes |= ink.bReverse ? A_REVERSE : 0;
-    attributes |= ink.bDim ? A_DIM : 0;
-    attributes |= ink.bBold ? A_BOLD : 0;
-    attributes |= ink.bUnderline ? A_UNDERLINE : 0;
-    attr_set(attributes, 0, nullptr);
-}
-
 // The character that begins at uAt, which moves behind it.
 wchar_t NextCharacter(std::u16string_view text, std::size_t& uAt)
 {
@@ -27,78 +16,20 @@ wchar_t NextCharacter(std::u16string_view text, std::size_t& uAt)
         return static_cast<wchar_t>(0x10000u + ((uUnit & 0x3FFu) << 10) + (text[uAt++] & 0x3FFu));
     return static_cast<wchar_t>((uUnit & 0xF800u) == 0xD800u ? 0xFFFDu : uUnit);
 }
+
+// The character so often that it fills a row of the cells.
+std::u16string Row(const Cells& cells, char16_t ch)
+{
+    return std::u16string(static_cast<std::size_t>(std::max(0, cells.cColumns)), ch);
+}
 } // namespace
 
-int CTerminalCanvas::Rows() const
-{
-    return getmaxy(stdscr);
-}
-
-int CTerminalCanvas::Columns() const
-{
-    return getmaxx(stdscr);
-}
-
-bool CTerminalCanvas::IsInside(int nRow, int nColumn) const
-{
-    return nRow >= 0 && nRow < Rows() && nColumn >= 0 && nColumn < Columns();
-}
-
-void CTerminalCanvas::Clear()
-{
-    erase();
-    m_nCursorRow = -1;
-}
-
-void CTerminalCanvas::Fill(const Cells& cells, Ink ink)
-{
-    Use(ink);
-    for (int nRow = cells.nRow; nRow < cells.nRow + cells.cRows; ++nRow)
-        for (int nColumn = cells.nColumn; nColumn < cells.nColumn + cells.cColumns; ++nColumn)
-            if (IsInside(nRow, nColumn))
-                mvaddch(nRow, nColumn, ' ');
-}
-
-void CTerminalCanvas::Frame(const Cells& cells, Ink ink)
-{
-    Use(ink);
-    const int nTop = cells.nRow, nBottom = cells.nRow + cells.cRows - 1;
-    const int nLeft = cells.nColumn, nRight = cells.nColumn + cells.cColumns - 1;
-    const auto put = [this](int nRow, int nColumn, const cchar_t* pCharacter)
-    {
-        if (IsInside(nRow, nColumn))
-            mvadd_wch(nRow, nColumn, pCharacter);
-    };
-    for (int nColumn = nLeft + 1; nColumn < nRight; ++nColumn)
-    {
-        put(nTop, nColumn, WACS_HLINE);
-        put(nBottom, nColumn, WACS_HLINE);
-    }
-    for (int nRow = nTop + 1; nRow < nBottom; ++nRow)
-    {
-        put(nRow, nLeft, WACS_VLINE);
-        put(nRow, nRight, WACS_VLINE);
-    }
-    put(nTop, nLeft, WACS_ULCORNER);
-    put(nTop, nRight, WACS_URCORNER);
-    put(nBottom, nLeft, WACS_LLCORNER);
-    put(nBottom, nRight, WACS_LRCORNER);
-}
-
-void CTerminalCanvas::Edge(int nRow, int nColumn, Ink ink)
-{
-    Use(ink);
-    if (IsInside(nRow, nColumn))
-        mvadd_wch(nRow, nColumn, WACS_VLINE);
-}
-
-int CTerminalCanvas::Text(int nRow, int nColumn, int cColumns, std::u16string_view text, Ink ink, int nMarked)
+int Text(const Cells& cells, std::u16string_view text, attr_t ink, int nMarked)
 {
     int nDrawn = 0;
     for (std::size_t uAt = 0; uAt < text.size();)
     {
-        Ink letter = ink;
-        letter.bUnderline = ink.bUnderline || static_cast<int>(uAt) == nMarked;
+        attr_set(static_cast<int>(uAt) == nMarked ? ink | A_UNDERLINE : ink, 0, nullptr);
         wchar_t ch = NextCharacter(text, uAt);
         int cWidth = wcwidth(ch);
         if (cWidth == 0)
@@ -108,30 +39,38 @@ int CTerminalCanvas::Text(int nRow, int nColumn, int cColumns, std::u16string_vi
             ch = L' ';
             cWidth = 1;
         }
-        if (nDrawn + cWidth > cColumns)
+        if (nDrawn + cWidth > cells.cColumns)
             break;
-        if (IsInside(nRow, nColumn + nDrawn) && IsInside(nRow, nColumn + nDrawn + cWidth - 1))
-        {
-            Use(letter);
-            mvaddnwstr(nRow, nColumn + nDrawn, &ch, 1);
-        }
+        // At the screen's edge a wide character would go on in the next row.
+        if (cells.nColumn + nDrawn + cWidth <= getmaxx(stdscr))
+            mvaddnwstr(cells.nRow, cells.nColumn + nDrawn, &ch, 1);
         nDrawn += cWidth;
     }
     return nDrawn;
 }
 
-void CTerminalCanvas::ShowCursor(int nRow, int nColumn)
+void Fill(Cells cells, attr_t ink)
 {
-    m_nCursorRow = nRow;
-    m_nCursorColumn = nColumn;
+    for (; cells.cRows > 0; --cells.cRows, ++cells.nRow)
+        Text(cells, Row(cells, u' '), ink);
 }
 
-void CTerminalCanvas::Refresh()
+void Sides(const Cells& cells, attr_t ink)
 {
-    const bool bCursor = m_nCursorRow >= 0 && IsInside(m_nCursorRow, m_nCursorColumn);
-    curs_set(bCursor ? 1 : 0);
-    if (bCursor)
-        move(m_nCursorRow, m_nCursorColumn);
-    refresh();
+    for (int nRow = cells.nRow; nRow < cells.nRow + cells.cRows; ++nRow)
+        for (const int nColumn : {cells.nColumn, cells.nColumn + cells.cColumns - 1})
+            Text({nRow, nColumn}, u"\u2502", ink);
 }
-} // namespace platform::user32
+
+void Frame(const Cells& cells, attr_t ink)
+{
+    Sides(cells, ink);
+    auto line = Row(cells, u'\u2500');
+    line.front() = u'\u250C';
+    line.back() = u'\u2510';
+    Text(cells, line, ink);
+    line.front() = u'\u2514';
+    line.back() = u'\u2518';
+    Text({cells.nRow + cells.cRows - 1, cells.nColumn, 1, cells.cColumns}, line, ink);
+}
+} // namespace terminal

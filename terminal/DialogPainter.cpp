@@ -1,129 +1,95 @@
 #include "terminal/DialogPainter.h"
 
 #include "platform/user32/ControlStyles.h"
-#include "platform/user32/Mnemonic.h"
+#include "terminal/Canvas.h"
+#include "terminal/Mnemonic.h"
 
 #include <algorithm>
-#include <iterator>
 
-namespace platform::user32
+namespace terminal
 {
 namespace
 {
-struct IconMark
-{
-    WORD wIcon;
-    std::u16string_view mark;
-};
-constexpr IconMark iconMarks[] = {
-    {IDI_ERROR, u"(x)"},
-    {IDI_QUESTION, u"(?)"},
-    {IDI_WARNING, u"(!)"},
-    {IDI_INFORMATION, u"(i)"},
-};
-
 // The next line that fits, taken off the text's front; lines break at blanks where they can.
-std::u16string_view TakeLine(std::u16string_view& text, std::size_t cColumns, bool bWrap)
+std::u16string_view TakeLine(std::u16string_view& text, std::size_t cColumns)
 {
-    const auto uEnd = std::min(text.find(u'\n'), text.size());
-    auto uLine = uEnd;
-    auto uNext = std::min(uEnd + 1, text.size());
-    if (bWrap && uEnd > cColumns)
+    auto uLine = std::min(text.find(u'\n'), text.size());
+    auto uNext = std::min(uLine + 1, text.size());
+    if (uLine > cColumns)
     {
         const auto uBlank = text.rfind(u' ', cColumns);
         const bool bBreaks = uBlank != std::u16string_view::npos && uBlank > 0;
         uLine = bBreaks ? uBlank : cColumns;
         uNext = bBreaks ? uBlank + 1 : cColumns;
     }
-    auto line = text.substr(0, uLine);
+    const auto line = text.substr(0, uLine);
     text.remove_prefix(uNext);
-    if (!line.empty() && line.back() == u'\r')
-        line.remove_suffix(1);
     return line;
 }
 
 class CDialogPainter
 {
 public:
-    CDialogPainter(CTerminalCanvas& canvas, const DialogView& dialog, bool bActive, std::vector<ClickTarget>& targets)
-        : m_canvas(canvas), m_dialog(dialog), m_layout(LayOutDialog(dialog, canvas.Rows(), canvas.Columns())), m_bActive(bActive),
-          m_targets(targets)
+    CDialogPainter(const Window& dialog, bool bActive)
+        : m_dialog(dialog), m_frame(FrameOf(dialog, getmaxy(stdscr), getmaxx(stdscr))), m_bActive(bActive)
     {
     }
 
-    void Draw()
+    Touch Draw()
     {
         DrawFrame();
-        // Frames first: a group box may come behind its controls in the template.
-        ForEachControl([this](const ControlView& control, const Cells& cells) { DrawGroupBox(control, cells); });
-        ForEachControl([this](const ControlView& control, const Cells& cells) { DrawControl(control, cells); });
-        ForEachControl([this](const ControlView& control, const Cells& cells) { DrawOpenList(control, cells); });
+        // Group boxes first: they may come behind what they hold in the template. Open lists cover what is below them.
+        for (const auto draw : {&CDialogPainter::DrawGroupBox, &CDialogPainter::DrawControl, &CDialogPainter::DrawOpenList})
+            for (HWND hwnd : m_dialog.children)
+                if (const Window& control = *CDesktop::Get().Find(hwnd); control.Has(WS_VISIBLE))
+                    (this->*draw)(control, CellsOf(control, m_frame));
+        return std::move(m_touch);
     }
 
 private:
-    void ForEachControl(auto action)
+    bool HasFocus(const Window& control) const
     {
-        for (std::size_t i = 0; i < m_dialog.controls.size(); ++i)
-            action(m_dialog.controls[i], m_layout.controls[i]);
+        return m_bActive && &control == FocusOf(m_dialog);
     }
 
-    bool HasFocus(const ControlView& control) const
+    attr_t InkOf(const Window& control) const
     {
-        return m_bActive && control.hwnd == m_dialog.hwndFocus;
-    }
-
-    Ink InkOf(const ControlView& control) const
-    {
-        Ink ink;
-        ink.bDim = (control.dwStyle & WS_DISABLED) != 0 || !m_dialog.bEnabled;
-        ink.bReverse = HasFocus(control);
-        return ink;
+        const bool bDim = control.Has(WS_DISABLED) || m_dialog.Has(WS_DISABLED);
+        return (bDim ? A_DIM : A_NORMAL) | (HasFocus(control) ? A_REVERSE : A_NORMAL);
     }
 
     void DrawFrame();
-    void DrawControl(const ControlView& control, const Cells& cells);
-    void DrawGroupBox(const ControlView& control, const Cells& cells);
-    void DrawButton(const ControlView& control, const Cells& cells);
-    void DrawStatic(const ControlView& control, const Cells& cells);
-    void DrawField(const ControlView& control, const Cells& cells);
-    void DrawListBox(const ControlView& control, const Cells& cells);
-    void DrawOpenList(const ControlView& control, const Cells& cells);
-    void DrawEntries(const ControlView& control, const Cells& cells, int nTop);
+    void DrawGroupBox(const Window& control, const Cells& cells);
+    void DrawControl(const Window& control, const Cells& cells);
+    void DrawOpenList(const Window& control, const Cells& cells);
+    void DrawButton(const Window& control, Cells cells);
+    void DrawStatic(const Window& control, Cells cells);
+    void DrawField(const Window& control, const Cells& cells);
+    void DrawEntries(const Window& control, const Cells& cells, int nTop);
 
-    CTerminalCanvas& m_canvas;
-    const DialogView& m_dialog;
-    const DialogCells m_layout;
+    const Window& m_dialog;
+    const Cells m_frame;
     const bool m_bActive;
-    std::vector<ClickTarget>& m_targets;
+    Touch m_touch;
 };
 
 void CDialogPainter::DrawFrame()
 {
-    const auto& frame = m_layout.frame;
-    Ink ink;
-    ink.bDim = !m_dialog.bEnabled;
-    m_canvas.Fill(frame);
-    m_canvas.Frame(frame, ink);
-    ink.bReverse = m_bActive;
-    ink.bBold = m_bActive;
-    const std::u16string title = u' ' + m_dialog.title + u' ';
-    m_canvas.Text(frame.nRow, frame.nColumn + 1, frame.cColumns - 2, title, ink);
-    m_targets.push_back({frame, nullptr, -1});
+    Fill(m_frame, A_NORMAL);
+    Frame(m_frame, m_dialog.Has(WS_DISABLED) ? A_DIM : A_NORMAL);
+    const Cells title{m_frame.nRow, m_frame.nColumn + 1, 1, m_frame.cColumns - 2};
+    Text(title, u' ' + m_dialog.text + u' ', m_bActive ? A_REVERSE | A_BOLD : A_DIM);
 }
 
-void CDialogPainter::DrawGroupBox(const ControlView& control, const Cells& cells)
+void CDialogPainter::DrawGroupBox(const Window& control, const Cells& cells)
 {
-    if (control.windowClass != WindowClass::Button || ButtonType(control.dwStyle) != BS_GROUPBOX)
+    if (!IsButton(control, BS_GROUPBOX))
         return;
-    const auto caption = ReadMnemonic(control.text);
-    m_canvas.Frame(cells, InkOf(control));
-    if (caption.text.empty() || cells.cColumns < 5)
-        return;
-    m_canvas.Text(cells.nRow, cells.nColumn + 2, cells.cColumns - 4, u' ' + caption.text + u' ', InkOf(control),
-                  caption.nPosition < 0 ? -1 : caption.nPosition + 1);
+    Frame(cells, InkOf(control));
+    Text({cells.nRow, cells.nColumn + 2, 1, cells.cColumns - 4}, u' ' + control.text + u' ', InkOf(control));
 }
 
-void CDialogPainter::DrawControl(const ControlView& control, const Cells& cells)
+void CDialogPainter::DrawControl(const Window& control, const Cells& cells)
 {
     switch (control.windowClass)
     {
@@ -131,150 +97,104 @@ void CDialogPainter::DrawControl(const ControlView& control, const Cells& cells)
         return DrawButton(control, cells);
     case WindowClass::Static:
         return DrawStatic(control, cells);
-    case WindowClass::Edit:
     case WindowClass::ComboBox:
         return DrawField(control, cells);
     case WindowClass::ListBox:
-        return DrawListBox(control, cells);
+        // As far down as the last page: no room is left empty while there are entries above.
+        return DrawEntries(control, cells,
+                           std::clamp(control.nTop, 0, std::max(0, static_cast<int>(control.entries.size()) - cells.cRows)));
     case WindowClass::Dialog:
         return;
     }
 }
 
-void CDialogPainter::DrawButton(const ControlView& control, const Cells& cells)
+void CDialogPainter::DrawButton(const Window& control, Cells cells)
 {
-    if (ButtonType(control.dwStyle) == BS_GROUPBOX)
+    if (IsButton(control, BS_GROUPBOX))
         return;
     auto label = ReadMnemonic(control.text);
-    std::u16string before, after;
-    int nColumn = cells.nColumn;
-    if (IsPushButton(control.windowClass, control.dwStyle))
+    std::u16string before = control.uCheck == BST_CHECKED ? u"[x] " : u"[ ] ", after;
+    if (IsPushButton(control))
     {
-        const bool bDefault = control.hwnd == m_dialog.hwndDefault;
+        const bool bDefault = &control == DefaultButton(m_dialog);
         before = bDefault ? u"< " : u"[ ";
         after = bDefault ? u" >" : u" ]";
-        nColumn += std::max(0, cells.cColumns - static_cast<int>(label.text.size()) - 4) / 2;
+        cells.nColumn += std::max(0, cells.cColumns - static_cast<int>(label.text.size()) - 4) / 2;
     }
-    else if (IsRadioButton(control.dwStyle))
-        before = control.uCheck ? u"(*) " : u"( ) ";
-    else
-        before = control.uCheck == 0 ? u"[ ] " : control.uCheck == BST_CHECKED ? u"[x] " : u"[-] ";
     const int nMarked = label.nPosition < 0 ? -1 : label.nPosition + static_cast<int>(before.size());
-    const int cDrawn = m_canvas.Text(cells.nRow, nColumn, cells.cColumns, before + label.text + after, InkOf(control), nMarked);
-    m_targets.push_back({{cells.nRow, nColumn, 1, cDrawn}, control.hwnd, -1});
+    cells.cColumns = Text(cells, before + label.text + after, InkOf(control), nMarked);
+    m_touch.targets.push_back({cells, control.hwnd, -1});
 }
 
-void CDialogPainter::DrawStatic(const ControlView& control, const Cells& cells)
+void CDialogPainter::DrawStatic(const Window& control, Cells cells)
 {
-    if ((control.dwStyle & SS_TYPEMASK) == SS_ICON)
+    if (control.wIcon)
     {
-        const auto* row = std::find_if(std::begin(iconMarks), std::end(iconMarks),
-                                       [&](const IconMark& icon) { return icon.wIcon == control.wIcon; });
-        Ink ink = InkOf(control);
-        ink.bBold = true;
-        if (row != std::end(iconMarks))
-            m_canvas.Text(cells.nRow, cells.nColumn, cells.cColumns, row->mark, ink);
+        Text(cells, control.wIcon == IDI_ERROR ? u"(x)" : u"(!)", InkOf(control) | A_BOLD);
         return;
     }
-    Mnemonic label{control.text, -1};
-    if (HasMnemonic(control.windowClass, control.dwStyle))
-        label = ReadMnemonic(control.text);
-    const DWORD dwType = control.dwStyle & SS_TYPEMASK;
-    const bool bWrap = dwType != SS_LEFTNOWORDWRAP && dwType != SS_SIMPLE && cells.cRows > 1;
+    const auto label = control.Has(SS_NOPREFIX) ? Mnemonic{control.text, -1} : ReadMnemonic(control.text);
     std::u16string_view rest = label.text;
-    for (int nLine = 0; nLine < cells.cRows && !rest.empty(); ++nLine)
-    {
-        const auto line = TakeLine(rest, static_cast<std::size_t>(cells.cColumns), bWrap);
-        const int nSlack = std::max(0, cells.cColumns - static_cast<int>(line.size()));
-        const int nIndent = dwType == SS_CENTER ? nSlack / 2 : dwType == SS_RIGHT ? nSlack : 0;
-        const int nMarked = label.nPosition < 0 ? -1 : label.nPosition - static_cast<int>(line.data() - label.text.data());
-        m_canvas.Text(cells.nRow + nLine, cells.nColumn + nIndent, cells.cColumns, line, InkOf(control), nMarked);
-    }
+    for (const int nEnd = cells.nRow + cells.cRows; cells.nRow < nEnd; ++cells.nRow)
+        Text(cells, TakeLine(rest, static_cast<std::size_t>(cells.cColumns)), InkOf(control), label.nPosition);
 }
 
-void CDialogPainter::DrawField(const ControlView& control, const Cells& cells)
+void CDialogPainter::DrawField(const Window& control, const Cells& cells)
 {
-    const bool bCombo = control.windowClass == WindowClass::ComboBox;
-    const bool bPassword = !bCombo && (control.dwStyle & ES_PASSWORD);
-    const std::u16string text = bPassword ? std::u16string(control.text.size(), u'*') : control.text;
-    const int cInside = std::max(0, cells.cColumns - (bCombo ? 4 : 2));
-    // The caret stays in sight of a text that is longer than its field.
-    const auto uCaret = std::min(control.uCaret, text.size());
-    const auto uRoom = static_cast<std::size_t>(std::max(0, cInside - 1));
-    const auto uFirst =
-        TakesText(control.windowClass, control.dwStyle) && HasFocus(control) && uCaret > uRoom ? uCaret - uRoom : 0;
-    const Ink ink = InkOf(control);
-    m_canvas.Fill({cells.nRow, cells.nColumn, 1, cells.cColumns}, ink);
-    m_canvas.Text(cells.nRow, cells.nColumn, 1, u"[", ink);
-    m_canvas.Text(cells.nRow, cells.nColumn + 1, cInside, std::u16string_view(text).substr(uFirst), ink);
-    m_canvas.Text(cells.nRow, cells.nColumn + cells.cColumns - (bCombo ? 2 : 1), 2, bCombo ? u"v]" : u"]", ink);
-    if (HasFocus(control) && TakesText(control.windowClass, control.dwStyle))
-        m_canvas.ShowCursor(cells.nRow, cells.nColumn + 1 + static_cast<int>(uCaret - uFirst));
-    m_targets.push_back({{cells.nRow, cells.nColumn, 1, cells.cColumns}, control.hwnd, -1});
+    const int cInside = cells.cColumns - 4;
+    const bool bCursor = HasField(control) && HasFocus(control);
+    std::u16string_view text = control.text;
+    // The cursor stays in sight behind a text that is longer than its field.
+    if (bCursor && static_cast<int>(text.size()) >= cInside)
+        text.remove_prefix(text.size() - static_cast<std::size_t>(cInside - 1));
+    const attr_t ink = InkOf(control);
+    Fill(cells, ink);
+    Text(cells, u"[", ink);
+    Text({cells.nRow, cells.nColumn + 1, 1, cInside}, text, ink);
+    Text({cells.nRow, cells.nColumn + cells.cColumns - 2, 1, 2}, u"v]", ink);
+    if (bCursor)
+        m_touch.cursor = Cells{cells.nRow, cells.nColumn + 1 + static_cast<int>(text.size())};
+    m_touch.targets.push_back({cells, control.hwnd, -1});
 }
 
 // Entries from nTop on between two edges, which tell when there are more.
-void CDialogPainter::DrawEntries(const ControlView& control, const Cells& cells, int nTop)
+void CDialogPainter::DrawEntries(const Window& control, const Cells& cells, int nTop)
 {
     const int cEntries = static_cast<int>(control.entries.size());
-    Ink edge = InkOf(control);
-    edge.bReverse = false;
+    const attr_t edge = InkOf(control) & ~A_REVERSE;
+    Sides(cells, edge);
     for (int nLine = 0; nLine < cells.cRows; ++nLine)
     {
-        const int nRow = cells.nRow + nLine;
         const int nEntry = nTop + nLine;
-        const int nRight = cells.nColumn + cells.cColumns - 1;
-        const Cells inside{nRow, cells.nColumn + 1, 1, cells.cColumns - 2};
-        Ink ink = edge;
-        ink.bBold = nEntry == control.nSelected;
-        ink.bReverse = ink.bBold && HasFocus(control);
-        m_canvas.Edge(nRow, cells.nColumn, edge);
-        m_canvas.Edge(nRow, nRight, edge);
-        m_canvas.Fill(inside, ink);
+        const bool bSelected = nEntry == control.nSelected;
+        const Cells inside{cells.nRow + nLine, cells.nColumn + 1, 1, cells.cColumns - 2};
+        const attr_t ink = bSelected ? InkOf(control) | A_BOLD : edge;
+        Fill(inside, ink);
         if (nEntry < cEntries)
-            m_canvas.Text(nRow, inside.nColumn, inside.cColumns, control.entries[static_cast<std::size_t>(nEntry)], ink);
-        if (nLine == 0 && nTop > 0)
-            m_canvas.Text(nRow, nRight, 1, u"^", edge);
-        if (nLine == cells.cRows - 1 && nEntry + 1 < cEntries)
-            m_canvas.Text(nRow, nRight, 1, u"v", edge);
-        m_targets.push_back({inside, control.hwnd, nEntry < cEntries ? nEntry : -1});
+            Text(inside, control.entries[static_cast<std::size_t>(nEntry)].text, ink);
+        const bool bMore = (nLine == 0 && nTop > 0) || (nLine == cells.cRows - 1 && nEntry + 1 < cEntries);
+        if (bMore)
+            Text({inside.nRow, cells.nColumn + cells.cColumns - 1}, nLine == 0 ? u"^" : u"v", edge);
+        m_touch.targets.push_back({inside, control.hwnd, nEntry < cEntries ? nEntry : -1});
     }
-}
-
-void CDialogPainter::DrawListBox(const ControlView& control, const Cells& cells)
-{
-    // As far down as the last page: no room is left empty while there are entries above.
-    const int nLastTop = std::max(0, static_cast<int>(control.entries.size()) - cells.cRows);
-    DrawEntries(control, cells, std::clamp(control.nTop, 0, nLastTop));
     // An empty list has no entry to show the focus on.
     if (HasFocus(control) && control.nSelected < 0)
-        m_canvas.ShowCursor(cells.nRow, cells.nColumn + 1);
+        m_touch.cursor = Cells{cells.nRow, cells.nColumn + 1};
 }
 
-void CDialogPainter::DrawOpenList(const ControlView& control, const Cells& cells)
+void CDialogPainter::DrawOpenList(const Window& control, const Cells& cells)
 {
-    constexpr int mostRows = 10;
-    if (control.windowClass != WindowClass::ComboBox || !control.bDropped)
+    if (!control.bDropped)
         return;
-    const int cEntries = static_cast<int>(control.entries.size());
-    const int cRows = std::clamp(cEntries, 1, mostRows);
-    const bool bBelow = cells.nRow + cRows + 1 < m_canvas.Rows();
-    Cells list{bBelow ? cells.nRow + 1 : cells.nRow - cRows - 1, cells.nColumn, cRows + 1, cells.cColumns};
-    const int nTop = std::clamp(control.nSelected - cRows + 1, 0, std::max(0, cEntries - cRows));
-    // The line that closes the list lies on the side away from the field.
-    m_canvas.Frame({list.nRow - (bBelow ? 1 : 0), list.nColumn, cRows + 2, list.cColumns});
+    const int cRows = static_cast<int>(control.entries.size());
+    Frame({cells.nRow, cells.nColumn, cRows + 2, cells.cColumns}, A_NORMAL);
+    DrawEntries(control, {cells.nRow + 1, cells.nColumn, cRows, cells.cColumns}, 0);
     DrawField(control, cells);
-    list.nRow += bBelow ? 0 : 1;
-    list.cRows = cRows;
-    DrawEntries(control, list, nTop);
 }
 } // namespace
 
-std::vector<ClickTarget> DrawScene(CTerminalCanvas& canvas, const Scene& scene)
+Touch DrawDialog(const Window& dialog, bool bActive)
 {
-    std::vector<ClickTarget> targets;
-    for (const auto& dialog : scene)
-        CDialogPainter(canvas, dialog, &dialog == &scene.back(), targets).Draw();
-    return targets;
+    return CDialogPainter(dialog, bActive).Draw();
 }
-} // namespace platform::user32
+} // namespace terminal

@@ -1,125 +1,76 @@
 #include "terminal/Keyboard.h"
 
 #include "platform/user32/ControlStyles.h"
-#include "platform/user32/DialogNavigation.h"
 #include "platform/user32/Procedures.h"
-#include "platform/user32/TextOrder.h"
+#include "terminal/Curses.h"
+#include "terminal/Mnemonic.h"
 
-namespace platform::user32
+namespace terminal
 {
 namespace
 {
-bool IsList(const Window& control)
+void MoveInList(EngineLock& lock, Window& list, int nKey)
 {
-    return control.windowClass == WindowClass::ListBox || control.windowClass == WindowClass::ComboBox;
-}
-
-void Command(EngineLock& lock, HWND hwndDialog, int nId, const Window* pControl)
-{
-    if (pControl && pControl->Has(WS_DISABLED))
-        return;
-    CallWindow(lock, {hwndDialog, WM_COMMAND, MAKEWPARAM(static_cast<UINT>(nId), BN_CLICKED),
-                      pControl ? reinterpret_cast<LPARAM>(pControl->hwnd) : 0});
-}
-
-// Leaving an open list closes it with what is selected.
-void MoveFocus(EngineLock& lock, Window& dialog, Window* pTo)
-{
-    if (!pTo)
-        return;
-    const HWND hwndTo = pTo->hwnd;
-    if (Window* pFrom = FocusOf(dialog); pFrom && pFrom != pTo && pFrom->bDropped)
-        DropList(lock, *pFrom, false, true);
-    if (Window* pControl = CDesktop::Get().Find(hwndTo))
-        GiveFocus(*pControl);
-}
-
-void MoveInList(EngineLock& lock, Window& list, UINT uKey)
-{
-    const int nLast = static_cast<int>(list.entries.size()) - 1;
-    switch (uKey)
+    switch (nKey)
     {
-    case VK_UP:
+    case KEY_UP:
         return SelectEntry(lock, list, list.nSelected - 1);
-    case VK_DOWN:
+    case KEY_DOWN:
         return SelectEntry(lock, list, list.nSelected + 1);
-    case VK_PRIOR:
-        return SelectEntry(lock, list, list.nSelected - VisibleEntries(list.place));
-    case VK_NEXT:
-        return SelectEntry(lock, list, list.nSelected + VisibleEntries(list.place));
-    case VK_HOME:
+    case KEY_PPAGE:
+        return SelectEntry(lock, list, list.nSelected - VisibleEntries(list));
+    case KEY_NPAGE:
+        return SelectEntry(lock, list, list.nSelected + VisibleEntries(list));
+    case KEY_HOME:
         return SelectEntry(lock, list, 0);
-    case VK_END:
-        return SelectEntry(lock, list, nLast);
+    case KEY_END:
+        return SelectEntry(lock, list, static_cast<int>(list.entries.size()));
     default:
         return;
     }
 }
 
-void MoveInGroup(EngineLock& lock, Window& dialog, const Window& control, bool bBackward)
+void Press(EngineLock& lock, const Window* pButton)
 {
-    Window* pNext = NextInGroup(control, bBackward);
-    if (!pNext || pNext == &control)
+    if (pButton && !pButton->Has(WS_DISABLED))
+        Notify(lock, *pButton, BN_CLICKED);
+}
+
+void HandleKey(EngineLock& lock, const Window& dialog, Window& focus, int nKey)
+{
+    const bool bBackward = nKey == KEY_BTAB || nKey == KEY_UP || nKey == KEY_LEFT;
+    switch (nKey)
+    {
+    case '\t':
+    case KEY_BTAB:
+        return GiveFocus(*NextTabStop(dialog, &focus, bBackward));
+    case '\r':
+        return focus.bDropped ? DropList(focus, false, true) : Press(lock, DefaultButton(dialog));
+    case keyEscape:
+        if (focus.bDropped)
+            return DropList(focus, false, false);
+        CallWindow(lock, {dialog.hwnd, WM_CLOSE, 0, 0});
         return;
-    if (pNext->windowClass == WindowClass::Button && ButtonType(pNext->dwStyle) == BS_AUTORADIOBUTTON)
-        return ClickButton(lock, *pNext);
-    MoveFocus(lock, dialog, pNext);
-}
-
-void HandleArrow(EngineLock& lock, Window& dialog, Window& focus, const Input& input)
-{
-    const bool bVertical = input.uKey == VK_UP || input.uKey == VK_DOWN;
-    const bool bText = TakesText(focus.windowClass, focus.dwStyle);
-    if (focus.windowClass == WindowClass::ComboBox && bVertical && input.bAlt)
-        return DropList(lock, focus, !focus.bDropped, true);
-    if (bText && !(bVertical && IsList(focus)) && input.uKey != VK_PRIOR && input.uKey != VK_NEXT)
-        return MoveCaret(lock, focus, input.uKey);
-    if (IsList(focus))
-    {
-        const UINT uSideways = input.uKey == VK_LEFT ? VK_UP : VK_DOWN;
-        return MoveInList(lock, focus, input.uKey == VK_LEFT || input.uKey == VK_RIGHT ? uSideways : input.uKey);
-    }
-    if (bVertical || input.uKey == VK_LEFT || input.uKey == VK_RIGHT)
-        MoveInGroup(lock, dialog, focus, input.uKey == VK_UP || input.uKey == VK_LEFT);
-}
-
-void HandleKey(EngineLock& lock, Window& dialog, Window* pFocus, const Input& input)
-{
-    const bool bDropped = pFocus && pFocus->bDropped;
-    switch (input.uKey)
-    {
-    case VK_TAB:
-        return MoveFocus(lock, dialog, NextTabStop(dialog, FocusOf(dialog), input.bShift));
-    case VK_RETURN:
-        if (bDropped)
-            return DropList(lock, *pFocus, false, true);
-        if (const Window* pButton = DefaultButton(dialog))
-            return Command(lock, dialog.hwnd, pButton->nId, pButton);
-        return Command(lock, dialog.hwnd, IDOK, nullptr);
-    case VK_ESCAPE:
-        if (bDropped)
-            return DropList(lock, *pFocus, false, false);
-        return Command(lock, dialog.hwnd, IDCANCEL, CDesktop::Get().FindItem(dialog, IDCANCEL));
-    case VK_F4:
-        if (pFocus && pFocus->windowClass == WindowClass::ComboBox)
-            DropList(lock, *pFocus, !bDropped, true);
+    case KEY_F(4):
+        if (focus.windowClass == WindowClass::ComboBox)
+            DropList(focus, !focus.bDropped, true);
         return;
     default:
-        if (pFocus && !pFocus->Has(WS_DISABLED))
-            HandleArrow(lock, dialog, *pFocus, input);
+        if (focus.windowClass != WindowClass::Button)
+            return MoveInList(lock, focus, nKey);
+        if (bBackward || nKey == KEY_DOWN || nKey == KEY_RIGHT)
+            GiveFocus(*NextTabStop(dialog, &focus, bBackward));
     }
 }
 
-void HandleMnemonic(EngineLock& lock, Window& dialog, WCHAR ch)
+void HandleMnemonic(EngineLock& lock, const Window& dialog, WCHAR ch)
 {
     Window* pControl = FindMnemonic(dialog, ch);
     if (!pControl)
         return;
-    const HWND hwnd = pControl->hwnd;
-    MoveFocus(lock, dialog, pControl);
-    Window* pFocused = CDesktop::Get().Find(hwnd);
-    if (pFocused && pFocused->windowClass == WindowClass::Button)
-        ClickButton(lock, *pFocused);
+    GiveFocus(*pControl);
+    if (pControl->windowClass == WindowClass::Button)
+        ClickButton(lock, *pControl);
 }
 
 // Letters in a list without a field go to the next entry that begins with them.
@@ -130,72 +81,43 @@ void SelectByLetter(EngineLock& lock, Window& list, WCHAR ch)
     {
         const int nEntry = (list.nSelected + i) % cEntries;
         const auto& text = list.entries[static_cast<std::size_t>(nEntry)].text;
-        if (!text.empty() && FoldCase(text.front()) == FoldCase(ch))
+        if (!text.empty() && IsSameLetter(text.front(), ch))
             return SelectEntry(lock, list, nEntry);
     }
 }
 
-void HandleCharacter(EngineLock& lock, Window& dialog, Window* pFocus, const Input& input)
+void HandleCharacter(EngineLock& lock, const Window& dialog, Window& focus, const Input& input)
 {
-    if (input.bAlt || !pFocus)
-        return HandleMnemonic(lock, dialog, input.ch);
-    if (TakesText(pFocus->windowClass, pFocus->dwStyle))
-        return TypeCharacter(lock, *pFocus, input.ch);
-    if (input.ch == u' ' && pFocus->windowClass == WindowClass::Button)
-    {
-        if (CanTakeInput(*pFocus))
-            ClickButton(lock, *pFocus);
-        return;
-    }
-    if (IsList(*pFocus))
-        return SelectByLetter(lock, *pFocus, input.ch);
+    if (!input.bAlt && HasField(focus))
+        return TypeCharacter(focus, input.ch);
+    if (!input.bAlt && focus.windowClass != WindowClass::Button)
+        return SelectByLetter(lock, focus, input.ch);
+    if (!input.bAlt && input.ch == u' ')
+        return ClickButton(lock, focus);
     HandleMnemonic(lock, dialog, input.ch);
 }
 
-void HandlePress(EngineLock& lock, Window& dialog, Window& control)
+void HandleClick(EngineLock& lock, Window& control, int nEntry)
 {
-    const HWND hwnd = control.hwnd;
-    if (control.windowClass == WindowClass::Static)
-        return;
-    MoveFocus(lock, dialog, &control);
-    Window* pControl = CDesktop::Get().Find(hwnd);
-    if (!pControl)
-        return;
-    if (pControl->windowClass == WindowClass::Button)
-        return ClickButton(lock, *pControl);
-    if (pControl->windowClass == WindowClass::ComboBox)
-        DropList(lock, *pControl, !pControl->bDropped, true);
-}
-
-void HandleEntryPress(EngineLock& lock, Window& dialog, Window& list, int nEntry)
-{
-    const HWND hwnd = list.hwnd;
-    MoveFocus(lock, dialog, &list);
-    if (Window* pList = CDesktop::Get().Find(hwnd))
-        SelectEntry(lock, *pList, nEntry);
-    if (Window* pList = CDesktop::Get().Find(hwnd); pList && pList->bDropped)
-        DropList(lock, *pList, false, true);
+    GiveFocus(control);
+    if (control.windowClass == WindowClass::Button)
+        return ClickButton(lock, control);
+    if (control.windowClass == WindowClass::ComboBox)
+        DropList(control, !control.bDropped, true);
+    if (nEntry >= 0)
+        SelectEntry(lock, control, nEntry);
 }
 } // namespace
 
-void HandleInput(EngineLock& lock, HWND hwndDialog, const Input& input)
+void HandleInput(EngineLock& lock, const Window& dialog, const Input& input)
 {
-    auto& desktop = CDesktop::Get();
-    Window* pTarget = desktop.Find(input.hwnd ? input.hwnd : hwndDialog);
-    if (!pTarget)
-        return;
-    Window& dialog = desktop.Root(*pTarget);
-    if (dialog.Has(WS_DISABLED))
-        return;
-    Window* pControl = pTarget == &dialog ? FocusOf(dialog) : pTarget;
-    if (input.kind == Input::Kind::Key)
-        return HandleKey(lock, dialog, pControl, input);
-    if (input.kind == Input::Kind::Character)
-        return HandleCharacter(lock, dialog, pControl, input);
-    if (pTarget != pControl || !CanTakeInput(*pControl))
-        return;
-    if (input.kind == Input::Kind::Press)
-        return HandlePress(lock, dialog, *pControl);
-    HandleEntryPress(lock, dialog, *pControl, input.nEntry);
+    Window* const pClicked = CDesktop::Get().Find(input.hwndClicked);
+    if (pClicked && CanTakeInput(*pClicked))
+        HandleClick(lock, *pClicked, input.nEntry);
+    Window* const pFocus = pClicked ? nullptr : FocusOf(dialog);
+    if (pFocus && input.nKey)
+        HandleKey(lock, dialog, *pFocus, input.nKey);
+    else if (pFocus && input.ch)
+        HandleCharacter(lock, dialog, *pFocus, input);
 }
-} // namespace platform::user32
+} // namespace terminal

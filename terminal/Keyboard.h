@@ -1,29 +1,22 @@
-// What a person does, as the modal loop takes it from a presenter or from key messages, turned into what the active
-// dialog and its controls do.
+// What a person does at the terminal, turned into what the dialog and its controls do.
 #pragma once
 
-#include "platform/user32/Desktop.h"
+#include "terminal/Navigation.h"
 
-namespace platform::user32
+namespace terminal
 {
+inline constexpr int keyEscape = 27;
+inline constexpr WCHAR backspace = 8;
+
+// One of: a key, a character, a click.
 struct Input
 {
-    enum class Kind
-    {
-        Key,       // uKey, bShift, bAlt; to the control hwnd, the one with the focus when it is null
-        Character, // ch, bAlt; likewise
-        Press,     // a mouse click on the control hwnd
-        Entry,     // a mouse click on entry nEntry of the list in the control hwnd
-    };
-    Kind kind = Kind::Key;
-    UINT uKey = 0;
+    int nKey = 0; // as the terminal library numbers it; Tab, Enter and Esc by their control characters
     WCHAR ch = 0;
-    bool bShift = false;
     bool bAlt = false;
-    HWND hwnd = nullptr;
-    int nEntry = -1;
+    HWND hwndClicked = nullptr;
+    int nEntry = -1; // of the list that is clicked on
 };
 
-// Keys go to the dialog; mouse clicks to the control that they name, if its dialog lets them.
-void HandleInput(EngineLock& lock, HWND hwndDialog, const Input& input);
-} // namespace platform::user32
+void HandleInput(EngineLock& lock, const Window& dialog, const Input& input);
+} // namespace terminal

@@ -1,9 +1,9 @@
 // Where a dialog's parts lie in character cells.
 #pragma once
 
-#include "terminal/Scene.h"
+#include "terminal/Navigation.h"
 
-namespace platform::user32
+namespace terminal
 {
 struct Cells
 {
@@ -18,14 +18,10 @@ struct Cells
     }
 };
 
-struct DialogCells
-{
-    Cells frame;                 // with its border, on the screen
-    std::vector<Cells> controls; // one for each control of the view, on the screen
-};
+// The dialog with its border, centred on the screen; of one that is larger than the screen the control with the focus is
+// in sight.
+Cells FrameOf(const Window& dialog, int cScreenRows, int cScreenColumns);
 
-// Keeps the template's layout: about four dialog units a column and eight a row. Parts that would fall on one another
-// only because cells are coarser than units are moved down. The dialog is centred; of one that is larger than the
-// screen the part with the focus is on the screen.
-DialogCells LayOutDialog(const DialogView& dialog, int cScreenRows, int cScreenColumns);
-} // namespace platform::user32
+// A control in its dialog's frame. Keeps the template's layout: four dialog units a column and eight a row.
+Cells CellsOf(const Window& control, const Cells& frame);
+} // namespace terminal

@@ -1,16 +1,19 @@
-#include "terminal/TerminalPresenter.h"
+// Dialogs on a person's terminal: the process's controlling one, which standard input and output need not be.
+#include "platform/user32/Presenter.h"
 
 #include "terminal/Curses.h"
 #include "terminal/DialogPainter.h"
+#include "terminal/Keyboard.h"
 
 #include <algorithm>
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <locale.h>
 #include <poll.h>
+#include <string_view>
+#include <unistd.h>
 
-namespace platform::user32
+namespace terminal
 {
 namespace
 {
@@ -23,48 +26,6 @@ struct CloseFile
 };
 using File = std::unique_ptr<FILE, CloseFile>;
 
-struct FreeLocale
-{
-    using pointer = locale_t;
-    void operator()(locale_t locale) const
-    {
-        freelocale(locale);
-    }
-};
-using Locale = std::unique_ptr<locale_t, FreeLocale>;
-
-// The person's character set. Without any setting the terminal is taken to be what terminals are today.
-Locale TerminalLocale()
-{
-    const char* const variables[] = {"LC_ALL", "LC_CTYPE", "LANG"};
-    const bool bSet = std::any_of(std::begin(variables), std::end(variables),
-                                  [](const char* szName)
-                                  {
-                                      const char* szValue = std::getenv(szName);
-                                      return szValue && *szValue;
-                                  });
-    locale_t locale = newlocale(LC_CTYPE_MASK, bSet ? "" : "C.UTF-8", locale_t());
-    return Locale(locale ? locale : newlocale(LC_CTYPE_MASK, "C", locale_t()));
-}
-
-// The locale for the scope of the terminal library's calls: the program's own stays as it is.
-class CUsedLocale
-{
-public:
-    explicit CUsedLocale(locale_t locale) : m_before(uselocale(locale))
-    {
-    }
-    ~CUsedLocale()
-    {
-        uselocale(m_before);
-    }
-    CUsedLocale(const CUsedLocale&) = delete;
-    CUsedLocale& operator=(const CUsedLocale&) = delete;
-
-private:
-    locale_t m_before;
-};
-
 struct DeleteScreen
 {
     void operator()(SCREEN* pScreen) const
@@ -74,57 +35,34 @@ struct DeleteScreen
     }
 };
 
-struct KeyRow
+// UTF-8, which terminals take today, for the scope of the terminal library's calls: the program's own locale stays as it is.
+class CTerminalLocale
 {
-    int nCode;
-    UINT uKey;
-    bool bShift = false;
-    bool bAlt = false;
-};
-// Codes of our own for sequences that the terminal library has no name for.
-constexpr int altUp = KEY_MAX + 1;
-constexpr int altDown = KEY_MAX + 2;
-constexpr KeyRow functionKeys[] = {
-    {KEY_UP, VK_UP},
-    {KEY_DOWN, VK_DOWN},
-    {KEY_LEFT, VK_LEFT},
-    {KEY_RIGHT, VK_RIGHT},
-    {KEY_HOME, VK_HOME},
-    {KEY_END, VK_END},
-    {KEY_PPAGE, VK_PRIOR},
-    {KEY_NPAGE, VK_NEXT},
-    {KEY_DC, VK_DELETE},
-    {KEY_ENTER, VK_RETURN},
-    {KEY_BTAB, VK_TAB, true},
-    {KEY_F0 + 4, VK_F4},
-    {altUp, VK_UP, false, true},
-    {altDown, VK_DOWN, false, true},
-};
-constexpr wint_t escape = 27;
-constexpr WCHAR backspaceKey = 8;
+public:
+    CTerminalLocale() : m_before(uselocale(Utf8()))
+    {
+    }
+    ~CTerminalLocale()
+    {
+        uselocale(m_before);
+    }
+    CTerminalLocale(const CTerminalLocale&) = delete;
+    CTerminalLocale& operator=(const CTerminalLocale&) = delete;
 
-Input KeyPressed(UINT uKey, bool bShift = false, bool bAlt = false)
-{
-    Input input;
-    input.uKey = uKey;
-    input.bShift = bShift;
-    input.bAlt = bAlt;
-    return input;
-}
+private:
+    static locale_t Utf8()
+    {
+        static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", locale_t());
+        return locale;
+    }
 
-Input Typed(WCHAR ch, bool bAlt = false)
-{
-    Input input;
-    input.kind = Input::Kind::Character;
-    input.ch = ch;
-    input.bAlt = bAlt;
-    return input;
-}
+    const locale_t m_before;
+};
 
 class CTerminalPresenter final : public IPresenter
 {
 public:
-    CTerminalPresenter(File in, File out, Locale locale);
+    CTerminalPresenter(File in, File out);
 
     bool IsOpen() const
     {
@@ -135,31 +73,27 @@ public:
     {
         return fileno(m_in.get());
     }
-    void Show(const Scene& scene) override;
-    std::vector<Input> ReadInput() override;
+    void Show(const CThreadQueue& queue) override;
+    void TakeInput(EngineLock& lock, const CThreadQueue& queue) override;
     bool IsLost() const override
     {
         return m_bLost;
     }
 
 private:
-    void ReadCode(int nCode, std::vector<Input>& inputs) const;
-    void ReadMouse(std::vector<Input>& inputs) const;
-    static void ReadCharacter(wint_t ch, std::vector<Input>& inputs);
+    std::optional<Input> ReadInput() const;
+    Input ReadMouse() const;
 
     File m_in;
     File m_out;
-    Locale m_locale;
     std::unique_ptr<SCREEN, DeleteScreen> m_pScreen;
-    CTerminalCanvas m_canvas;
-    std::vector<ClickTarget> m_targets;
+    Touch m_touch;
     bool m_bLost = false;
 };
 
-CTerminalPresenter::CTerminalPresenter(File in, File out, Locale locale)
-    : m_in(std::move(in)), m_out(std::move(out)), m_locale(std::move(locale))
+CTerminalPresenter::CTerminalPresenter(File in, File out) : m_in(std::move(in)), m_out(std::move(out))
 {
-    const CUsedLocale used(m_locale.get());
+    const CTerminalLocale used;
     m_pScreen.reset(newterm(nullptr, m_out.get(), m_in.get()));
     if (!m_pScreen)
         return;
@@ -168,88 +102,84 @@ CTerminalPresenter::CTerminalPresenter(File in, File out, Locale locale)
     nonl();
     keypad(stdscr, TRUE);
     nodelay(stdscr, TRUE);
-    set_escdelay(25); // Esc alone is a key here, and nobody likes to wait for it
-    define_key("\033[1;3A", altUp);
-    define_key("\033[1;3B", altDown);
+    set_escdelay(25);                  // Esc alone is a key here, and nobody likes to wait for it
+    define_key("\033[1;3A", KEY_F(4)); // Alt and an arrow open a list, too
+    define_key("\033[1;3B", KEY_F(4));
     mouseinterval(0);
     mousemask(BUTTON1_PRESSED, nullptr);
 }
 
-void CTerminalPresenter::Show(const Scene& scene)
+void CTerminalPresenter::Show(const CThreadQueue& queue)
 {
-    const CUsedLocale used(m_locale.get());
-    m_canvas.Clear();
-    m_targets = DrawScene(m_canvas, scene);
-    m_canvas.Refresh();
+    const CTerminalLocale used;
+    erase();
+    m_touch = {};
+    const auto dialogs = OpenDialogs(queue);
+    for (const Window* pDialog : dialogs)
+        m_touch = DrawDialog(*pDialog, pDialog == dialogs.back());
+    curs_set(m_touch.cursor ? 1 : 0);
+    if (m_touch.cursor)
+        move(m_touch.cursor->nRow, m_touch.cursor->nColumn);
+    refresh();
 }
 
-void CTerminalPresenter::ReadMouse(std::vector<Input>& inputs) const
+Input CTerminalPresenter::ReadMouse() const
 {
-    MEVENT event;
-    if (getmouse(&event) != OK || !(event.bstate & BUTTON1_PRESSED))
-        return;
-    const auto hit = std::find_if(m_targets.rbegin(), m_targets.rend(),
-                                  [&event](const ClickTarget& target) { return target.cells.Contains(event.y, event.x); });
-    if (hit == m_targets.rend() || !hit->hwnd)
-        return;
     Input input;
-    input.kind = hit->nEntry < 0 ? Input::Kind::Press : Input::Kind::Entry;
-    input.hwnd = hit->hwnd;
-    input.nEntry = hit->nEntry;
-    inputs.push_back(input);
+    MEVENT event;
+    if (getmouse(&event) != OK)
+        return input;
+    const auto hit = std::find_if(m_touch.targets.rbegin(), m_touch.targets.rend(),
+                                  [&event](const ClickTarget& target) { return target.cells.Contains(event.y, event.x); });
+    if (hit != m_touch.targets.rend())
+    {
+        input.hwndClicked = hit->hwnd;
+        input.nEntry = hit->nEntry;
+    }
+    return input;
 }
 
-void CTerminalPresenter::ReadCode(int nCode, std::vector<Input>& inputs) const
+// Nothing when no more has come in. Keys that mean nothing come back as they are.
+std::optional<Input> CTerminalPresenter::ReadInput() const
 {
-    if (nCode == KEY_MOUSE)
-        return ReadMouse(inputs);
-    if (nCode == KEY_BACKSPACE)
-        return inputs.push_back(Typed(backspaceKey));
-    const auto* row =
-        std::find_if(std::begin(functionKeys), std::end(functionKeys), [nCode](const KeyRow& key) { return key.nCode == nCode; });
-    if (row != std::end(functionKeys))
-        inputs.push_back(KeyPressed(row->uKey, row->bShift, row->bAlt));
-}
-
-void CTerminalPresenter::ReadCharacter(wint_t ch, std::vector<Input>& inputs)
-{
-    if (ch == L'\r' || ch == L'\n')
-        return inputs.push_back(KeyPressed(VK_RETURN));
-    if (ch == L'\t')
-        return inputs.push_back(KeyPressed(VK_TAB));
-    if (ch == 127 || ch == backspaceKey)
-        return inputs.push_back(Typed(backspaceKey));
-    if (ch == escape)
+    const CTerminalLocale used;
+    Input input;
+    wint_t code = 0;
+    const int nKind = get_wch(&code);
+    if (nKind == ERR)
+        return std::nullopt;
+    const bool bKey = nKind == KEY_CODE_YES;
+    if (bKey && code == KEY_MOUSE)
+        return ReadMouse();
+    wint_t letter = 0;
+    if (bKey ? code == KEY_BACKSPACE : code == 127)
+        input.ch = backspace;
+    else if (bKey ? code == KEY_ENTER : code == L'\n')
+        input.nKey = '\r';
+    else if (!bKey && code == keyEscape && get_wch(&letter) == OK && letter != keyEscape)
     {
         // A terminal sends Alt as Esc and the letter in one go.
-        wint_t letter = 0;
-        const bool bAlt = get_wch(&letter) == OK && letter != escape;
-        return inputs.push_back(bAlt ? Typed(static_cast<WCHAR>(letter), true) : KeyPressed(VK_ESCAPE));
+        input.ch = static_cast<WCHAR>(letter);
+        input.bAlt = true;
     }
-    if (ch < L' ')
-        return;
-    if (ch > 0xFFFF)
-    {
-        inputs.push_back(Typed(static_cast<WCHAR>(0xD800u + ((ch - 0x10000u) >> 10))));
-        return inputs.push_back(Typed(static_cast<WCHAR>(0xDC00u + ((ch - 0x10000u) & 0x3FFu))));
-    }
-    inputs.push_back(Typed(static_cast<WCHAR>(ch)));
+    else if (bKey || (code < L' ' && code != backspace))
+        input.nKey = static_cast<int>(code);
+    else if (code <= 0xFFFF)
+        input.ch = static_cast<WCHAR>(code);
+    return input;
 }
 
-std::vector<Input> CTerminalPresenter::ReadInput()
+void CTerminalPresenter::TakeInput(EngineLock& lock, const CThreadQueue& queue)
 {
-    const CUsedLocale used(m_locale.get());
     pollfd terminal{InputDescriptor(), POLLIN, 0};
     poll(&terminal, 1, 0);
-    std::vector<Input> inputs;
-    wint_t ch = 0;
-    for (int nKind = get_wch(&ch); nKind != ERR; nKind = get_wch(&ch))
-        nKind == KEY_CODE_YES ? ReadCode(static_cast<int>(ch), inputs) : ReadCharacter(ch, inputs);
     m_bLost = (terminal.revents & (POLLHUP | POLLERR)) != 0;
-    return inputs;
+    while (const auto input = ReadInput())
+        if (const auto dialogs = OpenDialogs(queue); !dialogs.empty() && !dialogs.back()->Has(WS_DISABLED))
+            HandleInput(lock, *dialogs.back(), *input);
 }
-} // namespace
 
+// Null when there is no terminal, or none that can be drawn on.
 std::unique_ptr<IPresenter> OpenTerminal()
 {
     const char* szTerm = std::getenv("TERM");
@@ -259,7 +189,18 @@ std::unique_ptr<IPresenter> OpenTerminal()
     File out(fopen("/dev/tty", "we"));
     if (!in || !out)
         return nullptr;
-    auto pTerminal = std::make_unique<CTerminalPresenter>(std::move(in), std::move(out), TerminalLocale());
+    auto pTerminal = std::make_unique<CTerminalPresenter>(std::move(in), std::move(out));
     return pTerminal->IsOpen() ? std::move(pTerminal) : nullptr;
 }
-} // namespace platform::user32
+} // namespace
+} // namespace terminal
+
+bool platform::user32::OpenPresenter(std::unique_ptr<IPresenter>& pPresenter)
+{
+    const char* szChoice = std::getenv("PLATFORM_DIALOGS");
+    const std::string_view choice = szChoice ? szChoice : "";
+    const bool bAsked = choice == "terminal";
+    const bool bMayOpen = bAsked || (choice.empty() && isatty(STDIN_FILENO));
+    pPresenter = bMayOpen ? terminal::OpenTerminal() : nullptr;
+    return pPresenter || !bAsked;
+}

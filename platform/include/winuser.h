@@ -15,27 +15,9 @@ inline constexpr UINT WM_DESTROY = 0x0002;
 inline constexpr UINT WM_SETTEXT = 0x000C;
 inline constexpr UINT WM_GETTEXT = 0x000D;
 inline constexpr UINT WM_CLOSE = 0x0010;
-inline constexpr UINT WM_KEYDOWN = 0x0100;
-inline constexpr UINT WM_CHAR = 0x0102;
 inline constexpr UINT WM_INITDIALOG = 0x0110;
 inline constexpr UINT WM_COMMAND = 0x0111;
 inline constexpr UINT WM_TIMER = 0x0113;
-
-inline constexpr UINT VK_BACK = 0x08;
-inline constexpr UINT VK_TAB = 0x09;
-inline constexpr UINT VK_RETURN = 0x0D;
-inline constexpr UINT VK_ESCAPE = 0x1B;
-inline constexpr UINT VK_SPACE = 0x20;
-inline constexpr UINT VK_PRIOR = 0x21;
-inline constexpr UINT VK_NEXT = 0x22;
-inline constexpr UINT VK_END = 0x23;
-inline constexpr UINT VK_HOME = 0x24;
-inline constexpr UINT VK_LEFT = 0x25;
-inline constexpr UINT VK_UP = 0x26;
-inline constexpr UINT VK_RIGHT = 0x27;
-inline constexpr UINT VK_DOWN = 0x28;
-inline constexpr UINT VK_DELETE = 0x2E;
-inline constexpr UINT VK_F4 = 0x73;
 
 inline constexpr UINT BM_GETCHECK = 0x00F0;
 inline constexpr UINT BM_SETCHECK = 0x00F1;
@@ -79,7 +61,6 @@ inline constexpr DWORD WS_POPUP = 0x80000000u;
 inline constexpr DWORD WS_CHILD = 0x40000000u;
 inline constexpr DWORD WS_VISIBLE = 0x10000000u;
 inline constexpr DWORD WS_DISABLED = 0x08000000u;
-inline constexpr DWORD WS_GROUP = 0x00020000u;
 inline constexpr DWORD WS_TABSTOP = 0x00010000u;
 inline constexpr DWORD DS_SETFONT = 0x40u;
 

@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,7 +15,6 @@ enum class WindowClass
 {
     Dialog,
     Button,
-    Edit,
     Static,
     ListBox,
     ComboBox,
@@ -42,7 +40,7 @@ struct DialogState
 {
     DLGPROC pProcedure = nullptr;
     LONG_PTR lUser = 0;
-    HWND hwndFocus = nullptr;    // the control that has, or gets back, the keyboard
+    HWND hwndFocus = nullptr;    // the control that a click has given the keyboard to
     HWND hwndReenable = nullptr; // the owner, when it was enabled before the dialog came up
     bool bEnded = false;
     INT_PTR nResult = 0;
@@ -70,7 +68,6 @@ struct Window
     int nTop = 0;
     int nSelectedWhenDropped = -1; // what Esc in an open list goes back to
     bool bDropped = false;
-    std::size_t uCaret = 0;
 
     bool Has(DWORD dwFlags) const noexcept
     {
