@@ -43,7 +43,7 @@ void HandleKey(EngineLock& lock, const Window& dialog, Window& focus, int nKey)
     {
     case '\t':
     case KEY_BTAB:
-        return GiveFocus(*NextTabStop(dialog, &focus, bBackward));
+        return GiveFocus(NextTabStop(dialog, &focus, bBackward));
     case '\r':
         return focus.bDropped ? DropList(focus, false, true) : Press(lock, DefaultButton(dialog));
     case keyEscape:
@@ -59,17 +59,15 @@ void HandleKey(EngineLock& lock, const Window& dialog, Window& focus, int nKey)
         if (focus.windowClass != WindowClass::Button)
             return MoveInList(lock, focus, nKey);
         if (bBackward || nKey == KEY_DOWN || nKey == KEY_RIGHT)
-            GiveFocus(*NextTabStop(dialog, &focus, bBackward));
+            GiveFocus(NextTabStop(dialog, &focus, bBackward));
     }
 }
 
 void HandleMnemonic(EngineLock& lock, const Window& dialog, WCHAR ch)
 {
     Window* pControl = FindMnemonic(dialog, ch);
-    if (!pControl)
-        return;
-    GiveFocus(*pControl);
-    if (pControl->windowClass == WindowClass::Button)
+    GiveFocus(pControl);
+    if (pControl && pControl->windowClass == WindowClass::Button)
         ClickButton(lock, *pControl);
 }
 
@@ -99,7 +97,7 @@ void HandleCharacter(EngineLock& lock, const Window& dialog, Window& focus, cons
 
 void HandleClick(EngineLock& lock, Window& control, int nEntry)
 {
-    GiveFocus(control);
+    GiveFocus(&control);
     if (control.windowClass == WindowClass::Button)
         return ClickButton(lock, control);
     if (control.windowClass == WindowClass::ComboBox)

@@ -6,7 +6,6 @@
 namespace terminal
 {
 inline constexpr int keyEscape = 27;
-inline constexpr WCHAR backspace = 8;
 
 // One of: a key, a character, a click.
 struct Input

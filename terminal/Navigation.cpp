@@ -52,12 +52,14 @@ Window* FocusOf(const Window& dialog)
     return pFocus && CanTakeInput(*pFocus) ? pFocus : NextTabStop(dialog, nullptr);
 }
 
-void GiveFocus(Window& control)
+void GiveFocus(Window* pControl)
 {
-    const Window& dialog = CDesktop::Get().Root(control);
-    if (Window* pFrom = FocusOf(dialog); pFrom && pFrom != &control && pFrom->bDropped)
+    if (!pControl)
+        return;
+    const Window& dialog = CDesktop::Get().Root(*pControl);
+    if (Window* pFrom = FocusOf(dialog); pFrom && pFrom != pControl && pFrom->bDropped)
         DropList(*pFrom, false, true);
-    dialog.pDialog->hwndFocus = control.hwnd;
+    dialog.pDialog->hwndFocus = pControl->hwnd;
 }
 
 Window* DefaultButton(const Window& dialog)

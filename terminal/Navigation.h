@@ -19,8 +19,8 @@ Window* NextTabStop(const Window& dialog, const Window* pFrom, bool bBackward = 
 
 // The control with the keyboard: the one that it was given to, as long as that can take it, or else the first tab stop.
 Window* FocusOf(const Window& dialog);
-// A list that loses the focus is closed with what is selected.
-void GiveFocus(Window& control);
+// Null changes nothing. A list that loses the focus is closed with what is selected.
+void GiveFocus(Window* pControl);
 
 // What Enter presses: the push button with the focus, otherwise the one that the template made default. May be null.
 Window* DefaultButton(const Window& dialog);

@@ -1,6 +1,7 @@
 // Dialogs on a person's terminal: the process's controlling one, which standard input and output need not be.
 #include "platform/user32/Presenter.h"
 
+#include "platform/user32/Procedures.h"
 #include "terminal/Curses.h"
 #include "terminal/DialogPainter.h"
 #include "terminal/Keyboard.h"

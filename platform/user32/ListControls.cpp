@@ -70,7 +70,6 @@ void DropList(Window& combo, bool bDrop, bool bAccept)
 
 void TypeCharacter(Window& combo, WCHAR ch)
 {
-    constexpr WCHAR backspace = 8;
     if (ch >= u' ')
         combo.text += ch;
     else if (ch == backspace && !combo.text.empty())

@@ -22,5 +22,6 @@ void ClickButton(EngineLock& lock, Window& button);
 void SelectEntry(EngineLock& lock, Window& list, int nEntry);
 // What a person does with a combo box, of which the dialog is not told. bAccept tells between Enter and Esc in an open list.
 void DropList(Window& combo, bool bDrop, bool bAccept);
+inline constexpr WCHAR backspace = 8;
 void TypeCharacter(Window& combo, WCHAR ch);
 } // namespace platform::user32

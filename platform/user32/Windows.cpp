@@ -136,11 +136,11 @@ BOOL WINAPI EnumWindows(WNDENUMPROC pEnumProc, LPARAM lParam)
     if (FailsAsPlanned("EnumWindows", ERROR_NOT_ENOUGH_MEMORY))
         return FALSE;
     // Collected first: the callback runs without the lock and may open and close any.
-    const std::vector<HWND> windows = [](auto& desktop)
+    std::vector<HWND> windows;
     {
-        const auto lock = desktop.Lock();
-        return desktop.TopLevelWindows();
-    }(CDesktop::Get());
+        const auto lock = CDesktop::Get().Lock();
+        windows = CDesktop::Get().TopLevelWindows();
+    }
     for (HWND hwnd : windows)
         if (IsWindow(hwnd) && !pEnumProc(hwnd, lParam))
             return FALSE;
