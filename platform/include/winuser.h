@@ -14,31 +14,10 @@ inline constexpr UINT WM_NULL = 0x0000;
 inline constexpr UINT WM_DESTROY = 0x0002;
 inline constexpr UINT WM_SETTEXT = 0x000C;
 inline constexpr UINT WM_GETTEXT = 0x000D;
-inline constexpr UINT WM_GETTEXTLENGTH = 0x000E;
 inline constexpr UINT WM_CLOSE = 0x0010;
-inline constexpr UINT WM_KEYDOWN = 0x0100;
-inline constexpr UINT WM_CHAR = 0x0102;
 inline constexpr UINT WM_INITDIALOG = 0x0110;
 inline constexpr UINT WM_COMMAND = 0x0111;
 inline constexpr UINT WM_TIMER = 0x0113;
-inline constexpr UINT WM_NEXTDLGCTL = 0x0028;
-inline constexpr UINT WM_APP = 0x8000;
-
-inline constexpr UINT VK_BACK = 0x08;
-inline constexpr UINT VK_TAB = 0x09;
-inline constexpr UINT VK_RETURN = 0x0D;
-inline constexpr UINT VK_ESCAPE = 0x1B;
-inline constexpr UINT VK_SPACE = 0x20;
-inline constexpr UINT VK_PRIOR = 0x21;
-inline constexpr UINT VK_NEXT = 0x22;
-inline constexpr UINT VK_END = 0x23;
-inline constexpr UINT VK_HOME = 0x24;
-inline constexpr UINT VK_LEFT = 0x25;
-inline constexpr UINT VK_UP = 0x26;
-inline constexpr UINT VK_RIGHT = 0x27;
-inline constexpr UINT VK_DOWN = 0x28;
-inline constexpr UINT VK_DELETE = 0x2E;
-inline constexpr UINT VK_F4 = 0x73;
 
 inline constexpr UINT BM_GETCHECK = 0x00F0;
 inline constexpr UINT BM_SETCHECK = 0x00F1;
@@ -50,11 +29,9 @@ inline constexpr UINT BN_CLICKED = 0;
 inline constexpr UINT STM_GETICON = 0x0171;
 
 inline constexpr UINT CB_ADDSTRING = 0x0143;
-inline constexpr UINT CB_DELETESTRING = 0x0144;
 inline constexpr UINT CB_GETCOUNT = 0x0146;
 inline constexpr UINT CB_GETCURSEL = 0x0147;
 inline constexpr UINT CB_GETLBTEXT = 0x0148;
-inline constexpr UINT CB_GETLBTEXTLEN = 0x0149;
 inline constexpr UINT CB_INSERTSTRING = 0x014A;
 inline constexpr UINT CB_RESETCONTENT = 0x014B;
 inline constexpr UINT CB_SETCURSEL = 0x014E;
@@ -64,40 +41,26 @@ inline constexpr LRESULT CB_ERR = -1;
 inline constexpr UINT CBN_SELCHANGE = 1;
 
 inline constexpr UINT LB_ADDSTRING = 0x0180;
-inline constexpr UINT LB_RESETCONTENT = 0x0184;
-inline constexpr UINT LB_SETCURSEL = 0x0186;
-inline constexpr UINT LB_GETCURSEL = 0x0188;
 inline constexpr UINT LB_GETTEXT = 0x0189;
-inline constexpr UINT LB_GETTEXTLEN = 0x018A;
 inline constexpr UINT LB_GETCOUNT = 0x018B;
 inline constexpr UINT LB_SETTOPINDEX = 0x0197;
 inline constexpr LRESULT LB_ERR = -1;
 
 inline constexpr UINT MB_OK = 0x0000;
-inline constexpr UINT MB_YESNO = 0x0004;
 inline constexpr UINT MB_ICONERROR = 0x0010;
 inline constexpr UINT MB_ICONWARNING = 0x0030;
-inline constexpr UINT MB_ICONINFORMATION = 0x0040;
 
 inline constexpr int SW_HIDE = 0;
-inline constexpr int SW_SHOW = 5;
 inline constexpr UINT GW_OWNER = 4;
-inline constexpr UINT GW_CHILD = 5;
-inline constexpr UINT GW_HWNDNEXT = 2;
 inline constexpr int GWL_STYLE = -16;
 inline constexpr DWORD BS_AUTOCHECKBOX = 3;
-inline constexpr int DWLP_MSGRESULT = 0;
-inline constexpr int DWLP_DLGPROC = sizeof(LRESULT);
 inline constexpr int DWLP_USER = sizeof(LRESULT) + sizeof(DLGPROC);
 inline constexpr UINT SMTO_NORMAL = 0;
-inline constexpr UINT SMTO_ABORTIFHUNG = 2;
 
 inline constexpr DWORD WS_POPUP = 0x80000000u;
 inline constexpr DWORD WS_CHILD = 0x40000000u;
 inline constexpr DWORD WS_VISIBLE = 0x10000000u;
 inline constexpr DWORD WS_DISABLED = 0x08000000u;
-inline constexpr DWORD WS_CLIPSIBLINGS = 0x04000000u;
-inline constexpr DWORD WS_GROUP = 0x00020000u;
 inline constexpr DWORD WS_TABSTOP = 0x00010000u;
 inline constexpr DWORD DS_SETFONT = 0x40u;
 
@@ -114,7 +77,6 @@ extern "C"
     BOOL WINAPI CheckDlgButton(HWND hwndDialog, int nId, UINT uCheck);
     UINT WINAPI IsDlgButtonChecked(HWND hwndDialog, int nId);
     BOOL WINAPI SetDlgItemTextW(HWND hwndDialog, int nId, LPCWSTR szText);
-    UINT WINAPI GetDlgItemTextW(HWND hwndDialog, int nId, LPWSTR szBuffer, int cchBuffer);
     LRESULT WINAPI SendDlgItemMessageW(HWND hwndDialog, int nId, UINT uMessage, WPARAM wParam, LPARAM lParam);
 
     BOOL WINAPI EnableWindow(HWND hwnd, BOOL bEnable);
@@ -123,25 +85,18 @@ extern "C"
     BOOL WINAPI IsWindowVisible(HWND hwnd);
     BOOL WINAPI IsWindow(HWND hwnd);
     BOOL WINAPI SetWindowTextW(HWND hwnd, LPCWSTR szText);
-    int WINAPI GetWindowTextW(HWND hwnd, LPWSTR szBuffer, int cchBuffer);
-    int WINAPI GetClassNameW(HWND hwnd, LPWSTR szBuffer, int cchBuffer);
     HWND WINAPI GetParent(HWND hwnd);
     HWND WINAPI GetWindow(HWND hwnd, UINT uCommand);
     LONG_PTR WINAPI GetWindowLongPtrW(HWND hwnd, int nIndex);
     LONG_PTR WINAPI SetWindowLongPtrW(HWND hwnd, int nIndex, LONG_PTR lValue);
-    HWND WINAPI SetFocus(HWND hwnd);
-    HWND WINAPI GetFocus();
 
     LRESULT WINAPI SendMessageW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam);
     LRESULT WINAPI SendMessageTimeoutW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam, UINT uFlags, UINT uTimeoutMs,
                                        DWORD_PTR* pdwResult);
     BOOL WINAPI PostMessageW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam);
     UINT_PTR WINAPI SetTimer(HWND hwnd, UINT_PTR uId, UINT uElapseMs, TIMERPROC pTimerProc);
-    BOOL WINAPI KillTimer(HWND hwnd, UINT_PTR uId);
 
-    // The top-level windows of a thread or of the process, in the order of their making, the newest first.
-    BOOL WINAPI EnumThreadWindows(DWORD dwThreadId, WNDENUMPROC pEnumProc, LPARAM lParam);
+    // The top-level windows of the process, the newest first.
     BOOL WINAPI EnumWindows(WNDENUMPROC pEnumProc, LPARAM lParam);
-    BOOL WINAPI EnumChildWindows(HWND hwndParent, WNDENUMPROC pEnumProc, LPARAM lParam);
     DWORD WINAPI GetWindowThreadProcessId(HWND hwnd, LPDWORD pdwProcessId);
 }

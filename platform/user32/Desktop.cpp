@@ -35,6 +35,7 @@ Window* CDesktop::FindItem(const Window& dialog, int nId)
     for (HWND hwnd : dialog.children)
         if (Window& child = *m_windows.at(hwnd); child.nId == nId)
             return &child;
+    SetLastError(ERROR_CONTROL_ID_NOT_FOUND);
     return nullptr;
 }
 

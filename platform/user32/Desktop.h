@@ -47,6 +47,7 @@ public:
     Window* Find(HWND hwnd);
     // Null as above, also for a window that is no dialog.
     Window* FindDialog(HWND hwnd);
+    // Null with ERROR_CONTROL_ID_NOT_FOUND as last error when the dialog has no such control.
     Window* FindItem(const Window& dialog, int nId);
     // The dialog that the window is or belongs to.
     Window& Root(Window& window);

@@ -1,85 +1,54 @@
 // Controls by their dialog and number.
 #include "platform/user32/Desktop.h"
 #include "platform/user32/PlannedFailure.h"
-#include "platform/user32/TextOrder.h"
 
 using namespace platform::user32;
 
 namespace
 {
-HWND FindControl(HWND hwndDialog, int nId)
+// Null, with a last error, when the call is to fail or there is no such control.
+HWND FindControl(const char* szFunction, HWND hwndDialog, int nId)
 {
+    if (FailsAsPlanned(szFunction, ERROR_CONTROL_ID_NOT_FOUND))
+        return nullptr;
     auto& desktop = CDesktop::Get();
     const auto lock = desktop.Lock();
     const Window* pDialog = desktop.Find(hwndDialog);
-    if (!pDialog)
-        return nullptr;
-    const Window* pControl = desktop.FindItem(*pDialog, nId);
-    if (!pControl)
-        SetLastError(ERROR_CONTROL_ID_NOT_FOUND);
+    const Window* pControl = pDialog ? desktop.FindItem(*pDialog, nId) : nullptr;
     return pControl ? pControl->hwnd : nullptr;
+}
+
+LRESULT SendToControl(const char* szFunction, HWND hwndDialog, int nId, UINT uMessage, WPARAM wParam, LPARAM lParam)
+{
+    const HWND hwnd = FindControl(szFunction, hwndDialog, nId);
+    return hwnd ? SendMessageW(hwnd, uMessage, wParam, lParam) : 0;
 }
 } // namespace
 
 HWND WINAPI GetDlgItem(HWND hwndDialog, int nId)
 {
-    if (FailsAsPlanned("GetDlgItem", ERROR_CONTROL_ID_NOT_FOUND))
-        return nullptr;
-    return FindControl(hwndDialog, nId);
-}
-
-int WINAPI GetDlgCtrlID(HWND hwnd)
-{
-    if (FailsAsPlanned("GetDlgCtrlID", ERROR_INVALID_WINDOW_HANDLE))
-        return 0;
-    const auto lock = CDesktop::Get().Lock();
-    const Window* pWindow = CDesktop::Get().Find(hwnd);
-    return pWindow ? pWindow->nId : 0;
+    return FindControl("GetDlgItem", hwndDialog, nId);
 }
 
 BOOL WINAPI CheckDlgButton(HWND hwndDialog, int nId, UINT uCheck)
 {
-    if (FailsAsPlanned("CheckDlgButton", ERROR_CONTROL_ID_NOT_FOUND))
-        return FALSE;
-    const HWND hwnd = FindControl(hwndDialog, nId);
-    if (!hwnd)
-        return FALSE;
-    SendMessageW(hwnd, BM_SETCHECK, uCheck, 0);
-    return TRUE;
+    const HWND hwnd = FindControl("CheckDlgButton", hwndDialog, nId);
+    if (hwnd)
+        SendMessageW(hwnd, BM_SETCHECK, uCheck, 0);
+    return hwnd != nullptr;
 }
 
 UINT WINAPI IsDlgButtonChecked(HWND hwndDialog, int nId)
 {
-    if (FailsAsPlanned("IsDlgButtonChecked", ERROR_CONTROL_ID_NOT_FOUND))
-        return BST_UNCHECKED;
-    const HWND hwnd = FindControl(hwndDialog, nId);
-    return hwnd ? static_cast<UINT>(SendMessageW(hwnd, BM_GETCHECK, 0, 0)) : BST_UNCHECKED;
+    return static_cast<UINT>(SendToControl("IsDlgButtonChecked", hwndDialog, nId, BM_GETCHECK, 0, 0));
 }
 
 BOOL WINAPI SetDlgItemTextW(HWND hwndDialog, int nId, LPCWSTR szText)
 {
-    if (FailsAsPlanned("SetDlgItemTextW", ERROR_CONTROL_ID_NOT_FOUND))
-        return FALSE;
-    const HWND hwnd = FindControl(hwndDialog, nId);
-    return hwnd && SendMessageW(hwnd, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(szText)) > 0;
-}
-
-UINT WINAPI GetDlgItemTextW(HWND hwndDialog, int nId, LPWSTR szBuffer, int cchBuffer)
-{
-    // An item that is not there reads like an empty one.
-    CopyText({}, szBuffer, cchBuffer > 0 ? 1 : 0);
-    if (FailsAsPlanned("GetDlgItemTextW", ERROR_CONTROL_ID_NOT_FOUND))
-        return 0;
-    const HWND hwnd = FindControl(hwndDialog, nId);
-    if (!hwnd || cchBuffer <= 0)
-        return 0;
-    return static_cast<UINT>(SendMessageW(hwnd, WM_GETTEXT, static_cast<WPARAM>(cchBuffer), reinterpret_cast<LPARAM>(szBuffer)));
+    return SendToControl("SetDlgItemTextW", hwndDialog, nId, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(szText)) > 0;
 }
 
 LRESULT WINAPI SendDlgItemMessageW(HWND hwndDialog, int nId, UINT uMessage, WPARAM wParam, LPARAM lParam)
 {
-    if (FailsAsPlanned("SendDlgItemMessageW", ERROR_CONTROL_ID_NOT_FOUND))
-        return 0;
-    const HWND hwnd = FindControl(hwndDialog, nId);
-    return hwnd ? SendMessageW(hwnd, uMessage, wParam, lParam) : 0;
+    return SendToControl("SendDlgItemMessageW", hwndDialog, nId, uMessage, wParam, lParam);
 }

@@ -2,20 +2,7 @@
 #include "platform/user32/Desktop.h"
 #include "platform/user32/Modal.h"
 #include "platform/user32/PlannedFailure.h"
-
-namespace platform::user32
-{
-namespace
-{
-std::span<const std::uint8_t> FindDialogResource(HINSTANCE hInstance, LPCWSTR szTemplate)
-{
-    const HRSRC hResource = FindResourceW(hInstance, szTemplate, RT_DIALOG);
-    const HGLOBAL hData = hResource ? LoadResource(hInstance, hResource) : nullptr;
-    const auto* pBytes = hData ? static_cast<const std::uint8_t*>(LockResource(hData)) : nullptr;
-    return pBytes ? std::span(pBytes, SizeofResource(hInstance, hResource)) : std::span<const std::uint8_t>();
-}
-} // namespace
-} // namespace platform::user32
+#include "platform/user32/Resource.h"
 
 using namespace platform::user32;
 
@@ -24,20 +11,17 @@ INT_PTR WINAPI DialogBoxParamW(HINSTANCE hInstance, LPCWSTR szTemplate, HWND hwn
     if (FailsAsPlanned("DialogBoxParamW", ERROR_NOT_ENOUGH_MEMORY))
         return -1;
     if (hwndParent && !IsWindow(hwndParent))
-    {
-        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return 0; // an owner that does not exist has a failure value of its own
-    }
-    const auto bytes = FindDialogResource(hInstance, szTemplate);
+    const auto bytes = ResourceBytes(hInstance, szTemplate, RT_DIALOG);
     if (bytes.empty())
         return -1;
-    DialogTemplate dialogTemplate;
-    if (const DWORD dwError = ReadDialogTemplate(bytes, dialogTemplate); dwError != ERROR_SUCCESS)
+    const auto dialogTemplate = ReadDialogTemplate(bytes);
+    if (!dialogTemplate)
     {
-        SetLastError(dwError);
+        SetLastError(ERROR_RESOURCE_DATA_NOT_FOUND);
         return -1;
     }
-    return RunDialog(dialogTemplate, hwndParent, pDialogProc, lInitParam).value_or(-1);
+    return RunDialog(*dialogTemplate, hwndParent, pDialogProc, lInitParam).value_or(-1);
 }
 
 BOOL WINAPI EndDialog(HWND hwndDialog, INT_PTR nResult)

@@ -2,17 +2,17 @@
 // timers.
 #pragma once
 
-#include "platform/user32/Presenter.h"
+#include "platform/user32/Desktop.h"
 
 namespace platform::user32
 {
 // Answers one message that another thread has sent; false when none waits.
 bool AnswerSentMessage(EngineLock& lock, CThreadQueue& queue);
 
+// Brings a presenter up for the thread's outermost dialog; it stays for all that are stacked on it.
 class CMessageLoop
 {
 public:
-    // Brings a presenter up for the thread's outermost loop.
     CMessageLoop(EngineLock& lock, CThreadQueue& queue);
     ~CMessageLoop();
     CMessageLoop(const CMessageLoop&) = delete;
@@ -22,19 +22,18 @@ public:
     // or the system has no descriptor left to wait on.
     bool IsReady();
 
-    // Deals with one thing, or waits until there is one. Keys in messages to the dialog or its controls are the
-    // dialog's.
+    // Deals with one thing, or waits until there is one.
     void Turn(HWND hwndDialog);
 
 private:
-    bool DeliverPosted(HWND hwndDialog);
+    bool DeliverPosted();
     bool DeliverTimer();
     bool CloseForLostPresenter(HWND hwndDialog);
-    void Show();
     void Wait();
 
     EngineLock& m_lock;
     CThreadQueue& m_queue;
+    const bool m_bOutermost;
     bool m_bPresented = true;
     bool m_bClosed = false;
 };

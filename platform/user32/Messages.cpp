@@ -50,22 +50,6 @@ std::optional<LRESULT> Send(const Message& message, const Deadline& deadline)
         SetLastError(ERROR_TIMEOUT);
     return answer;
 }
-
-constexpr UINT shortestPeriod = 10;
-
-auto FindTimer(CThreadQueue& queue, HWND hwnd, UINT_PTR uId)
-{
-    return std::find_if(queue.timers.begin(), queue.timers.end(),
-                        [=](const Timer& timer) { return timer.hwnd == hwnd && timer.uId == uId; });
-}
-
-UINT_PTR FreeTimerId(CThreadQueue& queue)
-{
-    UINT_PTR uId = 1;
-    while (FindTimer(queue, nullptr, uId) != queue.timers.end())
-        ++uId;
-    return uId;
-}
 } // namespace
 
 LRESULT WINAPI SendMessageW(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam)
@@ -80,7 +64,7 @@ LRESULT WINAPI SendMessageTimeoutW(HWND hwnd, UINT uMessage, WPARAM wParam, LPAR
 {
     if (FailsAsPlanned("SendMessageTimeoutW", ERROR_TIMEOUT))
         return 0;
-    if ((uFlags & ~SMTO_ABORTIFHUNG) != SMTO_NORMAL)
+    if (uFlags != SMTO_NORMAL)
     {
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;
@@ -111,35 +95,16 @@ UINT_PTR WINAPI SetTimer(HWND hwnd, UINT_PTR uId, UINT uElapseMs, TIMERPROC pTim
         return 0;
     const auto lock = CDesktop::Get().Lock();
     auto& queue = *CThreadQueue::Current();
-    const Window* pWindow = hwnd ? CDesktop::Get().Find(hwnd) : nullptr;
-    if (hwnd && !pWindow)
-        return 0;
-    if (pWindow && pWindow->pQueue.get() != &queue)
+    // Timers of dialogs alone, told by message; another thread's dialog is none of the caller's.
+    const Window* pWindow = CDesktop::Get().Find(hwnd);
+    if (!pWindow || pWindow->pQueue.get() != &queue || pTimerProc)
     {
-        SetLastError(ERROR_INVALID_WINDOW_HANDLE); // another thread's
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
         return 0;
     }
-    // Without a window the number is the system's choice, unless it names a timer that is to be changed.
-    if (!hwnd && FindTimer(queue, hwnd, uId) == queue.timers.end())
-        uId = FreeTimerId(queue);
-    std::erase_if(queue.timers, [=](const Timer& timer) { return timer.hwnd == hwnd && timer.uId == uId; });
+    constexpr UINT shortestPeriod = 10;
     const std::chrono::milliseconds period(std::max(uElapseMs, shortestPeriod));
-    queue.timers.push_back({hwnd, uId, period, pTimerProc, Timer::Clock::now() + period});
-    return hwnd && uId == 0 ? 1 : uId; // a window's timer may be number 0; success may not be told by 0
-}
-
-BOOL WINAPI KillTimer(HWND hwnd, UINT_PTR uId)
-{
-    if (FailsAsPlanned("KillTimer", ERROR_INVALID_PARAMETER))
-        return FALSE;
-    const auto lock = CDesktop::Get().Lock();
-    auto& queue = *CThreadQueue::Current();
-    const auto timer = FindTimer(queue, hwnd, uId);
-    if (timer == queue.timers.end())
-    {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
-    queue.timers.erase(timer);
-    return TRUE;
+    std::erase_if(queue.timers, [=](const Timer& timer) { return timer.hwnd == hwnd && timer.uId == uId; });
+    queue.timers.push_back({hwnd, uId, period, Timer::Clock::now() + period});
+    return uId;
 }

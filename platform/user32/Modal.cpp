@@ -1,6 +1,5 @@
 #include "platform/user32/Modal.h"
 
-#include "platform/user32/DialogNavigation.h"
 #include "platform/user32/MessageLoop.h"
 #include "platform/user32/Procedures.h"
 
@@ -34,7 +33,6 @@ private:
 
     EngineLock& m_lock;
     const std::shared_ptr<CThreadQueue> m_pQueue = CThreadQueue::Current();
-    const HWND m_hwndActiveBefore = m_pQueue->hwndActive;
     HWND m_hwnd = nullptr;
 };
 
@@ -43,7 +41,7 @@ CModalDialog::CModalDialog(EngineLock& lock, const DialogTemplate& dialogTemplat
 {
     auto& desktop = CDesktop::Get();
     auto pDialog = std::make_unique<Window>();
-    pDialog->dwStyle = dialogTemplate.dwStyle | WS_CLIPSIBLINGS; // as every top-level window has it
+    pDialog->dwStyle = dialogTemplate.dwStyle;
     pDialog->place = dialogTemplate.place;
     pDialog->text = dialogTemplate.title;
     pDialog->pDialog = std::make_unique<DialogState>();
@@ -84,26 +82,13 @@ CModalDialog::~CModalDialog()
         EndModal(*pDialog, pDialog->pDialog->nResult);
     std::erase(m_pQueue->modalWindows, m_hwnd);
     CDesktop::Get().Destroy(m_hwnd);
-    m_pQueue->hwndActive = m_hwndActiveBefore;
 }
 
 void CModalDialog::Initialise(LPARAM lInitParam)
 {
-    const Window* pFirst = NextTabStop(*Find(), nullptr);
-    const auto wFocus = reinterpret_cast<WPARAM>(pFirst ? pFirst->hwnd : nullptr);
-    const LRESULT lDefaultFocus = CallWindow(m_lock, {m_hwnd, WM_INITDIALOG, wFocus, lInitParam});
-    Window* pDialog = Find();
-    if (!pDialog)
-        return;
-    // The procedure may have changed the tab order, so the default is looked for again. A procedure that neither sets
-    // the focus nor asks for the default gets it too as soon as the dialog comes to the front.
-    if (lDefaultFocus || !FocusOf(*pDialog))
-        if (Window* pFocus = NextTabStop(*pDialog, nullptr))
-            pDialog->pDialog->hwndFocus = pFocus->hwnd;
-    if (pDialog->pDialog->bEnded)
-        return;
-    pDialog->dwStyle |= WS_VISIBLE;
-    m_pQueue->hwndActive = m_hwnd;
+    CallWindow(m_lock, {m_hwnd, WM_INITDIALOG, 0, lInitParam});
+    if (IsOpen())
+        Find()->dwStyle |= WS_VISIBLE;
 }
 
 std::optional<INT_PTR> CModalDialog::Run(LPARAM lInitParam)

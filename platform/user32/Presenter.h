@@ -2,15 +2,11 @@
 // of other threads alone.
 #pragma once
 
-#include "platform/user32/Keyboard.h"
-#include "platform/user32/Scene.h"
-
-#include <memory>
-#include <vector>
+#include "platform/user32/Desktop.h"
 
 namespace platform::user32
 {
-// Used by one thread at a time, without the engine's lock.
+// Used by one thread at a time, with the engine's lock held.
 class IPresenter
 {
 public:
@@ -18,15 +14,16 @@ public:
 
     // Becomes readable when there is input; the modal loop waits on it together with its messages.
     virtual int InputDescriptor() const = 0;
-    virtual void Show(const Scene& scene) = 0;
-    // What has come in since the last call; empty when nothing has.
-    virtual std::vector<Input> ReadInput() = 0;
+    // The dialogs that the thread has open.
+    virtual void Show(const CThreadQueue& queue) = 0;
+    // Does what the person has asked for since the last call. The lock is given up while the program's procedures run.
+    virtual void TakeInput(EngineLock& lock, const CThreadQueue& queue) = 0;
     // The person is gone for good (a closed terminal): nothing will come in any more.
     virtual bool IsLost() const = 0;
 };
 
-// As the environment variable PLATFORM_DIALOGS asks for: "terminal" opens the controlling terminal, "none" nothing;
-// without the variable the terminal is taken when standard input is one. Null when there is to be none; false when the
-// terminal that was asked for does not open.
+// Made by whoever draws dialogs, as the environment variable PLATFORM_DIALOGS asks for: "terminal" opens the controlling
+// terminal, "none" nothing; without the variable the terminal is taken when standard input is one. Null when there is
+// to be none; false when the terminal that was asked for does not open.
 bool OpenPresenter(std::unique_ptr<IPresenter>& pPresenter);
 } // namespace platform::user32

@@ -9,11 +9,8 @@ namespace platform::user32
 // Lets the window's procedure answer the message; 0 when there is no such window.
 LRESULT CallWindow(EngineLock& lock, const Message& message);
 
-LRESULT DialogMessage(EngineLock& lock, const Message& message);
-LRESULT ButtonMessage(EngineLock& lock, Window& button, const Message& message);
-LRESULT ComboBoxMessage(EngineLock& lock, Window& combo, const Message& message);
-LRESULT ListBoxMessage(EngineLock& lock, Window& list, const Message& message);
-LRESULT EditMessage(EngineLock& lock, Window& edit, const Message& message);
+LRESULT ComboBoxMessage(Window& combo, const Message& message);
+LRESULT ListBoxMessage(Window& list, const Message& message);
 // Text in and out: what every class does the same way.
 LRESULT TextMessage(Window& window, const Message& message);
 
@@ -23,9 +20,8 @@ void Notify(EngineLock& lock, const Window& control, UINT uCode);
 // What a person does with a control, as against the program's messages: these notify the dialog.
 void ClickButton(EngineLock& lock, Window& button);
 void SelectEntry(EngineLock& lock, Window& list, int nEntry);
-// bAccept tells between Enter and Esc in an open list.
-void DropList(EngineLock& lock, Window& combo, bool bDrop, bool bAccept);
-void TypeCharacter(EngineLock& lock, Window& control, WCHAR ch);
-// Arrow keys, Home, End and Del.
-void MoveCaret(EngineLock& lock, Window& control, UINT uKey);
+// What a person does with a combo box, of which the dialog is not told. bAccept tells between Enter and Esc in an open list.
+void DropList(Window& combo, bool bDrop, bool bAccept);
+inline constexpr WCHAR backspace = 8;
+void TypeCharacter(Window& combo, WCHAR ch);
 } // namespace platform::user32

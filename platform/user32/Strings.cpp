@@ -1,10 +1,10 @@
 // Strings from a module's resources.
+#include "platform/user32/CopyText.h"
 #include "platform/user32/PlannedFailure.h"
-#include "platform/user32/TextOrder.h"
+#include "platform/user32/Resource.h"
 
 #include <cstring>
 #include <optional>
-#include <span>
 
 namespace platform::user32
 {
@@ -12,32 +12,29 @@ namespace
 {
 constexpr UINT stringsInBlock = 16;
 
-// A block is 16 strings, each a length and that many units. Nothing when the block ends before the string.
-std::optional<std::u16string_view> StringInBlock(std::span<const WCHAR> block, UINT uIndex)
+// A block is 16 strings, each a length and that many units. Empty when the block ends before the string.
+std::u16string_view StringInBlock(std::span<const WCHAR> block, UINT uIndex)
 {
     for (UINT i = 0; !block.empty(); ++i)
     {
         const std::size_t cch = block.front();
         if (block.size() - 1 < cch)
-            return std::nullopt;
+            break;
         if (i == uIndex)
             return std::u16string_view(block.data() + 1, cch);
         block = block.subspan(1 + cch);
     }
-    return std::nullopt;
+    return {};
 }
 
 // Nothing when there is no such block; a string that is not in its block reads like an empty one.
 std::optional<std::u16string_view> FindString(HINSTANCE hInstance, WORD uId)
 {
-    const UINT uBlock = uId / stringsInBlock + 1;
-    const HRSRC hResource = FindResourceW(hInstance, MAKEINTRESOURCEW(uBlock), RT_STRING);
-    const HGLOBAL hData = hResource ? LoadResource(hInstance, hResource) : nullptr;
-    const auto* pUnits = hData ? static_cast<const WCHAR*>(LockResource(hData)) : nullptr;
-    if (!pUnits)
+    const auto bytes = ResourceBytes(hInstance, MAKEINTRESOURCEW(uId / stringsInBlock + 1), RT_STRING);
+    if (bytes.empty())
         return std::nullopt;
-    const std::span block(pUnits, SizeofResource(hInstance, hResource) / sizeof(WCHAR));
-    return StringInBlock(block, uId % stringsInBlock).value_or(std::u16string_view());
+    const std::span block(reinterpret_cast<const WCHAR*>(bytes.data()), bytes.size() / sizeof(WCHAR));
+    return StringInBlock(block, uId % stringsInBlock);
 }
 
 // With no room for units the buffer is a pointer, which is told where the string lies in the resource.

@@ -1,9 +1,6 @@
 #include "platform/user32/Template.h"
 
-#include "platform/user32/TextOrder.h"
-
-#include <algorithm>
-#include <variant>
+#include <string_view>
 
 namespace platform::user32
 {
@@ -11,14 +8,7 @@ namespace
 {
 struct BadTemplate
 {
-    DWORD dwError;
 };
-
-// Nothing, a number or a string: how templates name menus, classes and texts.
-using Name = std::variant<std::monostate, WORD, std::u16string>;
-
-constexpr WORD endOfName = 0;
-constexpr WORD numberFollows = 0xFFFF;
 
 // Takes values off the bytes' front; throws BadTemplate where they end.
 class CTemplateReader
@@ -32,11 +22,6 @@ public:
     {
         const auto* pBytes = Take(2);
         return static_cast<WORD>(pBytes[0] | pBytes[1] << 8);
-    }
-
-    int Short()
-    {
-        return static_cast<SHORT>(Word());
     }
 
     DWORD Dword()
@@ -53,26 +38,19 @@ public:
         return text;
     }
 
-    Name NameOrNumber()
-    {
-        const auto start = m_uPosition;
-        const WORD wFirst = Word();
-        if (wFirst == endOfName)
-            return {};
-        if (wFirst == numberFollows)
-            return Word();
-        m_uPosition = start;
-        return String();
-    }
-
     DialogUnits Place()
     {
         DialogUnits place;
-        place.x = Short();
-        place.y = Short();
-        place.cx = Short();
-        place.cy = Short();
+        for (int* pnValue : {&place.x, &place.y, &place.cx, &place.cy})
+            *pnValue = static_cast<SHORT>(Word());
         return place;
+    }
+
+    // What must be there and cannot be anything else here.
+    void Expect(WORD wValue)
+    {
+        if (Word() != wValue)
+            throw BadTemplate{};
     }
 
     void Skip(std::size_t cb)
@@ -89,7 +67,7 @@ private:
     const std::uint8_t* Take(std::size_t cb)
     {
         if (m_bytes.size() - m_uPosition < cb)
-            throw BadTemplate{ERROR_RESOURCE_DATA_NOT_FOUND};
+            throw BadTemplate{};
         const auto* pBytes = m_bytes.data() + m_uPosition;
         m_uPosition += cb;
         return pBytes;
@@ -99,78 +77,72 @@ private:
     std::size_t m_uPosition = 0;
 };
 
-WindowClass ControlClass(const Name& name)
+// A class is named by its number, behind a mark, or by its name in the resource compiler's capitals.
+struct ClassName
 {
+    WORD wNumber;
+    std::u16string_view name;
+    WindowClass windowClass;
+};
+constexpr WCHAR numberFollows = 0xFFFF;
+constexpr ClassName classNames[] = {
+    {0x80, u"BUTTON", WindowClass::Button},
+    {0x82, u"STATIC", WindowClass::Static},
+    {0x83, u"LISTBOX", WindowClass::ListBox},
+    {0x85, u"COMBOBOX", WindowClass::ComboBox},
+};
+
+WindowClass ReadClass(CTemplateReader& reader)
+{
+    const WORD wFirst = reader.Word();
+    const WORD wNumber = wFirst == numberFollows ? reader.Word() : WORD();
+    const std::u16string name = wNumber ? u"" : static_cast<WCHAR>(wFirst) + reader.String();
     for (const auto& row : classNames)
-    {
-        if (const auto* pAtom = std::get_if<WORD>(&name); pAtom && row.wAtom != 0 && *pAtom == row.wAtom)
+        if (row.wNumber == wNumber || row.name == name)
             return row.windowClass;
-        if (const auto* pText = std::get_if<std::u16string>(&name); pText && row.wAtom != 0 && CompareText(*pText, row.name) == 0)
-            return row.windowClass;
-    }
-    throw BadTemplate{ERROR_CANNOT_FIND_WND_CLASS};
+    throw BadTemplate{};
 }
 
-ControlTemplate ReadControl(CTemplateReader& reader, bool bExtended)
+ControlTemplate ReadControl(CTemplateReader& reader)
 {
     ControlTemplate control;
     reader.AlignToDword();
-    if (bExtended)
-    {
-        reader.Dword(); // help id
-        reader.Dword(); // extended style
-        control.dwStyle = reader.Dword();
-    }
-    else
-    {
-        control.dwStyle = reader.Dword();
-        reader.Dword(); // extended style
-    }
+    reader.Skip(8); // help number, extended style
+    control.dwStyle = reader.Dword();
     control.place = reader.Place();
-    control.nId = bExtended ? static_cast<int>(reader.Dword()) : reader.Word();
-    control.windowClass = ControlClass(reader.NameOrNumber());
-    const Name text = reader.NameOrNumber();
-    if (const auto* pText = std::get_if<std::u16string>(&text))
-        control.text = *pText;
-    else if (const auto* pNumber = std::get_if<WORD>(&text))
-        control.wIcon = *pNumber;
-    reader.Skip(reader.Word()); // creation data: no class here takes any
+    control.nId = static_cast<int>(reader.Dword());
+    control.windowClass = ReadClass(reader);
+    control.text = reader.String();
+    reader.Expect(0); // creation data
     return control;
 }
 } // namespace
 
-DWORD ReadDialogTemplate(std::span<const std::uint8_t> bytes, DialogTemplate& dialog)
+std::optional<DialogTemplate> ReadDialogTemplate(std::span<const std::uint8_t> bytes)
 try
 {
     CTemplateReader reader(bytes);
-    dialog = {};
-    const DWORD dwFirst = reader.Dword();
-    const bool bExtended = dwFirst == 0xFFFF0001u; // version 1 and the mark that no style has
-    if (bExtended)
-        reader.Dword(); // help id
-    else
-        dialog.dwStyle = dwFirst;
-    reader.Dword(); // extended style
-    if (bExtended)
-        dialog.dwStyle = reader.Dword();
+    reader.Expect(1); // the version, and the mark that no style of the plain form has
+    reader.Expect(0xFFFF);
+    reader.Skip(8); // help number, extended style
+    DialogTemplate dialog;
+    dialog.dwStyle = reader.Dword();
     const WORD cControls = reader.Word();
     dialog.place = reader.Place();
-    if (!std::holds_alternative<std::monostate>(reader.NameOrNumber()))
-        return ERROR_NOT_SUPPORTED; // a menu
-    if (!std::holds_alternative<std::monostate>(reader.NameOrNumber()))
-        return ERROR_CANNOT_FIND_WND_CLASS; // a class of its own
+    reader.Expect(0); // a menu
+    reader.Expect(0); // a class
     dialog.title = reader.String();
     if (dialog.dwStyle & DS_SETFONT)
     {
-        reader.Skip(bExtended ? 6 : 2); // size; weight, slant and character set
+        reader.Skip(6); // size; weight, slant and character set
         reader.String();
     }
     for (WORD i = 0; i < cControls; ++i)
-        dialog.controls.push_back(ReadControl(reader, bExtended));
-    return ERROR_SUCCESS;
+        dialog.controls.push_back(ReadControl(reader));
+    return dialog;
 }
-catch (const BadTemplate& bad)
+catch (const BadTemplate&)
 {
-    return bad.dwError;
+    return std::nullopt;
 }
 } // namespace platform::user32

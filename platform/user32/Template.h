@@ -1,10 +1,10 @@
-// Dialog templates: the compiled form (both the plain and the extended one) read into plain values.
+// Dialog templates: the compiled form, of which only the extended one is in use, read into plain values.
 #pragma once
 
 #include "platform/user32/Window.h"
 
-#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 namespace platform::user32
@@ -27,7 +27,7 @@ struct DialogTemplate
     std::vector<ControlTemplate> controls;
 };
 
-// ERROR_SUCCESS; ERROR_RESOURCE_DATA_NOT_FOUND when the bytes are no dialog template or end too early,
-// ERROR_CANNOT_FIND_WND_CLASS for a window class that does not exist here, ERROR_NOT_SUPPORTED for a dialog with a menu.
-DWORD ReadDialogTemplate(std::span<const std::uint8_t> bytes, DialogTemplate& dialog);
+// Nothing when the bytes are no such template, end too early, or ask for what does not exist here: a menu, a class of
+// the dialog's own, another class of controls, creation data.
+std::optional<DialogTemplate> ReadDialogTemplate(std::span<const std::uint8_t> bytes);
 } // namespace platform::user32

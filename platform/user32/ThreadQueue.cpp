@@ -1,5 +1,7 @@
 #include "platform/user32/ThreadQueue.h"
 
+#include "platform/user32/Presenter.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <sys/eventfd.h>
@@ -64,25 +66,28 @@ void CThreadQueue::Forget(HWND hwnd)
     std::erase_if(timers, [hwnd](const Timer& timer) { return timer.hwnd == hwnd; });
 }
 
+std::vector<Timer>::iterator CThreadQueue::NextTimer()
+{
+    return std::ranges::min_element(timers, {}, &Timer::due);
+}
+
 std::optional<Timer> CThreadQueue::TakeDueTimer()
 {
     const auto now = Timer::Clock::now();
-    const auto first = std::min_element(timers.begin(), timers.end(),
-                                        [](const Timer& left, const Timer& right) { return left.due < right.due; });
-    if (first == timers.end() || first->due > now)
+    const auto next = NextTimer();
+    if (next == timers.end() || next->due > now)
         return std::nullopt;
     // Missed periods are not made up for: a timer message says that time has passed, not how much.
-    first->due = std::max(first->due + first->period, now);
-    return *first;
+    next->due = std::max(next->due + next->period, now);
+    return *next;
 }
 
-int CThreadQueue::TimeToNextTimer() const
+int CThreadQueue::TimeToNextTimer()
 {
-    if (timers.empty())
+    const auto next = NextTimer();
+    if (next == timers.end())
         return -1;
-    const auto first = std::min_element(timers.begin(), timers.end(),
-                                        [](const Timer& left, const Timer& right) { return left.due < right.due; });
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(first->due - Timer::Clock::now());
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(next->due - Timer::Clock::now());
     return static_cast<int>(std::clamp<std::chrono::milliseconds::rep>(left.count(), 0, 60'000));
 }
 } // namespace platform::user32

@@ -15,6 +15,7 @@
 namespace platform::user32
 {
 class CThreadQueue;
+class IPresenter;
 
 struct Message
 {
@@ -40,7 +41,6 @@ struct Timer
     HWND hwnd;
     UINT_PTR uId;
     std::chrono::milliseconds period;
-    TIMERPROC pProcedure;
     Clock::time_point due;
 };
 
@@ -66,16 +66,19 @@ public:
 
     std::optional<Timer> TakeDueTimer();
     // In milliseconds, -1 when there is none.
-    int TimeToNextTimer() const;
+    int TimeToNextTimer();
 
     std::deque<std::shared_ptr<SentMessage>> sent;
     std::deque<Message> posted;
     std::vector<Timer> timers;
     std::condition_variable woken;
-    std::vector<HWND> modalWindows; // open ones, the latest last
-    HWND hwndActive = nullptr;      // the one with the keyboard
+    std::vector<HWND> modalWindows;         // open ones, the latest last
+    std::unique_ptr<IPresenter> pPresenter; // as long as a dialog is open, if a person is to see it
 
 private:
+    // The one that is due first; the end when there is none.
+    std::vector<Timer>::iterator NextTimer();
+
     int m_fdWake = -1;
 };
 } // namespace platform::user32

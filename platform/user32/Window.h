@@ -3,10 +3,8 @@
 
 #include <windows.h>
 
-#include <cstddef>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace platform::user32
@@ -17,7 +15,6 @@ enum class WindowClass
 {
     Dialog,
     Button,
-    Edit,
     Static,
     ListBox,
     ComboBox,
@@ -42,9 +39,8 @@ struct ListEntry
 struct DialogState
 {
     DLGPROC pProcedure = nullptr;
-    LONG_PTR lMessageResult = 0;
     LONG_PTR lUser = 0;
-    HWND hwndFocus = nullptr;    // the control that has, or gets back, the keyboard
+    HWND hwndFocus = nullptr;    // the control that a click has given the keyboard to
     HWND hwndReenable = nullptr; // the owner, when it was enabled before the dialog came up
     bool bEnded = false;
     INT_PTR nResult = 0;
@@ -72,22 +68,10 @@ struct Window
     int nTop = 0;
     int nSelectedWhenDropped = -1; // what Esc in an open list goes back to
     bool bDropped = false;
-    std::size_t uCaret = 0;
 
     bool Has(DWORD dwFlags) const noexcept
     {
         return (dwStyle & dwFlags) == dwFlags;
     }
-};
-
-struct ClassName
-{
-    WindowClass windowClass;
-    WORD wAtom; // as templates name it; 0 where they cannot
-    std::u16string_view name;
-};
-inline constexpr ClassName classNames[] = {
-    {WindowClass::Dialog, 0, u"#32770"},    {WindowClass::Button, 0x80, u"Button"},   {WindowClass::Edit, 0x81, u"Edit"},
-    {WindowClass::Static, 0x82, u"Static"}, {WindowClass::ListBox, 0x83, u"ListBox"}, {WindowClass::ComboBox, 0x85, u"ComboBox"},
 };
 } // namespace platform::user32

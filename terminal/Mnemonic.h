@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform::user32
+namespace terminal
 {
 struct Mnemonic
 {
@@ -28,4 +28,10 @@ inline Mnemonic ReadMnemonic(std::u16string_view marked)
     }
     return mnemonic;
 }
-} // namespace platform::user32
+
+inline bool IsSameLetter(char16_t chLeft, char16_t chRight) noexcept
+{
+    const auto fold = [](char16_t ch) { return ch >= u'A' && ch <= u'Z' ? ch + (u'a' - u'A') : ch + 0; };
+    return fold(chLeft) == fold(chRight);
+}
+} // namespace terminal

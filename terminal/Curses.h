@@ -1,4 +1,4 @@
-// The terminal library with its wide characters. It defines macros for plain words; no other header of ours includes it.
+// The terminal library with its wide characters.
 #pragma once
 
 #ifndef _XOPEN_SOURCE_EXTENDED
