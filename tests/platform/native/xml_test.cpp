@@ -18,8 +18,8 @@ const TextCase textCases[] = {
      u"<!--0-->\r\n<a>1<!--2--><?p d?><![CDATA[<3>\r\n]]></a>\r\n"},
     {"escapes", u"<a b='&quot;&lt;&gt;&amp;amp;&#9;&#10;&#13;\u00E9'>&lt;&gt;&amp;amp;\"&#13;\n\u00E9</a>",
      u"<a b=\"&quot;&lt;&gt;&amp;amp;&#9;&#10;&#13;\u00E9\">&lt;&gt;&amp;amp;\"&#13;\r\n\u00E9</a>\r\n"},
-    {"namespaces", u"<p:a xmlns:p='P' xmlns='N' p:x='1'><b xmlns=''/></p:a>",
-     u"<p:a xmlns:p=\"P\" xmlns=\"N\" p:x=\"1\"><b xmlns=\"\"/></p:a>\r\n"},
+    {"namespaces", u"<p:a xmlns:p='P' xmlns='\"&amp;&lt;' p:x='1'><b xmlns=''/></p:a>",
+     u"<p:a xmlns:p=\"P\" xmlns=\"&quot;&amp;&lt;\" p:x=\"1\"><b xmlns=\"\"/></p:a>\r\n"},
 };
 using XmlTextTest = XmlCaseTest<TextCase>;
 
@@ -42,6 +42,15 @@ TEST_F(XmlTest, EmptyDeclarationIsWrittenOnTheTopmostCreatedElement)
     EXPECT_EQ(below->appendChild(Root(Loaded(u"<o/>")).Get(), nullptr), E_FAIL) << "of another document";
 }
 
+// What stands before them hides none.
+CWideString WithAttributes(int nAttributes)
+{
+    CWideString text = u"<!-- <a b=' --><a";
+    for (int i = 0; i < nAttributes; ++i)
+        text += CWideString(u" _") + static_cast<WCHAR>(u'\u4E00' + i) + u"='>'";
+    return text + u"/>";
+}
+
 struct RefusedLoad
 {
     const char* name;
@@ -52,6 +61,9 @@ struct RefusedLoad
 const RefusedLoad refusedLoads[] = {
     {"line_counts_from_the_start", u"\n\n<a>\n</b>", 4, u"Opening and ending tag mismatch"},
     {"undeclared_prefix", u"<p:a/>", 1, u"Namespace prefix p on a is not defined"},
+    {"document_type", u"<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;</a>", 0, u"The text has a document type"},
+    {"nul_after_root", CWideString(u"<a/>\0", 5), 0, u"The text is too long, or not well-formed UTF-16"},
+    {"flood_of_attributes", WithAttributes(4001), 0, u"An element has too many attributes"},
 };
 using XmlRefusedLoadTest = XmlCaseTest<RefusedLoad>;
 
