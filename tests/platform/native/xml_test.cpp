@@ -62,6 +62,7 @@ const RefusedLoad refusedLoads[] = {
     {"line_counts_from_the_start", u"\n\n<a>\n</b>", 4, u"Opening and ending tag mismatch"},
     {"undeclared_prefix", u"<p:a/>", 1, u"Namespace prefix p on a is not defined"},
     {"document_type", u"<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;</a>", 0, u"The text has a document type"},
+    {"high_surrogate_at_the_end", CWideString(u"<a/>") + WCHAR{0xD800}, 0, u"The text is too long, or not well-formed UTF-16"},
     {"nul_after_root", CWideString(u"<a/>\0", 5), 0, u"The text is too long, or not well-formed UTF-16"},
     {"flood_of_attributes", WithAttributes(4001), 0, u"An element has too many attributes"},
 };
