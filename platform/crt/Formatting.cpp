@@ -102,11 +102,10 @@ bool AppendConversion(CBoundedText& output, const Width& width, WCHAR letter, Ar
         return true;
     }
     case u'u':
-        AppendNumber(output, width, false, va_arg(arguments.list, unsigned), 10, 0);
-        return true;
     case u'x':
     case u'X':
-        AppendNumber(output, width, false, va_arg(arguments.list, unsigned), 16, letter == u'x' ? u'a' : u'A');
+        AppendNumber(output, width, false, va_arg(arguments.list, unsigned), letter == u'u' ? 10 : 16,
+                     letter == u'x' ? u'a' : u'A');
         return true;
     case u'p':
         AppendNumber(output, {2 * sizeof(void*), true}, false, reinterpret_cast<std::uintptr_t>(va_arg(arguments.list, void*)),

@@ -9,15 +9,14 @@
 
 namespace platform::msxml3
 {
-// Runs an operation under the platform's name for it, unless the fault plan has it fail with the plan's code or
-// hrDefault. No exception leaves it.
+// Runs an operation under the platform's name for it, unless the fault plan has it fail. No exception leaves it.
 template <class Operation>
-HRESULT Perform(const char* szFunction, Operation operation, HRESULT hrDefault = E_FAIL) noexcept
+HRESULT Perform(const char* szFunction, Operation operation) noexcept
 {
     if (testing::FaultFires(szFunction))
     {
-        const auto hr = static_cast<HRESULT>(testing::FaultCode(szFunction, static_cast<DWORD>(hrDefault)));
-        return FAILED(hr) ? hr : hrDefault;
+        const auto hr = static_cast<HRESULT>(testing::FaultCode(szFunction, static_cast<DWORD>(E_FAIL)));
+        return FAILED(hr) ? hr : E_FAIL;
     }
     try
     {

@@ -7,6 +7,14 @@
 #include "Path.h"
 #include "Writer.h"
 
+extern "C"
+{
+    extern const IID IID_IXMLDOMNode = {0x2933BF80, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+    extern const IID IID_IXMLDOMDocument = {0x2933BF81, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+    extern const IID IID_IXMLDOMElement = {0x2933BF86, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+    extern const IID IID_IXMLDOMParseError = {0x3EFAA426, 0x272F, 0x11D2, {0x83, 0x6F, 0x00, 0x00, 0xF8, 0x7A, 0x77, 0x82}};
+}
+
 namespace platform::msxml3
 {
 namespace
@@ -153,7 +161,7 @@ public:
             pDocument->Release();
             return hr;
         };
-        return Perform("CreateDocument", create, E_OUTOFMEMORY);
+        return Perform("CreateDocument", create);
     }
     STDMETHODIMP LockServer(BOOL) override
     {

@@ -25,29 +25,22 @@ constexpr int maxAttributes = 4'000;
 // stand, so that nothing before an element can hide its attributes.
 bool HasTooManyAttributes(std::string_view text) noexcept
 {
-    bool bInTag = false;
-    char quote = 0;
     int nValues = 0;
+    char place = '>'; // outside tags; '<' is in one, a quotation mark in a value
     for (const char ch : text)
     {
         if (ch == '<')
-        {
-            bInTag = true;
-            quote = 0;
             nValues = 0;
-        }
-        else if (!bInTag)
-            continue;
-        else if (quote != 0)
-            quote = ch == quote ? 0 : quote;
-        else if (ch == '"' || ch == '\'')
+        if (ch == '<' || (place == '<' && ch == '>'))
+            place = ch;
+        else if (place == '<' && (ch == '"' || ch == '\''))
         {
-            quote = ch;
+            place = ch;
             if (++nValues > maxAttributes)
                 return true;
         }
-        else if (ch == '>')
-            bInTag = false;
+        else if (ch == place && place != '>')
+            place = '<';
     }
     return false;
 }
@@ -56,9 +49,8 @@ bool HasTooManyAttributes(std::string_view text) noexcept
 // declaration of another form is the parser's to judge.
 bool NamesUnknownEncoding(std::string_view text)
 {
-    constexpr std::string_view keyword = "encoding";
     const auto declaration = text.starts_with("<?xml") ? text.substr(0, text.find("?>")) : std::string_view();
-    const auto nKeyword = declaration.find(keyword);
+    const auto nKeyword = declaration.find("encoding");
     const auto nOpening = nKeyword == declaration.npos ? nKeyword : declaration.find_first_of("\"'", nKeyword);
     const auto nClosing = nOpening == declaration.npos ? nOpening : declaration.find(declaration[nOpening], nOpening + 1);
     if (nClosing == declaration.npos)
