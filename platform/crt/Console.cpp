@@ -36,15 +36,12 @@ int _putws(const WCHAR* szText)
         SetRuntimeError(testing::FaultCode("_putws", ERROR_WRITE_FAULT));
         return nFailure;
     }
-    // Written in one piece: the stream's own lock then keeps the lines of several threads apart.
+    // Written in one piece: the stream's own lock then keeps the lines of several threads apart. A unit that the locale cannot
+    // represent ends it, without a line end.
     std::string text;
-    bool bConverted = true;
-    for (; *szText != 0 && bConverted; ++szText)
-    {
-        bConverted = *szText <= 0xFF;
-        if (bConverted)
-            text += static_cast<char>(*szText);
-    }
+    for (; *szText != 0 && *szText <= 0xFF; ++szText)
+        text += static_cast<char>(*szText);
+    const bool bConverted = *szText == 0;
     if (bConverted)
         text += '\n';
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())

@@ -1,18 +1,22 @@
-#include "platform/crt/FormatConversion.h"
+// Printf-style formatting of UTF-16 text, for the conversions in use: %s, %d, %u, %x, %X, %p and %%, the numbers with a width
+// that may begin with a zero. Any other conversion fails.
 #include "platform/testing/FaultPoint.h"
+
+#include <windows.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <limits>
+#include <cstdarg>
 #include <string_view>
-#include <type_traits>
 
 namespace platform
 {
 namespace
 {
-// A buffer of fixed size that counts what does not fit any more. Without a buffer it counts only.
+constexpr std::u16string_view digits = u"0123456789";
+
+// A buffer of fixed size that counts what does not fit any more.
 class CBoundedText
 {
 public:
@@ -20,259 +24,132 @@ public:
     {
     }
 
-    template <class Unit>
-    void Append(std::basic_string_view<Unit> text)
+    void Append(std::u16string_view text)
     {
-        const auto cchCopied = std::min(text.size(), Room());
-        if (cchCopied > 0)
-            std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(cchCopied), m_szBuffer + m_cchTotal,
-                           [](Unit unit) { return static_cast<WCHAR>(static_cast<std::make_unsigned_t<Unit>>(unit)); });
+        if (m_cchTotal < m_cchBuffer)
+            text.copy(m_szBuffer + m_cchTotal, m_cchBuffer - m_cchTotal);
         m_cchTotal += text.size();
-    }
-
-    void Fill(std::size_t cch, WCHAR unit)
-    {
-        if (const auto cchFilled = std::min(cch, Room()); cchFilled > 0)
-            std::fill_n(m_szBuffer + m_cchTotal, cchFilled, unit);
-        m_cchTotal += cch;
-    }
-
-    // Nothing that follows can change the outcome.
-    bool HasOverflown() const
-    {
-        return m_szBuffer && m_cchTotal > m_cchBuffer;
     }
 
     // The length; -1 when the text did not fit. A text that fills the buffer exactly has no terminator.
     int Finish()
     {
-        if (HasOverflown() || m_cchTotal > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-            return -1;
-        if (Room() > 0)
+        if (m_cchTotal < m_cchBuffer)
             m_szBuffer[m_cchTotal] = 0;
-        return static_cast<int>(m_cchTotal);
+        return m_cchTotal > m_cchBuffer ? -1 : static_cast<int>(m_cchTotal);
     }
 
 private:
-    std::size_t Room() const
-    {
-        return m_szBuffer && m_cchTotal < m_cchBuffer ? m_cchBuffer - m_cchTotal : 0;
-    }
-
     WCHAR* const m_szBuffer;
     const std::size_t m_cchBuffer;
     std::size_t m_cchTotal = 0;
 };
 
-std::size_t Padding(const Conversion& conversion, std::size_t cchText)
+struct Width
 {
-    return conversion.cchWidth > cchText ? conversion.cchWidth - cchText : 0;
-}
-
-template <class Unit>
-void AppendText(CBoundedText& output, const Conversion& conversion, const Unit* pText)
-{
-    static constexpr Unit nullText[] = {'(', 'n', 'u', 'l', 'l', ')', 0};
-    if (!pText)
-        pText = nullText;
-    // Looked at no further than the precision: such a text needs no terminator.
-    std::size_t cchText = 0;
-    if (conversion.cchPrecision)
-        cchText = static_cast<std::size_t>(std::find(pText, pText + *conversion.cchPrecision, Unit{0}) - pText);
-    else
-        cchText = std::char_traits<Unit>::length(pText);
-    const auto cchPadding = Padding(conversion, cchText);
-    if (!conversion.bLeft)
-        output.Fill(cchPadding, conversion.bZero ? u'0' : u' ');
-    output.Append(std::basic_string_view<Unit>(pText, cchText));
-    if (conversion.bLeft)
-        output.Fill(cchPadding, u' ');
-}
-
-std::uint64_t TakeUnsigned(const Conversion& conversion, Arguments& arguments)
-{
-    switch (conversion.size)
-    {
-    case ArgumentSize::Wide:
-        return va_arg(arguments.list, std::uint64_t);
-    case ArgumentSize::Pointer:
-        return va_arg(arguments.list, std::size_t);
-    case ArgumentSize::Short:
-        return static_cast<std::uint16_t>(va_arg(arguments.list, unsigned));
-    default:
-        return va_arg(arguments.list, std::uint32_t);
-    }
-}
-
-std::int64_t TakeSigned(const Conversion& conversion, Arguments& arguments)
-{
-    const std::uint64_t value = TakeUnsigned(conversion, arguments);
-    switch (conversion.size)
-    {
-    case ArgumentSize::Wide:
-        return static_cast<std::int64_t>(value);
-    case ArgumentSize::Pointer:
-        return static_cast<std::intptr_t>(value);
-    case ArgumentSize::Short:
-        return static_cast<std::int16_t>(value);
-    default:
-        return static_cast<std::int32_t>(value);
-    }
-}
-
-struct Radix
-{
-    unsigned uBase;
-    std::u16string_view digits;
+    std::size_t cch = 0;
+    bool bZeros = false;
 };
-constexpr Radix decimal{10, u"0123456789"};
-constexpr Radix octal{8, u"01234567"};
-constexpr Radix lowerHexadecimal{16, u"0123456789abcdef"};
-constexpr Radix upperHexadecimal{16, u"0123456789ABCDEF"};
 
-void AppendNumber(CBoundedText& output, const Conversion& conversion, std::u16string_view sign, std::uint64_t value,
-                  const Radix& radix)
+// No column of a log is wider.
+constexpr std::size_t cchWidthMax = 99;
+
+void AppendNumber(CBoundedText& output, const Width& width, bool bNegative, std::uint64_t value, unsigned uBase,
+                  WCHAR firstLetter)
 {
-    std::array<char16_t, std::numeric_limits<std::uint64_t>::digits> digits;
-    auto first = digits.end();
-    for (; value != 0; value /= radix.uBase)
-        *--first = radix.digits[value % radix.uBase];
-    const std::u16string_view text(first, digits.end());
-
-    // A precision says how many digits there are at least, and then zeros do not fill the width.
-    const auto cchDigits = std::max(text.size(), conversion.cchPrecision.value_or(1));
-    const auto cchPadding = Padding(conversion, sign.size() + cchDigits);
-    const bool bZeros = conversion.bZero && !conversion.bLeft && !conversion.cchPrecision;
-    if (!conversion.bLeft && !bZeros)
-        output.Fill(cchPadding, u' ');
-    output.Append(sign);
-    output.Fill(cchDigits - text.size() + (bZeros ? cchPadding : 0), u'0');
-    output.Append(text);
-    if (conversion.bLeft)
-        output.Fill(cchPadding, u' ');
-}
-
-void AppendSigned(CBoundedText& output, const Conversion& conversion, std::int64_t value)
-{
-    const std::u16string_view positive = conversion.bPlus ? u"+" : conversion.bBlank ? u" " : u"";
-    // Negated without a sign, as the smallest number has no positive counterpart.
-    const auto magnitude = static_cast<std::uint64_t>(value);
-    AppendNumber(output, conversion, value < 0 ? u"-" : positive, value < 0 ? 0 - magnitude : magnitude, decimal);
-}
-
-void AppendHexadecimal(CBoundedText& output, const Conversion& conversion, std::uint64_t value)
-{
-    const bool bUpper = conversion.letter != u'x';
-    const std::u16string_view prefix = !conversion.bAlternative || value == 0 ? u"" : bUpper ? u"0X" : u"0x";
-    AppendNumber(output, conversion, prefix, value, bUpper ? upperHexadecimal : lowerHexadecimal);
-}
-
-// The alternative form begins with a zero, be it one that the precision asks for anyway.
-void AppendOctal(CBoundedText& output, const Conversion& conversion, std::uint64_t value)
-{
-    std::size_t cchDigits = 0;
-    for (std::uint64_t rest = value; rest != 0; rest /= octal.uBase)
-        ++cchDigits;
-    const bool bPrefixed = conversion.bAlternative && value != 0 && conversion.cchPrecision.value_or(1) <= cchDigits;
-    AppendNumber(output, conversion, bPrefixed ? u"0" : u"", value, octal);
-}
-
-template <class Unit>
-void AppendCharacter(CBoundedText& output, Conversion conversion, int nCharacter)
-{
-    const auto unit = static_cast<Unit>(nCharacter);
-    // One character even when it is the terminator.
-    conversion.cchPrecision.reset();
-    const auto cchPadding = Padding(conversion, 1);
-    if (!conversion.bLeft)
-        output.Fill(cchPadding, conversion.bZero ? u'0' : u' ');
-    output.Append(std::basic_string_view<Unit>(&unit, 1));
-    if (conversion.bLeft)
-        output.Fill(cchPadding, u' ');
-}
-
-// Whether the argument of a text conversion is 8-bit text: the capital letter says the opposite of the format's own
-// width, and a size overrides both.
-bool IsNarrow(const Conversion& conversion)
-{
-    if (conversion.size == ArgumentSize::Default)
-        return conversion.letter == u'S' || conversion.letter == u'C';
-    return conversion.size == ArgumentSize::Short;
-}
-
-// What is no conversion stands for itself; a format that ends in the middle of one adds nothing.
-void AppendConversion(CBoundedText& output, Conversion& conversion, Arguments& arguments)
-{
-    switch (conversion.letter)
+    std::array<WCHAR, cchWidthMax> text;
+    auto first = text.end();
+    const auto pad = [&](std::size_t cch, WCHAR unit)
     {
-    case u'%':
-        output.Fill(1, u'%');
-        return;
+        while (static_cast<std::size_t>(text.end() - first) < cch)
+            *--first = unit;
+    };
+    do
+    {
+        const auto uDigit = static_cast<unsigned>(value % uBase);
+        *--first = static_cast<WCHAR>(uDigit < 10 ? u'0' + uDigit : firstLetter + (uDigit - 10));
+        value /= uBase;
+    } while (value != 0);
+    if (width.bZeros && width.cch > 0)
+        pad(width.cch - (bNegative ? 1 : 0), u'0');
+    if (bNegative)
+        *--first = u'-';
+    pad(width.cch, u' ');
+    output.Append({first, text.end()});
+}
+
+// Variable arguments by reference: a va_list cannot be handed on that way itself where it is an array.
+struct Arguments
+{
+    va_list list;
+};
+
+// False for what is not in use.
+bool AppendConversion(CBoundedText& output, const Width& width, WCHAR letter, Arguments& arguments)
+{
+    switch (letter)
+    {
     case u's':
-    case u'S':
-        if (IsNarrow(conversion))
-            AppendText(output, conversion, va_arg(arguments.list, const char*));
-        else
-            AppendText(output, conversion, va_arg(arguments.list, const WCHAR*));
-        return;
-    case u'c':
-    case u'C':
-        if (IsNarrow(conversion))
-            AppendCharacter<char>(output, conversion, va_arg(arguments.list, int));
-        else
-            AppendCharacter<WCHAR>(output, conversion, va_arg(arguments.list, int));
-        return;
+    {
+        const WCHAR* const szText = va_arg(arguments.list, const WCHAR*);
+        output.Append(szText ? szText : u"(null)");
+        return width.cch == 0;
+    }
     case u'd':
-    case u'i':
-        AppendSigned(output, conversion, TakeSigned(conversion, arguments));
-        return;
+    {
+        const std::int64_t nValue = va_arg(arguments.list, int);
+        AppendNumber(output, width, nValue < 0, static_cast<std::uint64_t>(nValue < 0 ? -nValue : nValue), 10, 0);
+        return true;
+    }
     case u'u':
-        AppendNumber(output, conversion, {}, TakeUnsigned(conversion, arguments), decimal);
-        return;
-    case u'o':
-        AppendOctal(output, conversion, TakeUnsigned(conversion, arguments));
-        return;
     case u'x':
     case u'X':
-        AppendHexadecimal(output, conversion, TakeUnsigned(conversion, arguments));
-        return;
+        AppendNumber(output, width, false, va_arg(arguments.list, unsigned), letter == u'u' ? 10 : 16,
+                     letter == u'x' ? u'a' : u'A');
+        return true;
     case u'p':
-        conversion.cchPrecision = 2 * sizeof(void*);
-        AppendHexadecimal(output, conversion, reinterpret_cast<std::uintptr_t>(va_arg(arguments.list, void*)));
-        return;
-    case 0:
-        return;
+        AppendNumber(output, {2 * sizeof(void*), true}, false, reinterpret_cast<std::uintptr_t>(va_arg(arguments.list, void*)),
+                     16, u'A');
+        return width.cch == 0;
+    case u'%':
+        output.Append(u"%");
+        return width.cch == 0;
     default:
-        output.Fill(1, conversion.letter);
+        return false;
     }
 }
 
-int Format(WCHAR* szBuffer, std::size_t cchBuffer, const WCHAR* szFormat, Arguments& arguments)
+int Fail()
+{
+    errno = EINVAL;
+    return -1;
+}
+
+int Format(WCHAR* szBuffer, std::size_t cchBuffer, std::u16string_view format, Arguments& arguments)
 {
     CBoundedText output(szBuffer, cchBuffer);
-    while (*szFormat && !output.HasOverflown())
+    for (;;)
     {
-        const WCHAR* const szLiteral = szFormat;
-        while (*szFormat && *szFormat != u'%')
-            ++szFormat;
-        output.Append(std::u16string_view(szLiteral, static_cast<std::size_t>(szFormat - szLiteral)));
-        if (!*szFormat)
-            break;
-        Conversion conversion = ReadConversion(++szFormat, arguments);
-        AppendConversion(output, conversion, arguments);
+        const auto nPercent = format.find(u'%');
+        output.Append(format.substr(0, nPercent));
+        if (nPercent == format.npos)
+            return output.Finish();
+        format.remove_prefix(nPercent + 1);
+        Width width{0, format.starts_with(u'0')};
+        for (; !format.empty() && digits.find(format.front()) != digits.npos; format.remove_prefix(1))
+            width.cch = std::min(width.cch * 10 + digits.find(format.front()), cchWidthMax);
+        if (format.empty() || !AppendConversion(output, width, format.front(), arguments))
+            return Fail();
+        format.remove_prefix(1);
     }
-    return output.Finish();
 }
 
 int FormatCall(const char* szFunction, WCHAR* szBuffer, std::size_t cchBuffer, const WCHAR* szFormat, va_list arguments)
 {
     if (testing::FaultFires(szFunction))
         return -1;
-    if (!szFormat || (!szBuffer && cchBuffer > 0))
-    {
-        errno = EINVAL;
-        return -1;
-    }
+    if (!szFormat || !szBuffer)
+        return Fail();
     Arguments copied;
     va_copy(copied.list, arguments);
     const int cchText = Format(szBuffer, cchBuffer, szFormat, copied);

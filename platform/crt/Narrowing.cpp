@@ -4,7 +4,6 @@
 #include <windows.h>
 
 #include <cerrno>
-#include <string>
 
 using namespace platform;
 
@@ -16,9 +15,6 @@ std::size_t wcstombs(char* szText, const WCHAR* szWide, std::size_t cbText)
         SetRuntimeError(testing::FaultCode("wcstombs", ERROR_NO_UNICODE_TRANSLATION));
         return failure;
     }
-    // Asked for its length alone, a text is not looked at any closer.
-    if (!szText)
-        return std::char_traits<WCHAR>::length(szWide);
     for (std::size_t i = 0; i < cbText; ++i)
     {
         const WCHAR unit = szWide[i];

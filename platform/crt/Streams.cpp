@@ -8,10 +8,8 @@
 #include <io.h>
 #include <windows.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <new>
-#include <optional>
 #include <string_view>
 
 namespace platform
@@ -24,30 +22,12 @@ struct StreamMode
     const char* szMode;
 };
 
-// The modes of the standard, with "b" or "t" in any place after the letter; text and binary are the same here.
-std::optional<StreamMode> ReadMode(const WCHAR* szMode)
+// The one mode in use; a log is begun with it.
+constexpr StreamMode writing = {{GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, CREATE_ALWAYS}, "w+"};
+
+const StreamMode* ReadMode(const WCHAR* szMode)
 {
-    std::u16string mode(szMode ? szMode : u"");
-    if (!mode.empty())
-        mode.erase(std::remove_if(mode.begin() + 1, mode.end(), [](WCHAR unit) { return unit == u'b' || unit == u't'; }),
-                   mode.end());
-    constexpr DWORD dwShareMode = FILE_SHARE_READ | FILE_SHARE_WRITE;
-    constexpr DWORD dwBoth = GENERIC_READ | GENERIC_WRITE;
-    static constexpr struct
-    {
-        std::u16string_view mode;
-        DWORD dwAccess;
-        DWORD dwDisposition;
-        const char* szMode;
-    } modes[] = {
-        {u"r", GENERIC_READ, OPEN_EXISTING, "r"},  {u"r+", dwBoth, OPEN_EXISTING, "r+"},
-        {u"w", GENERIC_WRITE, CREATE_ALWAYS, "w"}, {u"w+", dwBoth, CREATE_ALWAYS, "w+"},
-        {u"a", GENERIC_WRITE, OPEN_ALWAYS, "a"},   {u"a+", dwBoth, OPEN_ALWAYS, "a+"},
-    };
-    const auto found = std::ranges::find(modes, mode, [](const auto& row) { return row.mode; });
-    if (found == std::end(modes))
-        return std::nullopt;
-    return StreamMode{{found->dwAccess, dwShareMode, found->dwDisposition}, found->szMode};
+    return szMode && std::u16string_view(szMode) == u"w+" ? &writing : nullptr;
 }
 
 std::FILE* Fail(DWORD dwError)
@@ -92,10 +72,9 @@ std::FILE* _wfopen(const WCHAR* szFileName, const WCHAR* szMode)
     }
 }
 
+// Whether the path exists: the one question in use.
 int _waccess(const WCHAR* szPath, int nMode)
 {
-    constexpr int nWrite = 2;
-    constexpr int nRead = 4;
     const auto fail = [](DWORD dwError)
     {
         SetRuntimeError(dwError);
@@ -103,12 +82,7 @@ int _waccess(const WCHAR* szPath, int nMode)
     };
     if (testing::FaultFires("_waccess"))
         return fail(testing::FaultCode("_waccess", ERROR_ACCESS_DENIED));
-    if ((nMode & ~(nWrite | nRead)) != 0)
+    if (nMode != 0)
         return fail(ERROR_INVALID_PARAMETER);
-    const DWORD dwAttributes = GetFileAttributesW(szPath);
-    if (dwAttributes == INVALID_FILE_ATTRIBUTES)
-        return fail(GetLastError());
-    // The attribute alone decides, and on a folder it does not forbid writing.
-    const bool bReadOnly = (dwAttributes & FILE_ATTRIBUTE_READONLY) != 0;
-    return bReadOnly && (nMode & nWrite) != 0 ? fail(ERROR_ACCESS_DENIED) : 0;
+    return GetFileAttributesW(szPath) == INVALID_FILE_ATTRIBUTES ? fail(GetLastError()) : 0;
 }

@@ -3,5 +3,5 @@
 
 #include "windef.h"
 
-// 0 when the file or folder exists (mode 0) or grants the access asked for; -1 with errno otherwise.
+// 0 when the file or folder exists (asked with mode 0, the only one here); -1 with errno otherwise.
 int _waccess(const WCHAR* szPath, int nMode);

@@ -1,4 +1,5 @@
-// The XML document component: the interfaces and operations of it that are in use here.
+// The XML document component: the interfaces and operations of it that are in use here. The places of the operations are not
+// the platform's, where a document is a node, too, and both come from automation: natively all sides compile against this file.
 #pragma once
 
 #include "oleauto.h"
@@ -7,84 +8,45 @@ enum DOMNodeType
 {
     NODE_INVALID = 0,
     NODE_ELEMENT = 1,
-    NODE_ATTRIBUTE = 2,
     NODE_TEXT = 3,
     NODE_CDATA_SECTION = 4,
-    NODE_ENTITY_REFERENCE = 5,
-    NODE_ENTITY = 6,
-    NODE_PROCESSING_INSTRUCTION = 7,
     NODE_COMMENT = 8,
-    NODE_DOCUMENT = 9,
-    NODE_DOCUMENT_TYPE = 10,
 };
 
-class IXMLDOMDocument;
-class IXMLDOMNodeList;
-class IXMLDOMNamedNodeMap;
-
-class IXMLDOMNode : public IDispatch
+class IXMLDOMNode : public IUnknown
 {
 public:
     virtual HRESULT STDMETHODCALLTYPE get_nodeName(BSTR* pbstrName) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_nodeValue(VARIANT* pvarValue) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_nodeType(DOMNodeType* pType) = 0;
-    virtual HRESULT STDMETHODCALLTYPE get_parentNode(IXMLDOMNode** ppParent) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_firstChild(IXMLDOMNode** ppChild) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_nextSibling(IXMLDOMNode** ppSibling) = 0;
-    virtual HRESULT STDMETHODCALLTYPE get_attributes(IXMLDOMNamedNodeMap** ppAttributes) = 0;
     virtual HRESULT STDMETHODCALLTYPE insertBefore(IXMLDOMNode* pNewChild, VARIANT varRefChild, IXMLDOMNode** ppNewChild) = 0;
     virtual HRESULT STDMETHODCALLTYPE removeChild(IXMLDOMNode* pChild, IXMLDOMNode** ppOldChild) = 0;
     virtual HRESULT STDMETHODCALLTYPE appendChild(IXMLDOMNode* pNewChild, IXMLDOMNode** ppNewChild) = 0;
     virtual HRESULT STDMETHODCALLTYPE hasChildNodes(VARIANT_BOOL* pbHasChild) = 0;
-    virtual HRESULT STDMETHODCALLTYPE get_ownerDocument(IXMLDOMDocument** ppDocument) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_text(BSTR* pbstrText) = 0;
     virtual HRESULT STDMETHODCALLTYPE put_text(BSTR bstrText) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_xml(BSTR* pbstrXml) = 0;
-    virtual HRESULT STDMETHODCALLTYPE selectNodes(BSTR bstrQuery, IXMLDOMNodeList** ppNodes) = 0;
     virtual HRESULT STDMETHODCALLTYPE selectSingleNode(BSTR bstrQuery, IXMLDOMNode** ppNode) = 0;
-    virtual HRESULT STDMETHODCALLTYPE get_namespaceURI(BSTR* pbstrUri) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_baseName(BSTR* pbstrName) = 0;
 
 protected:
     ~IXMLDOMNode() = default;
 };
 
-class IXMLDOMNodeList : public IDispatch
-{
-public:
-    virtual HRESULT STDMETHODCALLTYPE get_item(LONG lIndex, IXMLDOMNode** ppNode) = 0;
-    virtual HRESULT STDMETHODCALLTYPE get_length(LONG* plLength) = 0;
-
-protected:
-    ~IXMLDOMNodeList() = default;
-};
-
-class IXMLDOMNamedNodeMap : public IDispatch
-{
-public:
-    virtual HRESULT STDMETHODCALLTYPE getNamedItem(BSTR bstrName, IXMLDOMNode** ppNode) = 0;
-    virtual HRESULT STDMETHODCALLTYPE get_item(LONG lIndex, IXMLDOMNode** ppNode) = 0;
-    virtual HRESULT STDMETHODCALLTYPE get_length(LONG* plLength) = 0;
-
-protected:
-    ~IXMLDOMNamedNodeMap() = default;
-};
-
 class IXMLDOMElement : public IXMLDOMNode
 {
 public:
-    virtual HRESULT STDMETHODCALLTYPE get_tagName(BSTR* pbstrName) = 0;
-    virtual HRESULT STDMETHODCALLTYPE getAttribute(BSTR bstrName, VARIANT* pvarValue) = 0;
     virtual HRESULT STDMETHODCALLTYPE setAttribute(BSTR bstrName, VARIANT varValue) = 0;
 
 protected:
     ~IXMLDOMElement() = default;
 };
 
-class IXMLDOMParseError : public IDispatch
+class IXMLDOMParseError : public IUnknown
 {
 public:
-    virtual HRESULT STDMETHODCALLTYPE get_errorCode(LONG* plCode) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_reason(BSTR* pbstrReason) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_line(LONG* plLine) = 0;
 
@@ -92,9 +54,11 @@ protected:
     ~IXMLDOMParseError() = default;
 };
 
-class IXMLDOMDocument : public IXMLDOMNode
+class IXMLDOMDocument : public IUnknown
 {
 public:
+    virtual HRESULT STDMETHODCALLTYPE get_xml(BSTR* pbstrXml) = 0;
+    virtual HRESULT STDMETHODCALLTYPE selectSingleNode(BSTR bstrQuery, IXMLDOMNode** ppNode) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_documentElement(IXMLDOMElement** ppElement) = 0;
     virtual HRESULT STDMETHODCALLTYPE createElement(BSTR bstrTagName, IXMLDOMElement** ppElement) = 0;
     virtual HRESULT STDMETHODCALLTYPE get_parseError(IXMLDOMParseError** ppError) = 0;
@@ -111,8 +75,6 @@ protected:
 extern "C"
 {
     extern const IID IID_IXMLDOMNode;
-    extern const IID IID_IXMLDOMNodeList;
-    extern const IID IID_IXMLDOMNamedNodeMap;
     extern const IID IID_IXMLDOMElement;
     extern const IID IID_IXMLDOMParseError;
     extern const IID IID_IXMLDOMDocument;

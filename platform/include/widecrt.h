@@ -1,6 +1,6 @@
 // C run-time functions on UTF-16 text. The platform's own take its wchar_t; here they are overloads for the 16-bit
-// character, so that the same call compiles on both builds. Variable arguments for %s are UTF-16 texts; a null one
-// prints as "(null)".
+// character, so that the same call compiles on both builds. Formats know %s (a UTF-16 text; a null one prints as
+// "(null)"), %d, %u, %x, %X, %p and %%; with any other conversion the result is -1.
 #pragma once
 
 #include "windef.h"

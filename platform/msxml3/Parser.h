@@ -1,13 +1,22 @@
 // From text to nodes.
 #pragma once
 
-#include "Tree.h"
+#include "Library.h"
+
+#include <msxml2.h>
 
 namespace platform::msxml3
 {
-// Fills an empty tree from the text; the result's code says whether it loaded, and the tree holds leftovers when not.
-// A byte-order mark and white space at the start are skipped, the declared encoding is ignored (the text is UTF-16
-// whatever it says). Nothing outside the text is ever read: a reference to an external entity stays a reference.
-// Text nodes of only white space are dropped unless the tree or xml:space preserves them.
-LoadError ReadXml(std::u16string_view text, CTree& tree);
+// Why a text did not load; empty when it did.
+struct LoadError
+{
+    std::u16string reason;
+    LONG lLine = 0; // 0 where none is to blame
+};
+
+// The document; none, with the error, for a text that does not load. A byte-order mark and white space at the start are
+// skipped, the declared encoding is ignored (the text is UTF-16 whatever it says), and nothing outside the text is ever read.
+// A text with a document type is refused, and so is an element with thousands of attributes. Texts of white space alone are
+// dropped unless bPreserveSpace or xml:space keeps them.
+DocumentPtr ReadXml(std::u16string_view text, bool bPreserveSpace, LoadError& error);
 } // namespace platform::msxml3

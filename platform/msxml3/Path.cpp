@@ -1,54 +1,62 @@
 #include "Path.h"
 
-#include "XmlText.h"
-
 namespace platform::msxml3
 {
+namespace
+{
+bool HasName(const xmlNode& node, const std::string& name) noexcept
+{
+    return node.type == XML_ELEMENT_NODE && (!node.ns || !node.ns->prefix) && xmlStrEqual(node.name, Units(name));
+}
+
+// The next node in document order below the top; null at the end.
+xmlNode* NextNode(xmlNode* pNode, const xmlNode* pTop) noexcept
+{
+    if (pNode->children)
+        return pNode->children;
+    while (pNode != pTop && !pNode->next)
+        pNode = pNode->parent;
+    return pNode == pTop ? nullptr : pNode->next;
+}
+} // namespace
+
 std::optional<CPath> CPath::Parse(std::u16string_view query)
 {
     CPath path;
-    if (query.starts_with(u"//"))
-        path.m_start = Start::Anywhere;
-    else if (query.starts_with(u"/"))
-        path.m_start = Start::Document;
-    query.remove_prefix(path.m_start == Start::Anywhere ? 2 : path.m_start == Start::Document ? 1 : 0);
-
+    path.m_bFromNode = !query.starts_with(u'/');
+    path.m_bAnywhere = query.starts_with(u"//");
+    query.remove_prefix(path.m_bFromNode ? 0 : path.m_bAnywhere ? 2 : 1);
     for (;;)
     {
-        const std::size_t slash = query.find(u'/');
-        const std::u16string_view step = query.substr(0, slash);
-        if (!IsQualifiedName(step))
+        const auto nSlash = query.find(u'/');
+        auto step = ToPlainName(query.substr(0, nSlash));
+        if (!step)
             return std::nullopt;
-        path.m_steps.emplace_back(step);
-        if (slash == std::u16string_view::npos)
+        path.m_steps.push_back(std::move(*step));
+        if (nSlash == query.npos)
             return path;
-        query.remove_prefix(slash + 1);
+        query.remove_prefix(nSlash + 1);
     }
 }
 
-Node* CPath::Next(CTree& tree, Node& context, const Node* pLast) const noexcept
+xmlNode* CPath::FindFrom(xmlNode& node) const noexcept
 {
-    Node& top = m_start == Start::Context ? context : tree.Root();
-    const Node* pNode = pLast ? pLast : &top;
-    for (;;)
-    {
-        Node* pNext = NextInOrder(*pNode, top);
-        if (!pNext || Matches(*pNext, top))
-            return pNext;
-        pNode = pNext;
-    }
+    xmlNode* const pTop = m_bFromNode ? &node : reinterpret_cast<xmlNode*>(node.doc);
+    xmlNode* pFound = pTop;
+    do
+        pFound = NextNode(pFound, pTop);
+    while (pFound && !Matches(pFound, pTop));
+    return pFound;
 }
 
 // Compares the steps from the last one upwards, so that one walk in document order serves all forms.
-bool CPath::Matches(const Node& node, const Node& top) const noexcept
+bool CPath::Matches(const xmlNode* pNode, const xmlNode* pTop) const noexcept
 {
-    const Node* pNode = &node;
-    for (auto step = m_steps.rbegin(); step != m_steps.rend(); ++step)
+    for (auto step = m_steps.rbegin(); step != m_steps.rend(); ++step, pNode = pNode->parent)
     {
-        if (!pNode || pNode == &top || pNode->type != NODE_ELEMENT || pNode->name != *step)
+        if (pNode == pTop || !HasName(*pNode, *step))
             return false;
-        pNode = pNode->pParent;
     }
-    return m_start == Start::Anywhere || pNode == &top;
+    return m_bAnywhere || pNode == pTop;
 }
 } // namespace platform::msxml3

@@ -1,13 +1,12 @@
-// The text form of a document or of a node.
+// The text form of a document or of an element. No white space is added but the line end after each node of the document's
+// top level; line ends within the text are CR LF.
 #pragma once
 
-#include "Tree.h"
+#include "Library.h"
 
 namespace platform::msxml3
 {
-// No white space is added but the line end after each node of the document's top level; line ends within the text are
-// CR LF. The XML declaration loses its encoding. Namespaces that were in force where an element was read, and that its
-// written surroundings do not declare, are declared on it; an element without namespace below a default one gets
-// xmlns="".
-std::u16string WriteXml(const Node& node);
+std::u16string WriteElement(xmlNode& element);
+// The XML declaration loses its encoding.
+std::u16string WriteDocument(const xmlDoc& document);
 } // namespace platform::msxml3

@@ -1,4 +1,4 @@
-// The edge between the component's code and its callers: planned faults, out parameters, exceptions.
+// The boundary between the component's code and its callers: planned faults, out parameters, exceptions, text.
 #pragma once
 
 #include "platform/testing/FaultPoint.h"
@@ -9,10 +9,15 @@
 
 namespace platform::msxml3
 {
-// No exception leaves an operation.
+// Runs an operation under the platform's name for it, unless the fault plan has it fail. No exception leaves it.
 template <class Operation>
-HRESULT Guard(Operation operation) noexcept
+HRESULT Perform(const char* szFunction, Operation operation) noexcept
 {
+    if (testing::FaultFires(szFunction))
+    {
+        const auto hr = static_cast<HRESULT>(testing::FaultCode(szFunction, static_cast<DWORD>(E_FAIL)));
+        return FAILED(hr) ? hr : E_FAIL;
+    }
     try
     {
         return operation();
@@ -25,17 +30,6 @@ HRESULT Guard(Operation operation) noexcept
     {
         return E_FAIL;
     }
-}
-
-// Runs an operation under the platform's name for it, unless the fault plan has it fail with the plan's code or
-// hrDefault.
-template <class Operation>
-HRESULT Perform(const char* szFunction, Operation operation, HRESULT hrDefault = E_FAIL) noexcept
-{
-    if (!testing::FaultFires(szFunction))
-        return Guard(operation);
-    const auto hr = static_cast<HRESULT>(testing::FaultCode(szFunction, static_cast<DWORD>(hrDefault)));
-    return FAILED(hr) ? hr : hrDefault;
 }
 
 // The same for an operation that answers through an out parameter, which is empty on every failure and must not be
@@ -58,7 +52,4 @@ inline HRESULT GiveText(std::u16string_view text, BSTR* pbstr) noexcept
     *pbstr = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
     return *pbstr ? S_OK : E_OUTOFMEMORY;
 }
-
-// S_FALSE and VT_NULL when there is no value.
-HRESULT GiveValue(const std::u16string* pValue, VARIANT* pvarValue) noexcept;
 } // namespace platform::msxml3

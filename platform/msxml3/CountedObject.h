@@ -1,4 +1,4 @@
-// Identity, lifetime and the unused automation half, once for every object of the component.
+// Identity and lifetime, once for every object of the component.
 #pragma once
 
 #include "platform/testing/Accounts.h"
@@ -8,23 +8,23 @@
 
 namespace platform::msxml3
 {
-// Starts with one reference, which the creator owns. identifiers name what Interface is besides IUnknown and IDispatch.
+// Starts with one reference, which the creator owns. identifiers name what Interface is besides IUnknown.
 template <class Interface, const IID&... identifiers>
-class CDispatchObject : public Interface
+class CCountedObject : public Interface
 {
 public:
-    CDispatchObject() noexcept
+    CCountedObject() noexcept
     {
         testing::ChangeAccount(testing::Account::XmlObject, 1);
     }
-    CDispatchObject(const CDispatchObject&) = delete;
-    CDispatchObject& operator=(const CDispatchObject&) = delete;
+    CCountedObject(const CCountedObject&) = delete;
+    CCountedObject& operator=(const CCountedObject&) = delete;
 
     STDMETHODIMP QueryInterface(REFIID riid, void** ppvObject) override
     {
         if (!ppvObject)
             return E_POINTER;
-        const bool bKnown = riid == IID_IUnknown || riid == IID_IDispatch || ((riid == identifiers) || ...);
+        const bool bKnown = riid == IID_IUnknown || ((riid == identifiers) || ...);
         *ppvObject = bKnown ? static_cast<Interface*>(this) : nullptr;
         if (!bKnown)
             return E_NOINTERFACE;
@@ -43,25 +43,8 @@ public:
         return uLeft;
     }
 
-    STDMETHODIMP GetTypeInfoCount(UINT*) override
-    {
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override
-    {
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override
-    {
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override
-    {
-        return E_NOTIMPL;
-    }
-
 protected:
-    virtual ~CDispatchObject()
+    virtual ~CCountedObject()
     {
         testing::ChangeAccount(testing::Account::XmlObject, -1);
     }
