@@ -1,7 +1,7 @@
 // What a program is answered on one platform, a line for each question, so that two platforms can be held side by side.
 #pragma once
 
-#include "values/WideText.h"
+#include "answers/Shown.h"
 
 #include <windows.h>
 
@@ -31,11 +31,4 @@ private:
     std::string m_subject;
 };
 
-// Text as it can stand in a line: printing 7-bit characters as they are, all else, and the backslash, as \uXXXX.
-std::string Shown(CWideView text);
-std::string Shown(std::string_view bytes);
-// "0x80004005": results and masks.
-std::string ShownHex(std::uint64_t uValue);
-// "ok" or "failed, error 2": a function that leaves its reason with GetLastError. Call at once.
-std::string ShownSuccess(bool bSucceeded);
 } // namespace answers

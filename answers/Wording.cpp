@@ -13,23 +13,6 @@ std::string Quoted(const WCHAR* szText)
     return szText ? '"' + Shown(CWideView(szText)) + '"' : "null";
 }
 
-std::string ShownBytes(std::string_view bytes)
-{
-    static constexpr char digits[] = "0123456789ABCDEF";
-    std::string shown;
-    for (const char ch : bytes)
-    {
-        shown += digits[static_cast<unsigned char>(ch) >> 4];
-        shown += digits[static_cast<unsigned char>(ch) & 0xF];
-    }
-    return shown.empty() ? "none" : shown;
-}
-
-std::string ShownStatus(LONG lStatus)
-{
-    return lStatus == 0 ? "ok" : "error " + std::to_string(lStatus);
-}
-
 std::string ShownErrno(int nErrno)
 {
     static constexpr struct

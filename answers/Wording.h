@@ -7,10 +7,6 @@ namespace answers
 {
 // The text in quotes, or "null".
 std::string Quoted(const WCHAR* szText);
-// "EF00": bytes that need not be text.
-std::string ShownBytes(std::string_view bytes);
-// "ok" or "error 2": the functions that return their result.
-std::string ShownStatus(LONG lStatus);
 // "ENOENT": the platforms number some of these differently.
 std::string ShownErrno(int nErrno);
 // The folder as the platform itself names it, with its drive.

@@ -35,7 +35,8 @@ void RecordPlatform(CRecord& record)
 int main(int nArguments, char** pszArguments)
 {
     const std::string_view what = nArguments > 1 ? pszArguments[1] : "";
-    if ((what != "platform" || nArguments != 3) && (what != "documents" || nArguments != 5))
+    if ((what != "agreed" || nArguments < 3) && (what != "platform" || nArguments != 3) &&
+        (what != "documents" || nArguments != 5))
     {
         std::fprintf(stderr, "usage: korihvui_answers platform FILE\n"
                              "       korihvui_answers documents FILE SEED COUNT\n");
@@ -45,6 +46,8 @@ int main(int nArguments, char** pszArguments)
     const tests::CTestFolder stateFolder;
     SetEnvironmentVariableW(OLESTR("PLATFORM_ROOT"), stateFolder.PlatformName().c_str());
     SetEnvironmentVariableW(OLESTR("PLATFORM_DIALOGS"), OLESTR("none"));
+    if (what == "agreed")
+        return AskAgreed(pszArguments[2], nArguments == 4) ? 0 : 1;
     CRecord record(pszArguments[2]);
     if (what == "platform")
         RecordPlatform(record);

@@ -1,0 +1,135 @@
+// The agreed texts: a line for each question, "question -> answer". A line that is indented goes on in the world of the line
+// before it, any other begins a new one. "Wine -> answer  # reason" below a question is what Wine is known to answer instead.
+#include "answers/Subjects.h"
+
+#include "tests/support/TestFolder.h"
+
+#include <cstdio>
+#include <sstream>
+#include <vector>
+
+namespace answers
+{
+namespace
+{
+constexpr std::string_view arrow = " -> ";
+
+struct Subject
+{
+    const char* szName;
+    std::unique_ptr<CSubject> (*pfnAsk)();
+};
+constexpr Subject subjects[] = {
+    {"files", AskFiles}, {"mutexes", AskMutexes}, {"registry", AskRegistry}, {"texts", AskTexts}, {"modules", AskModules},
+};
+
+struct Line
+{
+    std::string question; // with its indentation; or a comment, or nothing
+    std::string answer;
+    std::string wine; // all of the line below, "" for none
+
+    bool IsQuestion() const
+    {
+        return !question.empty() && question[0] != '#';
+    }
+    std::string Expected(bool bUnderWine) const
+    {
+        if (!bUnderWine || wine.empty())
+            return answer;
+        const auto nStart = wine.find(arrow) + arrow.size();
+        return wine.substr(nStart, wine.find("  # ") - nStart);
+    }
+};
+
+std::vector<Line> ReadLines(const std::filesystem::path& file)
+{
+    std::vector<Line> lines;
+    std::istringstream text(tests::ReadBytes(file));
+    for (std::string line; std::getline(text, line);)
+    {
+        const auto nArrow = line.find(arrow);
+        const bool bIsWines = line.substr(0, nArrow).ends_with(" Wine");
+        if (bIsWines && !lines.empty())
+            lines.back().wine = line;
+        else if (nArrow == std::string::npos)
+            lines.push_back({line, "", ""});
+        else
+            lines.push_back({line.substr(0, nArrow), line.substr(nArrow + arrow.size()), ""});
+    }
+    return lines;
+}
+
+void WriteLines(const std::filesystem::path& file, const std::vector<Line>& lines)
+{
+    std::string text;
+    for (const auto& line : lines)
+        text.append(line.question)
+            .append(line.IsQuestion() ? std::string(arrow) + line.answer : "")
+            .append(line.wine.empty() ? "" : "\n" + line.wine)
+            .append("\n");
+    tests::WriteBytes(file, text);
+}
+
+bool IsWine()
+{
+    const HMODULE hSystem = GetModuleHandleW(OLESTR("ntdll.dll"));
+    return hSystem && GetProcAddress(hSystem, "wine_get_version");
+}
+
+std::string Answered(CSubject& world, std::string_view text)
+{
+    try
+    {
+        CQuestion question(text);
+        const std::string answer = world.Answer(question);
+        return question.HasMore() ? "there are words too many" : answer;
+    }
+    catch (const std::exception& error)
+    {
+        return std::string("cannot be asked: ") + error.what();
+    }
+}
+} // namespace
+
+bool AskAgreed(const std::filesystem::path& folder, bool bRewrites)
+{
+    const bool bUnderWine = IsWine();
+    unsigned uAsked = 0;
+    unsigned uDiffering = 0;
+    for (const auto& subject : subjects)
+    {
+        const auto file = folder / (std::string(subject.szName) + ".txt");
+        std::vector<Line> lines = ReadLines(file);
+        const unsigned uBefore = uAsked;
+        std::unique_ptr<CSubject> world;
+        for (auto& line : lines)
+        {
+            if (!line.IsQuestion())
+                continue;
+            if (line.question[0] != ' ')
+            {
+                world.reset(); // before the next is made, which may be in its place
+                world = subject.pfnAsk();
+            }
+            ++uAsked;
+            const std::string given = Answered(*world, line.question);
+            const std::string expected = line.Expected(bUnderWine);
+            if (bRewrites)
+                line.answer = given;
+            else if (given != expected)
+            {
+                ++uDiffering;
+                std::printf("%s: %s\n  agreed: %s\n  given:  %s\n", subject.szName, line.question.c_str(), expected.c_str(),
+                            given.c_str());
+            }
+        }
+        world.reset(); // some are in a folder of theirs
+        if (bRewrites)
+            WriteLines(file, lines);
+        uDiffering += uAsked == uBefore; // a text that is missing
+    }
+    std::printf("platform: %u questions asked, %u answered differently\n", uAsked, uDiffering);
+    return uDiffering == 0;
+}
+} // namespace answers
