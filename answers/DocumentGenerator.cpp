@@ -1,25 +1,13 @@
-#include "answers/DocumentGenerator.h"
+#include "answers/Documents.h"
+#include "answers/Question.h"
 
 #include <algorithm>
+#include <fstream>
 
 namespace answers
 {
 namespace
 {
-// Texts of the shapes hold characters, not markup.
-CWideString Escaped(CWideView text)
-{
-    CWideString escaped;
-    for (const WCHAR ch : text)
-    {
-        if (ch == '&')
-            escaped += OLESTR("&amp;");
-        else
-            escaped += ch;
-    }
-    return escaped;
-}
-
 // How many of the rows belong to the first: it, and all that are deeper.
 std::size_t SizeOfSubtree(std::span<const ShapeRow> rows)
 {
@@ -29,37 +17,59 @@ std::size_t SizeOfSubtree(std::span<const ShapeRow> rows)
 }
 } // namespace
 
+DocumentShapes ReadDocumentShapes(const std::filesystem::path& file)
+{
+    DocumentShapes shapes;
+    std::vector<ShapeRow>* pDocument = nullptr;
+    std::ifstream text(file);
+    for (std::string line; std::getline(text, line);)
+    {
+        if (line.empty() || line.starts_with('#'))
+            continue;
+        const std::size_t uDepth = line.find_first_not_of(' ') / 2;
+        CQuestion words(line);
+        const std::string name = words.Word();
+        if (uDepth > 0)
+            pDocument->push_back(
+                {uDepth - 1, CWideString(name.begin(), name.end()), words.HasMore() ? &shapes.lists.at(words.Word()) : nullptr});
+        else if (name == "document")
+            pDocument = &shapes.documents[words.Word()];
+        else
+        {
+            while (words.HasMore())
+                shapes.lists[name].emplace_back(words.Text());
+        }
+    }
+    return shapes;
+}
+
 Document CDocumentGenerator::Next()
 {
-    Document document{static_cast<DocumentKind>(Pick(3)), {}};
+    static constexpr const char* kinds[] = {"security", "connection", "wireless"};
+    Document document{kinds[Pick(std::size(kinds))], {}};
     CWideString& text = document.text;
     if (OneIn(4))
-        text += PickFrom(Prologues());
-    AppendElement(text, ShapeOf(document.kind));
+        text += PickFrom("prologues");
+    AppendElement(text, m_shapes.documents.at(document.kind));
     if (OneIn(30))
-        AppendInterlude(text);
+        text += PickFrom("interludes");
     if (OneIn(3))
         Break(text);
     return document;
 }
 
-void CDocumentGenerator::AppendInterlude(CWideString& text)
-{
-    text += PickFrom(Interludes());
-}
-
 void CDocumentGenerator::AppendElement(CWideString& text, std::span<const ShapeRow> rows)
 {
-    const CWideString name = OneIn(40) ? PickFrom(WrongNames()) : rows[0].szName;
+    const CWideString name = OneIn(40) ? PickFrom("wrong-names") : rows[0].name;
     text += OLESTR("<") + name;
     if (OneIn(12))
-        text += PickFrom(Attributes());
+        text += PickFrom("attributes");
     const auto nStart = text.size();
     text += OLESTR(">");
-    if (rows[0].texts.empty())
-        AppendChildren(text, rows);
+    if (rows[0].pTexts)
+        AppendText(text, *rows[0].pTexts);
     else
-        AppendText(text, rows[0].texts);
+        AppendChildren(text, rows);
     if (text.size() == nStart + 1 && OneIn(2))
         text.replace(nStart, 1, OLESTR("/>"));
     else
@@ -74,7 +84,7 @@ void CDocumentGenerator::AppendChildren(CWideString& text, std::span<const Shape
         if (bSeparated)
             text += OLESTR("\r\n  ");
         if (OneIn(15))
-            AppendInterlude(text);
+            text += PickFrom("interludes");
         // Alternatives stand beside each other in the shapes, so that a third goes missing.
         if (OneIn(3))
             continue;
@@ -82,16 +92,16 @@ void CDocumentGenerator::AppendChildren(CWideString& text, std::span<const Shape
             AppendElement(text, rows.subspan(i));
     }
     if (OneIn(20))
-        AppendInterlude(text);
+        text += PickFrom("interludes");
 }
 
-void CDocumentGenerator::AppendText(CWideString& text, std::span<const WCHAR* const> texts)
+void CDocumentGenerator::AppendText(CWideString& text, const Texts& texts)
 {
     if (OneIn(8))
-        text += PickFrom(TextMixtures());
-    text += Escaped(PickFrom(texts));
+        text += PickFrom("text-mixtures");
+    text += PickFrom(texts);
     if (OneIn(8))
-        text += PickFrom(TextMixtures());
+        text += PickFrom("text-mixtures");
 }
 
 void CDocumentGenerator::Break(CWideString& text)
@@ -114,7 +124,7 @@ void CDocumentGenerator::Break(CWideString& text)
             break;
         }
         default:
-            text.insert(nAt, PickFrom(Splinters()));
+            text.insert(nAt, PickFrom("splinters"));
             break;
         }
     }

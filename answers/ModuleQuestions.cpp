@@ -1,106 +1,69 @@
+// Modules and language files, and their strings.
 #include "answers/Shown.h"
-#include "answers/Subjects.h"
-
-#include "host/Library.h"
-#include "tests/support/TestFolder.h"
-
-#include <map>
+#include "answers/World.h"
 
 namespace answers
 {
 namespace
 {
-// "%" at the front of a file's name stands for the program's folder, "@" for one with a "text.dll" that is none, a
-// "short.dll" of one byte, an "empty.dll", and a "folder.dll".
-class CModules final : public CSubject
+std::string ShownModule(const CWorld& world, HMODULE hModule, const char* szOne)
 {
-public:
-    CModules()
+    const std::string answer = ShownSuccess(hModule != nullptr);
+    for (const auto& [name, loaded] : world.modules)
     {
-        tests::WriteBytes(m_folder.Path() / "text.dll", std::string(5000, 'x'));
-        tests::WriteBytes(m_folder.Path() / "short.dll", "x");
-        tests::WriteBytes(m_folder.Path() / "empty.dll", "");
-        std::filesystem::create_directory(m_folder.Path() / "folder.dll");
+        if (hModule && loaded.Get() == hModule)
+            return szOne + name;
     }
+    return answer;
+}
 
-    std::string Answer(CQuestion& question) override
-    {
-        static constexpr Verb<CModules> verbs[] = {{"load", &CModules::Load},     {"free", &CModules::Free},
-                                                   {"string", &CModules::String}, {"handle", &CModules::Handle},
-                                                   {"export", &CModules::Export}, {"no-thread-calls", &CModules::NoThreadCalls}};
-        SetLastError(4711);
-        return AnswerBy(verbs, *this, question);
-    }
+std::string Load(CWorld& world, CQuestion& question)
+{
+    const std::string name = question.Word();
+    const WCHAR* const szFile = world.Place(question);
+    SetLastError(4711);
+    CUniqueModule module(LoadLibraryExW(szFile, nullptr, 0));
+    const std::string answer = ShownModule(world, module.Get(), "ok, the same as ");
+    if (module)
+        world.modules[name] = std::move(module);
+    return answer;
+}
 
-private:
-    HMODULE Module(CQuestion& question)
-    {
-        return m_modules.at(question.Word()).Get();
-    }
+std::string Free(CWorld& world, CQuestion& question)
+{
+    const std::string name = question.Word();
+    const BOOL bFreed = FreeLibrary(world.modules.at(name).Detach());
+    world.modules.erase(name);
+    return ShownSuccess(bFreed);
+}
 
-    std::string Load(CQuestion& question)
-    {
-        const std::string name = question.Word();
-        const CWideView file = question.Text();
-        CWideString path(file);
-        if (file.starts_with(OLESTR('%')))
-            path = BesideProgram(file.substr(1));
-        if (file.starts_with(OLESTR('@')))
-            path = m_folder.PlatformName(file.substr(1));
-        SetLastError(4711);
-        CUniqueModule module(LoadLibraryExW(path.c_str(), nullptr, 0));
-        std::string answer = ShownSuccess(static_cast<bool>(module));
-        for (const auto& [other, loaded] : m_modules)
-            answer += module && loaded.Get() == module.Get() ? ", the same as " + other : "";
-        if (module)
-            m_modules[name] = std::move(module);
-        return answer;
-    }
-    std::string Free(CQuestion& question)
-    {
-        const auto found = m_modules.find(question.Word());
-        const HMODULE hModule = found->second.Detach();
-        m_modules.erase(found);
-        return ShownSuccess(FreeLibrary(hModule) != FALSE);
-    }
-    // string MODULE ROOM ID
-    std::string String(CQuestion& question)
-    {
-        WCHAR szText[100];
-        std::fill(std::begin(szText), std::end(szText), OLESTR('#'));
-        const HMODULE hModule = Module(question);
-        const auto cchRoom = static_cast<int>(question.Number());
-        const int cch = LoadStringW(hModule, static_cast<UINT>(question.Number()), szText, cchRoom);
-        return std::to_string(cch) + ", " + Shown(Touched({szText, std::size(szText)}, OLESTR('#')));
-    }
-    std::string Handle(CQuestion& question)
-    {
-        const HMODULE hModule = GetModuleHandleW(question.Text());
-        const std::string answer = ShownSuccess(hModule != nullptr);
-        for (const auto& [name, loaded] : m_modules)
-        {
-            if (loaded.Get() == hModule)
-                return name;
-        }
-        return answer;
-    }
-    std::string Export(CQuestion& question)
-    {
-        const HMODULE hModule = Module(question);
-        return ShownSuccess(GetProcAddress(hModule, question.Word().c_str()) != nullptr);
-    }
-    std::string NoThreadCalls(CQuestion& question)
-    {
-        return ShownSuccess(DisableThreadLibraryCalls(Module(question)) != FALSE);
-    }
+std::string String(CWorld& world, CQuestion& question)
+{
+    CWideString buffer(100, OLESTR('#'));
+    const HMODULE hModule = world.modules.at(question.Word()).Get();
+    const auto cchRoom = question.Number<int>();
+    const int cch = LoadStringW(hModule, question.Number<UINT>(), buffer.data(), cchRoom);
+    return std::to_string(cch) + ", " + Shown(Touched(buffer));
+}
 
-    const tests::CTestFolder m_folder;
-    std::map<std::string, CUniqueModule> m_modules;
+std::string Export(CWorld& world, CQuestion& question)
+{
+    const HMODULE hModule = world.modules.at(question.Word()).Get();
+    return ShownSuccess(GetProcAddress(hModule, question.Word().c_str()) != nullptr);
+}
+
+constexpr Verb verbs[] = {
+    {"load", Load},
+    {"free", Free},
+    {"string", String},
+    {"export", Export},
+    {"module",
+     [](CWorld& world, CQuestion& question) { return ShownModule(world, GetModuleHandleW(question.Text()), "the same as "); }},
 };
 } // namespace
 
-std::unique_ptr<CSubject> AskModules()
+std::span<const Verb> ModuleVerbs()
 {
-    return std::make_unique<CModules>();
+    return verbs;
 }
 } // namespace answers

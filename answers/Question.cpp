@@ -20,11 +20,6 @@ std::string CQuestion::Word()
     return word;
 }
 
-long CQuestion::Number()
-{
-    return std::stol(Word(), nullptr, 0);
-}
-
 std::string CQuestion::Bytes()
 {
     const std::string digits = Word();

@@ -30,17 +30,21 @@ public:
         return m_rest.starts_with('"');
     }
     std::string Word();
-    long Number();
+    template <class Integer>
+    Integer Number()
+    {
+        return static_cast<Integer>(std::stoull(Word(), nullptr, 0));
+    }
     // "00FF", or "none".
     std::string Bytes();
     // What stands in quotes, where \\ is a backslash and \uXXXX any unit; null for the word null. Lives with the question.
     const WCHAR* Text();
     // The row of the table that has the word's name.
-    template <class Row, std::size_t cRows>
-    const Row& OneOf(const Row (&table)[cRows])
+    template <class Table>
+    const auto& OneOf(const Table& table)
     {
         const std::string word = Word();
-        const auto found = std::ranges::find_if(table, [&](const Row& row) { return word == row.szName; });
+        const auto found = std::ranges::find_if(table, [&](const auto& row) { return word == row.szName; });
         return found != std::end(table) ? *found : throw std::invalid_argument("unknown word " + word);
     }
 
@@ -57,29 +61,4 @@ struct NamedValue
     const char* szName;
     DWORD dwValue;
 };
-
-// One subject that is asked about: an empty world, made anew for each run of questions and gone without a trace.
-class CSubject
-{
-public:
-    CSubject() = default;
-    virtual ~CSubject() = default;
-    CSubject(const CSubject&) = delete;
-    CSubject& operator=(const CSubject&) = delete;
-
-    virtual std::string Answer(CQuestion& question) = 0;
-};
-
-template <class Subject>
-struct Verb
-{
-    const char* szName;
-    std::string (Subject::*pfnAnswer)(CQuestion&);
-};
-
-template <class Subject, std::size_t cVerbs>
-std::string AnswerBy(const Verb<Subject> (&verbs)[cVerbs], Subject& subject, CQuestion& question)
-{
-    return (subject.*question.OneOf(verbs).pfnAnswer)(question);
-}
 } // namespace answers

@@ -61,14 +61,14 @@ std::string ShownStatus(LONG lStatus)
     return lStatus == 0 ? "ok" : "error " + std::to_string(lStatus);
 }
 
-std::string ShownSuccess(bool bSucceeded)
+std::string ShownSuccess(BOOL bSucceeded)
 {
     const DWORD dwError = GetLastError();
     return bSucceeded ? "ok" : "failed, error " + std::to_string(dwError);
 }
 
-CWideView Touched(CWideView buffer, WCHAR filler)
+CWideView Touched(CWideView buffer)
 {
-    return buffer.substr(0, buffer.find_last_not_of(filler) + 1);
+    return buffer.substr(0, buffer.find_last_not_of(OLESTR('#')) + 1);
 }
 } // namespace answers

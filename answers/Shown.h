@@ -19,7 +19,7 @@ std::string ShownHex(std::uint64_t uValue);
 // "ok" or "error 2": functions that return their result.
 std::string ShownStatus(LONG lStatus);
 // "ok" or "failed, error 2": functions that leave their reason with GetLastError. Call at once.
-std::string ShownSuccess(bool bSucceeded);
-// A buffer up to the last unit that is not the filler.
-CWideView Touched(CWideView buffer, WCHAR filler);
+std::string ShownSuccess(BOOL bSucceeded);
+// A buffer that was full of "#", up to the last unit that is not.
+CWideView Touched(CWideView buffer);
 } // namespace answers
