@@ -70,6 +70,7 @@ private:
     // The element of the first row and what is inside of it.
     void AppendElement(CWideString& text, std::span<const ShapeRow> rows);
     void AppendChildren(CWideString& text, std::span<const ShapeRow> rows);
+    void AppendExcess(CWideString& text);
     void AppendText(CWideString& text, const Texts& texts);
     void Break(CWideString& text);
 

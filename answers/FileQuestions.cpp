@@ -170,12 +170,7 @@ constexpr Verb verbs[] = {
     {"make", [](CWorld& world, CQuestion& question) { return ShownSuccess(CreateDirectoryW(world.Place(question), nullptr)); }},
     {"move", Move<0>},
     {"replace", Move<MOVEFILE_REPLACE_EXISTING>},
-    {"go",
-     [](CWorld& world, CQuestion& question)
-     {
-         const std::string answer = ShownSuccess(SetCurrentDirectoryW(world.Place(question)));
-         return answer + ", at " + world.ShownCurrentFolder();
-     }},
+    {"go", [](CWorld& world, CQuestion& question) { return ShownSuccess(SetCurrentDirectoryW(world.Place(question))); }},
     {"wait", Wait},
     {"release", Release},
     {"wait-on-thread", WaitOnThread},

@@ -1,59 +1,49 @@
 #include "answers/Shown.h"
 
 #include <cstdio>
-#include <type_traits>
 
 namespace answers
 {
 namespace
 {
-template <class View>
-std::string ShownCharacters(View text)
+std::string Formatted(const char* szFormat, unsigned long long uValue)
 {
-    std::string shown;
-    for (const auto ch : text)
-    {
-        const auto uUnit = static_cast<unsigned>(static_cast<std::make_unsigned_t<decltype(ch)>>(ch));
-        if (uUnit >= ' ' && uUnit < 0x7F && uUnit != '\\')
-        {
-            shown += static_cast<char>(uUnit);
-            continue;
-        }
-        char szEscape[8];
-        std::snprintf(szEscape, sizeof(szEscape), "\\u%04X", uUnit & 0xFFFF);
-        shown += szEscape;
-    }
-    return shown;
+    char szText[24];
+    std::snprintf(szText, sizeof(szText), szFormat, uValue);
+    return szText;
 }
 } // namespace
 
 std::string Shown(CWideView text)
 {
-    return ShownCharacters(text);
+    std::string shown;
+    for (const WCHAR ch : text)
+    {
+        const bool bPrints = ch >= ' ' && ch < 0x7F && ch != '\\';
+        shown += bPrints ? std::string(1, static_cast<char>(ch)) : Formatted("\\u%04llX", ch);
+    }
+    return shown;
 }
 
 std::string Shown(std::string_view bytes)
 {
-    return ShownCharacters(bytes);
+    CWideString text;
+    for (const char ch : bytes)
+        text += static_cast<WCHAR>(static_cast<unsigned char>(ch));
+    return Shown(text);
 }
 
 std::string ShownBytes(std::string_view bytes)
 {
     std::string shown;
     for (const char ch : bytes)
-    {
-        char szByte[3];
-        std::snprintf(szByte, sizeof(szByte), "%02X", static_cast<unsigned>(static_cast<unsigned char>(ch)));
-        shown += szByte;
-    }
+        shown += Formatted("%02llX", static_cast<unsigned char>(ch));
     return shown.empty() ? "none" : shown;
 }
 
 std::string ShownHex(std::uint64_t uValue)
 {
-    char szValue[20];
-    std::snprintf(szValue, sizeof(szValue), "0x%08llX", static_cast<unsigned long long>(uValue));
-    return szValue;
+    return Formatted("0x%08llX", uValue);
 }
 
 std::string ShownStatus(LONG lStatus)

@@ -1,6 +1,8 @@
-// Formats, conversions, identifiers, and the texts that the platform hands out.
+// Formats, conversions, identifiers, and the texts that the platform and modules hand out.
 #include "answers/Shown.h"
 #include "answers/World.h"
+
+#include "host/ComOwners.h"
 
 #include <rpc.h>
 
@@ -116,6 +118,18 @@ std::string LocaleName(CWorld&, CQuestion&)
     return std::to_string(cch) + ", " + Shown(CWideView(szLocale));
 }
 
+// Loads the file and is told what it holds.
+std::string String(CWorld& world, CQuestion& question)
+{
+    const CUniqueModule module(LoadLibraryExW(world.Place(question), nullptr, 0));
+    const std::string answer = ShownSuccess(static_cast<bool>(module));
+    if (!module || !question.HasMore())
+        return answer;
+    CWideString buffer(question.Number<std::size_t>() + 1, OLESTR('#'));
+    const int cch = LoadStringW(module.Get(), question.Number<UINT>(), buffer.data(), static_cast<int>(buffer.size() - 1));
+    return std::to_string(cch) + ", " + Shown(Touched(buffer));
+}
+
 constexpr Verb verbs[] = {
     {"format", Formatted},
     {"narrow", Narrowed},
@@ -126,6 +140,8 @@ constexpr Verb verbs[] = {
     {"system-folder", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetSystemDirectoryW(szText, cch); }>},
     {"program", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetModuleFileNameW(nullptr, szText, cch); }>},
     {"locale", LocaleName},
+    {"load", String},
+    {"string", String},
 };
 } // namespace
 

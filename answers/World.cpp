@@ -59,7 +59,7 @@ CWorld::~CWorld()
 
 const WCHAR* CWorld::Place(CQuestion& question)
 {
-    CWideString& place = m_places[m_cPlaces++ % 2];
+    CWideString& place = m_places.emplace_back();
     if (question.IsText())
     {
         place = question.Text();
@@ -74,15 +74,6 @@ const WCHAR* CWorld::Place(CQuestion& question)
     place = m_szFolder + CWideString(OLESTR("\\"));
     place.resize(question.Number<std::size_t>(), OLESTR('q'));
     return place.c_str();
-}
-
-std::string CWorld::ShownCurrentFolder() const
-{
-    WCHAR szCurrent[MAX_PATH] = {};
-    GetCurrentDirectoryW(MAX_PATH, szCurrent);
-    const CWideView current(szCurrent);
-    const std::size_t cchFolder = CWideView(m_szFolder).size();
-    return current.starts_with(m_szFolder) ? "@" + Shown(current.substr(cchFolder)) : Shown(current.substr(2));
 }
 
 std::string CWorld::ShownChanges() const

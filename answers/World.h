@@ -3,10 +3,10 @@
 
 #include "answers/Question.h"
 
-#include "host/ComOwners.h"
 #include "tests/support/TestFolder.h"
 #include "values/Unique.h"
 
+#include <deque>
 #include <map>
 #include <set>
 #include <span>
@@ -24,10 +24,8 @@ public:
     CWorld& operator=(const CWorld&) = delete;
 
     // A name in the folder, which is the current one: "@" at its front stands for the folder, "path 260" for a name in it that
-    // is that long in all, "%" for the program's folder. A question may have two.
+    // is that long in all, "%" for the program's folder.
     const WCHAR* Place(CQuestion& question);
-    // "@\sub": the current folder, without its drive when it is another.
-    std::string ShownCurrentFolder() const;
     // ", without file=10, with new=0": what became of the folder, once no file is open.
     std::string ShownChanges() const;
     // A key that is empty at first.
@@ -35,7 +33,6 @@ public:
     LSTATUS CreateKey(const WCHAR* szPath);
 
     std::map<std::string, CUniqueFile> files;
-    std::map<std::string, CUniqueModule> modules;
     CUniqueMutex mutex;
     CUniqueKey openedKey;
 
@@ -44,8 +41,7 @@ private:
     std::set<std::string> m_names;
     WCHAR m_szBefore[MAX_PATH] = {};
     WCHAR m_szFolder[MAX_PATH] = {};
-    CWideString m_places[2];
-    unsigned m_cPlaces = 0;
+    std::deque<CWideString> m_places;
     CUniqueKey m_key;
     std::vector<CWideString> m_keyPaths;
 };
@@ -58,6 +54,5 @@ struct Verb
 };
 std::span<const Verb> FileVerbs(); // with folders, locks and the mutex
 std::span<const Verb> RegistryVerbs();
-std::span<const Verb> TextVerbs();
-std::span<const Verb> ModuleVerbs();
+std::span<const Verb> TextVerbs(); // with those of modules
 } // namespace answers
