@@ -66,10 +66,14 @@ void CDocumentGenerator::AppendElement(CWideString& text, std::span<const ShapeR
         text += PickFrom("attributes");
     const auto nStart = text.size();
     text += OLESTR(">");
-    if (rows[0].pTexts)
-        AppendText(text, *rows[0].pTexts);
-    else
+    if (!rows[0].pTexts)
         AppendChildren(text, rows);
+    else
+    {
+        text += OneIn(8) ? PickFrom("text-mixtures") : CWideString();
+        text += PickFrom(*rows[0].pTexts);
+        text += OneIn(8) ? PickFrom("text-mixtures") : CWideString();
+    }
     if (text.size() == nStart + 1 && OneIn(2))
         text.replace(nStart, 1, OLESTR("/>"));
     else
@@ -107,15 +111,6 @@ void CDocumentGenerator::AppendExcess(CWideString& text)
         text += bNested ? OLESTR("<a>") : OLESTR("<a/>");
     for (std::size_t i = 0; bNested && i < cTimes; ++i)
         text += OLESTR("</a>");
-}
-
-void CDocumentGenerator::AppendText(CWideString& text, const Texts& texts)
-{
-    if (OneIn(8))
-        text += PickFrom("text-mixtures");
-    text += PickFrom(texts);
-    if (OneIn(8))
-        text += PickFrom("text-mixtures");
 }
 
 void CDocumentGenerator::Break(CWideString& text)

@@ -16,7 +16,7 @@ namespace
 {
 std::string ShownModification(HRESULT hr, BOOL bIsModified, const CBstr& bstrModified)
 {
-    std::string shown = ShownHex(static_cast<std::uint32_t>(hr)) + " modified " + std::to_string(bIsModified);
+    std::string shown = ShownHex(hr) + " modified " + std::to_string(bIsModified);
     if (bstrModified)
         shown += " " + Shown(bstrModified.View());
     return shown;
@@ -31,8 +31,9 @@ std::string ShownSettings(const CCXConnectionSettings& settings)
           settings.rapido, settings.advancedRoaming, settings.roamingOption, settings.maxOffChannelTimeMs,
           settings.minOnChannelTimeMs, settings.keepAliveEnabled, settings.keepAlivePeriod, settings.diagnosticSsidLength})
         shown += std::to_string(lField) + " ";
-    for (LONG i = 0; i < settings.diagnosticSsidLength; ++i)
-        shown += ShownHex(settings.diagnosticSsid[i]).substr(8);
+    if (settings.diagnosticSsidLength > 0)
+        shown += ShownBytes(
+            {reinterpret_cast<const char*>(settings.diagnosticSsid), static_cast<std::size_t>(settings.diagnosticSsidLength)});
     return shown + (settings.IsValid() ? " valid" : " invalid");
 }
 
@@ -84,7 +85,7 @@ private:
         ULONG uDefault = 0;
         HRESULT hr =
             m_security.Get()->Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), nullptr, nullptr, &uDefault, nullptr);
-        Add("default", ShownHex(static_cast<std::uint32_t>(hr)) + " " + std::to_string(uDefault));
+        Add("default", ShownHex(hr) + " " + std::to_string(uDefault));
 
         Dot11ExtUIPropertyEntry aes{4, 0, nullptr};
         CBstr bstrModified;
@@ -109,7 +110,7 @@ private:
     {
         BOOL bIsSelected = FALSE;
         HRESULT hr = property.Dot11ExtUIPropertyGetSelected(bstrProfile.Get(), nullptr, &bIsSelected);
-        Add("selected", ShownHex(static_cast<std::uint32_t>(hr)) + " " + std::to_string(bIsSelected));
+        Add("selected", ShownHex(hr) + " " + std::to_string(bIsSelected));
         CBstr bstrModified;
         BOOL bIsModified = FALSE;
         hr = property.Dot11ExtUIPropertySetSelected(bstrProfile.Get(), nullptr, bstrModified.Put(), &bIsModified);

@@ -71,7 +71,6 @@ private:
     void AppendElement(CWideString& text, std::span<const ShapeRow> rows);
     void AppendChildren(CWideString& text, std::span<const ShapeRow> rows);
     void AppendExcess(CWideString& text);
-    void AppendText(CWideString& text, const Texts& texts);
     void Break(CWideString& text);
 
     const DocumentShapes& m_shapes;

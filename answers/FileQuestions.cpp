@@ -49,21 +49,13 @@ std::string Open(CWorld& world, CQuestion& question)
     return answer;
 }
 
-// A success with the two halves of a size or a place.
-std::string ShownHalves(BOOL bDone, LONG lHigh, DWORD dwLow)
-{
-    const std::string answer = ShownSuccess(bDone);
-    return bDone ? answer + ", " + std::to_string(lHigh) + " " + std::to_string(dwLow) : answer;
-}
-
 std::string Read(CWorld& world, CQuestion& question)
 {
     char buffer[64];
     DWORD cbRead = 0;
     const HANDLE hFile = File(world, question);
     const BOOL bRead = ReadFile(hFile, buffer, question.Number<DWORD>(), &cbRead, nullptr);
-    const std::string answer = ShownSuccess(bRead);
-    return bRead ? answer + ", " + Shown(std::string_view(buffer, cbRead)) : answer;
+    return ShownSuccess(bRead, Shown(std::string_view(buffer, cbRead)));
 }
 
 std::string Write(CWorld& world, CQuestion& question)
@@ -71,8 +63,7 @@ std::string Write(CWorld& world, CQuestion& question)
     DWORD cbWritten = 0;
     const HANDLE hFile = File(world, question);
     const BOOL bWritten = WriteFile(hFile, "abcdefgh", question.Number<DWORD>(), &cbWritten, nullptr);
-    const std::string answer = ShownSuccess(bWritten);
-    return bWritten ? answer + ", " + std::to_string(cbWritten) : answer;
+    return ShownSuccess(bWritten, std::to_string(cbWritten));
 }
 
 std::string Seek(CWorld& world, CQuestion& question)
@@ -81,31 +72,26 @@ std::string Seek(CWorld& world, CQuestion& question)
     const auto lDistance = question.Number<LONG>();
     auto lHigh = question.Number<LONG>();
     const DWORD dwPlace = SetFilePointer(hFile, lDistance, &lHigh, question.OneOf(places).dwValue);
-    return ShownHalves(dwPlace != INVALID_SET_FILE_POINTER, lHigh, dwPlace);
+    return ShownSuccess(dwPlace != INVALID_SET_FILE_POINTER, std::to_string(lHigh) + " " + std::to_string(dwPlace));
 }
 
 std::string Size(CWorld& world, CQuestion& question)
 {
     DWORD dwHigh = 77;
     const DWORD dwLow = GetFileSize(File(world, question), &dwHigh);
-    return ShownHalves(dwLow != INVALID_FILE_SIZE, static_cast<LONG>(dwHigh), dwLow);
+    return ShownSuccess(dwLow != INVALID_FILE_SIZE, std::to_string(dwHigh) + " " + std::to_string(dwLow));
 }
 
+template <bool bLocks>
 std::string Lock(CWorld& world, CQuestion& question)
 {
     OVERLAPPED region = {};
     const HANDLE hFile = File(world, question);
     region.Offset = question.Number<DWORD>();
     const auto cb = question.Number<DWORD>();
+    if (!bLocks)
+        return ShownSuccess(UnlockFileEx(hFile, 0, cb, 0, &region));
     return ShownSuccess(LockFileEx(hFile, question.OneOf(lockKinds).dwValue | LOCKFILE_FAIL_IMMEDIATELY, 0, cb, 0, &region));
-}
-
-std::string Unlock(CWorld& world, CQuestion& question)
-{
-    OVERLAPPED region = {};
-    const HANDLE hFile = File(world, question);
-    region.Offset = question.Number<DWORD>();
-    return ShownSuccess(UnlockFileEx(hFile, 0, question.Number<DWORD>(), 0, &region));
 }
 
 std::string Stream(CWorld& world, CQuestion& question)
@@ -128,9 +114,8 @@ std::string Wait(CWorld& world, CQuestion& question)
     static constexpr NamedValue results[] = {
         {"taken", WAIT_OBJECT_0}, {"taken, abandoned", WAIT_ABANDONED}, {"not had", WAIT_TIMEOUT}};
     const DWORD dwResult = WaitForSingleObject(world.mutex.Get(), question.OneOf(limits).dwValue);
-    const std::string failure = ShownSuccess(FALSE);
     const auto result = std::ranges::find(results, dwResult, &NamedValue::dwValue);
-    return result != std::end(results) ? result->szName : failure;
+    return result != std::end(results) ? result->szName : "failed";
 }
 
 std::string Release(CWorld& world, CQuestion&)
@@ -161,8 +146,8 @@ constexpr Verb verbs[] = {
     {"seek", Seek},
     {"size", Size},
     {"flush", [](CWorld& world, CQuestion& question) { return ShownSuccess(FlushFileBuffers(File(world, question))); }},
-    {"lock", Lock},
-    {"unlock", Unlock},
+    {"lock", Lock<true>},
+    {"unlock", Lock<false>},
     {"stream", Stream},
     {"exists",
      [](CWorld& world, CQuestion& question) { return std::string(_waccess(world.Place(question), 0) == 0 ? "yes" : "no"); }},
@@ -174,7 +159,6 @@ constexpr Verb verbs[] = {
     {"wait", Wait},
     {"release", Release},
     {"wait-on-thread", WaitOnThread},
-    {"close-mutex", [](CWorld& world, CQuestion&) { return world.mutex.Reset(), std::string("ok"); }},
 };
 } // namespace
 

@@ -41,7 +41,7 @@ std::string ShownBytes(std::string_view bytes)
     return shown.empty() ? "none" : shown;
 }
 
-std::string ShownHex(std::uint64_t uValue)
+std::string ShownHex(std::uint32_t uValue)
 {
     return Formatted("0x%08llX", uValue);
 }
@@ -51,10 +51,10 @@ std::string ShownStatus(LONG lStatus)
     return lStatus == 0 ? "ok" : "error " + std::to_string(lStatus);
 }
 
-std::string ShownSuccess(BOOL bSucceeded)
+std::string ShownSuccess(BOOL bSucceeded, const std::string& more)
 {
     const DWORD dwError = GetLastError();
-    return bSucceeded ? "ok" : "failed, error " + std::to_string(dwError);
+    return bSucceeded ? (more.empty() ? "ok" : "ok, " + more) : "failed, error " + std::to_string(dwError);
 }
 
 CWideView Touched(CWideView buffer)

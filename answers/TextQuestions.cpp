@@ -60,8 +60,7 @@ std::string Widened(CWorld&, CQuestion& question)
     const std::string bytes = question.Bytes();
     const int cch = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(), static_cast<int>(bytes.size()),
                                         buffer.data(), static_cast<int>(buffer.size()));
-    const std::string answer = ShownSuccess(cch != 0);
-    return cch == 0 ? answer : std::to_string(cch) + ", " + Shown(buffer.substr(0, static_cast<std::size_t>(cch)));
+    return ShownSuccess(cch != 0, std::to_string(cch) + ", " + Shown(buffer.substr(0, static_cast<std::size_t>(cch))));
 }
 
 std::string InBytes(CWorld&, CQuestion& question)
@@ -70,8 +69,7 @@ std::string InBytes(CWorld&, CQuestion& question)
     const CWideView text = question.Text();
     const int cb = WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text.data(), static_cast<int>(text.size()), buffer.data(),
                                        static_cast<int>(buffer.size()), nullptr, nullptr);
-    const std::string answer = ShownSuccess(cb != 0);
-    return cb == 0 ? answer : std::to_string(cb) + ", " + ShownBytes(buffer.substr(0, static_cast<std::size_t>(cb)));
+    return ShownSuccess(cb != 0, std::to_string(cb) + ", " + ShownBytes(buffer.substr(0, static_cast<std::size_t>(cb))));
 }
 
 // Read, and written again.
@@ -111,20 +109,12 @@ std::string HandedOut(CWorld&, CQuestion& question)
                                        : ", cut, " + error);
 }
 
-std::string LocaleName(CWorld&, CQuestion&)
-{
-    WCHAR szLocale[LOCALE_NAME_MAX_LENGTH] = {};
-    const int cch = GetUserDefaultLocaleName(szLocale, LOCALE_NAME_MAX_LENGTH);
-    return std::to_string(cch) + ", " + Shown(CWideView(szLocale));
-}
-
 // Loads the file and is told what it holds.
 std::string String(CWorld& world, CQuestion& question)
 {
     const CUniqueModule module(LoadLibraryExW(world.Place(question), nullptr, 0));
-    const std::string answer = ShownSuccess(static_cast<bool>(module));
     if (!module || !question.HasMore())
-        return answer;
+        return ShownSuccess(static_cast<bool>(module));
     CWideString buffer(question.Number<std::size_t>() + 1, OLESTR('#'));
     const int cch = LoadStringW(module.Get(), question.Number<UINT>(), buffer.data(), static_cast<int>(buffer.size() - 1));
     return std::to_string(cch) + ", " + Shown(Touched(buffer));
@@ -139,7 +129,6 @@ constexpr Verb verbs[] = {
     {"current-folder", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetCurrentDirectoryW(cch, szText); }>},
     {"system-folder", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetSystemDirectoryW(szText, cch); }>},
     {"program", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetModuleFileNameW(nullptr, szText, cch); }>},
-    {"locale", LocaleName},
     {"load", String},
     {"string", String},
 };
