@@ -1,25 +1,13 @@
-#include "answers/DocumentGenerator.h"
+#include "answers/Documents.h"
+#include "answers/Question.h"
 
 #include <algorithm>
+#include <fstream>
 
 namespace answers
 {
 namespace
 {
-// Texts of the shapes hold characters, not markup.
-CWideString Escaped(CWideView text)
-{
-    CWideString escaped;
-    for (const WCHAR ch : text)
-    {
-        if (ch == '&')
-            escaped += OLESTR("&amp;");
-        else
-            escaped += ch;
-    }
-    return escaped;
-}
-
 // How many of the rows belong to the first: it, and all that are deeper.
 std::size_t SizeOfSubtree(std::span<const ShapeRow> rows)
 {
@@ -29,37 +17,63 @@ std::size_t SizeOfSubtree(std::span<const ShapeRow> rows)
 }
 } // namespace
 
+DocumentShapes ReadDocumentShapes(const std::filesystem::path& file)
+{
+    DocumentShapes shapes;
+    std::vector<ShapeRow>* pDocument = nullptr;
+    std::ifstream text(file);
+    for (std::string line; std::getline(text, line);)
+    {
+        if (line.empty() || line.starts_with('#'))
+            continue;
+        const std::size_t uDepth = line.find_first_not_of(' ') / 2;
+        CQuestion words(line);
+        const std::string name = words.Word();
+        if (uDepth > 0)
+            pDocument->push_back(
+                {uDepth - 1, CWideString(name.begin(), name.end()), words.HasMore() ? &shapes.lists.at(words.Word()) : nullptr});
+        else if (name == "document")
+            pDocument = &shapes.documents[words.Word()];
+        else
+        {
+            while (words.HasMore())
+                shapes.lists[name].emplace_back(words.Text());
+        }
+    }
+    return shapes;
+}
+
 Document CDocumentGenerator::Next()
 {
-    Document document{static_cast<DocumentKind>(Pick(3)), {}};
+    static constexpr const char* kinds[] = {"security", "connection", "wireless"};
+    Document document{kinds[Pick(std::size(kinds))], {}};
     CWideString& text = document.text;
     if (OneIn(4))
-        text += PickFrom(Prologues());
-    AppendElement(text, ShapeOf(document.kind));
+        text += PickFrom("prologues");
+    AppendElement(text, m_shapes.documents.at(document.kind));
     if (OneIn(30))
-        AppendInterlude(text);
+        text += PickFrom("interludes");
     if (OneIn(3))
         Break(text);
     return document;
 }
 
-void CDocumentGenerator::AppendInterlude(CWideString& text)
-{
-    text += PickFrom(Interludes());
-}
-
 void CDocumentGenerator::AppendElement(CWideString& text, std::span<const ShapeRow> rows)
 {
-    const CWideString name = OneIn(40) ? PickFrom(WrongNames()) : rows[0].szName;
+    const CWideString name = OneIn(40) ? PickFrom("wrong-names") : rows[0].name;
     text += OLESTR("<") + name;
     if (OneIn(12))
-        text += PickFrom(Attributes());
+        text += PickFrom("attributes");
     const auto nStart = text.size();
     text += OLESTR(">");
-    if (rows[0].texts.empty())
+    if (!rows[0].pTexts)
         AppendChildren(text, rows);
     else
-        AppendText(text, rows[0].texts);
+    {
+        text += OneIn(8) ? PickFrom("text-mixtures") : CWideString();
+        text += PickFrom(*rows[0].pTexts);
+        text += OneIn(8) ? PickFrom("text-mixtures") : CWideString();
+    }
     if (text.size() == nStart + 1 && OneIn(2))
         text.replace(nStart, 1, OLESTR("/>"));
     else
@@ -69,12 +83,14 @@ void CDocumentGenerator::AppendElement(CWideString& text, std::span<const ShapeR
 void CDocumentGenerator::AppendChildren(CWideString& text, std::span<const ShapeRow> rows)
 {
     const bool bSeparated = OneIn(3);
+    if (OneIn(60))
+        AppendExcess(text);
     for (std::size_t i = 1; i < SizeOfSubtree(rows); i += SizeOfSubtree(rows.subspan(i)))
     {
         if (bSeparated)
             text += OLESTR("\r\n  ");
         if (OneIn(15))
-            AppendInterlude(text);
+            text += PickFrom("interludes");
         // Alternatives stand beside each other in the shapes, so that a third goes missing.
         if (OneIn(3))
             continue;
@@ -82,16 +98,19 @@ void CDocumentGenerator::AppendChildren(CWideString& text, std::span<const Shape
             AppendElement(text, rows.subspan(i));
     }
     if (OneIn(20))
-        AppendInterlude(text);
+        text += PickFrom("interludes");
 }
 
-void CDocumentGenerator::AppendText(CWideString& text, std::span<const WCHAR* const> texts)
+// Deeper, or with more beside each other, than anybody means it.
+void CDocumentGenerator::AppendExcess(CWideString& text)
 {
-    if (OneIn(8))
-        text += PickFrom(TextMixtures());
-    text += Escaped(PickFrom(texts));
-    if (OneIn(8))
-        text += PickFrom(TextMixtures());
+    static constexpr std::size_t counts[] = {2, 100, 200, 1000};
+    const std::size_t cTimes = counts[Pick(std::size(counts))];
+    const bool bNested = OneIn(2);
+    for (std::size_t i = 0; i < cTimes; ++i)
+        text += bNested ? OLESTR("<a>") : OLESTR("<a/>");
+    for (std::size_t i = 0; bNested && i < cTimes; ++i)
+        text += OLESTR("</a>");
 }
 
 void CDocumentGenerator::Break(CWideString& text)
@@ -114,7 +133,7 @@ void CDocumentGenerator::Break(CWideString& text)
             break;
         }
         default:
-            text.insert(nAt, PickFrom(Splinters()));
+            text.insert(nAt, PickFrom("splinters"));
             break;
         }
     }

@@ -1,5 +1,5 @@
-#include "answers/DocumentGenerator.h"
-#include "answers/Subjects.h"
+#include "answers/Documents.h"
+#include "answers/Shown.h"
 
 #include "extui/SecurityPropertyInfo.h"
 #include "host/HostError.h"
@@ -16,7 +16,7 @@ namespace
 {
 std::string ShownModification(HRESULT hr, BOOL bIsModified, const CBstr& bstrModified)
 {
-    std::string shown = ShownHex(static_cast<std::uint32_t>(hr)) + " modified " + std::to_string(bIsModified);
+    std::string shown = ShownHex(hr) + " modified " + std::to_string(bIsModified);
     if (bstrModified)
         shown += " " + Shown(bstrModified.View());
     return shown;
@@ -31,15 +31,16 @@ std::string ShownSettings(const CCXConnectionSettings& settings)
           settings.rapido, settings.advancedRoaming, settings.roamingOption, settings.maxOffChannelTimeMs,
           settings.minOnChannelTimeMs, settings.keepAliveEnabled, settings.keepAlivePeriod, settings.diagnosticSsidLength})
         shown += std::to_string(lField) + " ";
-    for (LONG i = 0; i < settings.diagnosticSsidLength; ++i)
-        shown += ShownHex(settings.diagnosticSsid[i]).substr(8);
+    if (settings.diagnosticSsidLength > 0)
+        shown += ShownBytes(
+            {reinterpret_cast<const char*>(settings.diagnosticSsid), static_cast<std::size_t>(settings.diagnosticSsidLength)});
     return shown + (settings.IsValid() ? " valid" : " invalid");
 }
 
 class CDocumentRecorder
 {
 public:
-    explicit CDocumentRecorder(CRecord& record)
+    explicit CDocumentRecorder(std::ostream& record)
         : m_record(record), m_security(Create<ICCXExtUIKey>(IID_ICCXExtUIKey)),
           m_connection(Create<ICCXExtUICon>(IID_ICCXExtUICon))
     {
@@ -47,21 +48,16 @@ public:
             throw CHostError("the security property does not take its description");
     }
 
-    void Record(const Document& document)
+    void Record(const std::string& subject, const Document& document)
     {
-        m_record.Add("text", Shown(document.text));
-        switch (document.kind)
-        {
-        case DocumentKind::Security:
+        m_subject = subject;
+        Add("text", Shown(document.text));
+        if (document.kind == "security")
             RecordSecurity(document.text);
-            break;
-        case DocumentKind::Connection:
+        else if (document.kind == "connection")
             RecordConnection(document.text);
-            break;
-        case DocumentKind::Wireless:
+        else
             RecordBands(document.text);
-            break;
-        }
     }
 
 private:
@@ -74,34 +70,39 @@ private:
         return object;
     }
 
+    void Add(const std::string& question, const std::string& answer)
+    {
+        m_record << m_subject << ": " << question << " -> " << answer << '\n';
+    }
+
     void RecordSecurity(const CWideString& text)
     {
         const CBstr bstrProfile(text.c_str());
         const CCXSecuritySettings settings(bstrProfile.Get());
-        m_record.Add("record", ShownHex(settings.auth) + " " + ShownHex(settings.cipher));
+        Add("record", ShownHex(settings.auth) + " " + ShownHex(settings.cipher));
         RecordSelected(*m_security.Get(), bstrProfile);
 
         ULONG uDefault = 0;
         HRESULT hr =
             m_security.Get()->Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), nullptr, nullptr, &uDefault, nullptr);
-        m_record.Add("default", ShownHex(static_cast<std::uint32_t>(hr)) + " " + std::to_string(uDefault));
+        Add("default", ShownHex(hr) + " " + std::to_string(uDefault));
 
         Dot11ExtUIPropertyEntry aes{4, 0, nullptr};
         CBstr bstrModified;
         BOOL bIsModified = FALSE;
         hr = m_security.Get()->Dot11ExtUIPropertySetDisplayInfo(0, bstrProfile.Get(), nullptr, &aes, bstrModified.Put(),
                                                                 &bIsModified);
-        m_record.Add("pick", ShownModification(hr, bIsModified, bstrModified));
+        Add("pick", ShownModification(hr, bIsModified, bstrModified));
     }
 
     void RecordConnection(const CWideString& text)
     {
         const CBstr bstrProfile(text.c_str());
         const CCXConnectionSettings settings(bstrProfile.Get());
-        m_record.Add("record", ShownSettings(settings));
+        Add("record", ShownSettings(settings));
         CBstr bstrWritten;
         *bstrWritten.Put() = settings.Serialise();
-        m_record.Add("written", Shown(bstrWritten.View()));
+        Add("written", Shown(bstrWritten.View()));
         RecordSelected(*m_connection.Get(), bstrProfile);
     }
 
@@ -109,29 +110,30 @@ private:
     {
         BOOL bIsSelected = FALSE;
         HRESULT hr = property.Dot11ExtUIPropertyGetSelected(bstrProfile.Get(), nullptr, &bIsSelected);
-        m_record.Add("selected", ShownHex(static_cast<std::uint32_t>(hr)) + " " + std::to_string(bIsSelected));
+        Add("selected", ShownHex(hr) + " " + std::to_string(bIsSelected));
         CBstr bstrModified;
         BOOL bIsModified = FALSE;
         hr = property.Dot11ExtUIPropertySetSelected(bstrProfile.Get(), nullptr, bstrModified.Put(), &bIsModified);
-        m_record.Add("select", ShownModification(hr, bIsModified, bstrModified));
+        Add("select", ShownModification(hr, bIsModified, bstrModified));
     }
 
     void RecordBands(const CWideString& text)
     {
         auto bands = bandsNotRead;
         const bool bRead = ReadProfileBands(text.c_str(), &bands);
-        m_record.Add("bands", std::to_string(bRead) + " " + std::to_string(bands));
+        Add("bands", std::to_string(bRead) + " " + std::to_string(bands));
         for (const auto choice : {bands24GHz, bands5GHz, bandsBoth})
         {
             auto* szProfile = new WCHAR[text.size() + 1];
             szProfile[text.copy(szProfile, text.size())] = WCHAR{};
             const bool bWritten = WriteProfileBands(&szProfile, choice);
             const std::unique_ptr<WCHAR[]> owner(szProfile);
-            m_record.Add("bands " + std::to_string(choice), std::to_string(bWritten) + " " + Shown(CWideView(szProfile)));
+            Add("bands " + std::to_string(choice), std::to_string(bWritten) + " " + Shown(CWideView(szProfile)));
         }
     }
 
-    CRecord& m_record;
+    std::ostream& m_record;
+    std::string m_subject;
     const CComApartment m_apartment;
     const CLoadedModule m_module{std::string()};
     const CUniqueInterface<ICCXExtUIKey> m_security;
@@ -139,14 +141,11 @@ private:
 };
 } // namespace
 
-void RecordDocuments(CRecord& record, std::uint32_t uSeed, unsigned nCount)
+void RecordDocuments(std::ostream& record, const DocumentShapes& shapes, std::uint32_t uSeed, unsigned nCount)
 {
     CDocumentRecorder recorder(record);
-    CDocumentGenerator generator(uSeed);
+    CDocumentGenerator generator(shapes, uSeed);
     for (unsigned i = 0; i < nCount; ++i)
-    {
-        record.About("document " + std::to_string(i));
-        recorder.Record(generator.Next());
-    }
+        recorder.Record("document " + std::to_string(i), generator.Next());
 }
 } // namespace answers

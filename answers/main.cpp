@@ -1,55 +1,32 @@
-// Asks the platform, or the module, the same questions on every build and writes the answers down.
-//   korihvui_answers platform FILE
-//   korihvui_answers documents FILE SEED COUNT
-#include "answers/Subjects.h"
+// Asks the platform, or the module, the same questions on every build; scripts/compare-answers runs it on both.
+//   korihvui_answers platform FOLDER [write]              holds the answers against the texts of the folder, or puts them there
+//   korihvui_answers documents SHAPES FILE SEED COUNT     writes down what becomes of generated profiles
+#include "answers/Agreed.h"
+#include "answers/Documents.h"
+
 #include "tests/support/TestFolder.h"
 
 #include <cstdio>
 #include <cstdlib>
-
-namespace
-{
-using namespace answers;
-
-struct Subject
-{
-    const char* szName;
-    void (*pfnRecord)(CRecord&, const std::filesystem::path&);
-};
-constexpr Subject subjects[] = {
-    {"registry", RecordRegistry}, {"files", RecordFiles},     {"paths", RecordPaths},
-    {"locks", RecordLocks},       {"formats", RecordFormats}, {"resources", RecordResources},
-};
-
-void RecordPlatform(CRecord& record)
-{
-    for (const auto& subject : subjects)
-    {
-        const tests::CTestFolder folder;
-        record.About(subject.szName);
-        subject.pfnRecord(record, folder.Path());
-    }
-}
-} // namespace
+#include <fstream>
 
 int main(int nArguments, char** pszArguments)
 {
-    const std::string_view what = nArguments > 1 ? pszArguments[1] : "";
-    if ((what != "platform" || nArguments != 3) && (what != "documents" || nArguments != 5))
-    {
-        std::fprintf(stderr, "usage: korihvui_answers platform FILE\n"
-                             "       korihvui_answers documents FILE SEED COUNT\n");
-        return 2;
-    }
     // Both are the stand-in's; the real platform does not look at them.
     const tests::CTestFolder stateFolder;
     SetEnvironmentVariableW(OLESTR("PLATFORM_ROOT"), stateFolder.PlatformName().c_str());
     SetEnvironmentVariableW(OLESTR("PLATFORM_DIALOGS"), OLESTR("none"));
-    CRecord record(pszArguments[2]);
-    if (what == "platform")
-        RecordPlatform(record);
-    else
-        RecordDocuments(record, static_cast<std::uint32_t>(std::strtoul(pszArguments[3], nullptr, 10)),
-                        static_cast<unsigned>(std::strtoul(pszArguments[4], nullptr, 10)));
-    return record.Finish() ? 0 : 1;
+    const std::string_view what = nArguments > 1 ? pszArguments[1] : "";
+    if (what == "platform" && (nArguments == 3 || nArguments == 4))
+        return answers::AskAgreed(pszArguments[2], nArguments == 4) ? 0 : 1;
+    if (what != "documents" || nArguments != 6)
+    {
+        std::fprintf(stderr, "usage: korihvui_answers platform FOLDER [write] | documents SHAPES FILE SEED COUNT\n");
+        return 2;
+    }
+    std::ofstream file(pszArguments[3], std::ios::binary);
+    answers::RecordDocuments(file, answers::ReadDocumentShapes(pszArguments[2]),
+                             static_cast<std::uint32_t>(std::strtoul(pszArguments[4], nullptr, 10)),
+                             static_cast<unsigned>(std::strtoul(pszArguments[5], nullptr, 10)));
+    return file.flush() ? 0 : 1;
 }

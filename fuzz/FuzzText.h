@@ -18,6 +18,15 @@ CWideString TextFrom(const std::uint8_t* pData, std::size_t cbData);
 // Whether the document component loads the text.
 bool IsWellFormed(const WCHAR* szText);
 
+// The record as a profile, empty when it cannot be written.
+template <class Settings>
+CBstr Written(const Settings& settings)
+{
+    CBstr bstrProfile;
+    *bstrProfile.Put() = settings.Serialise();
+    return bstrProfile;
+}
+
 inline void Require(bool bHolds, const char* szProperty)
 {
     if (bHolds)

@@ -5,13 +5,6 @@
 
 namespace
 {
-CBstr Write(const CCXConnectionSettings& settings)
-{
-    CBstr bstrProfile;
-    *bstrProfile.Put() = settings.Serialise();
-    return bstrProfile;
-}
-
 // Flags that are written always come back as 0 or 1; one that was not set is not written where it may be left out.
 LONG ReadBackFlag(LONG lFlag)
 {
@@ -20,30 +13,33 @@ LONG ReadBackFlag(LONG lFlag)
 
 void RequireReadsBack(const CCXConnectionSettings& written, const CCXConnectionSettings& read)
 {
-    if (written.radioMeasurement == 1)
+    constexpr LONG lNotSet = CCXConnectionSettings::NotSet;
+    const auto leftOut = [](LONG lFlag) { return lFlag == lNotSet ? lNotSet : ReadBackFlag(lFlag); };
+    const bool bMeasures = written.radioMeasurement == 1;
+    const bool bRoams = written.advancedRoaming == 1;
+    const struct
     {
-        Require(read.radioMeasurement == 1 && read.maxOffChannelTimeMs == written.maxOffChannelTimeMs &&
-                    read.minOnChannelTimeMs == written.minOnChannelTimeMs,
-                "enabled Radio Measurement reads back");
-        Require(read.locationBasedServices == (written.locationBasedServices == 0 ? 0 : 1), "location-based services read back");
-    }
-    else
-    {
-        Require(read.radioMeasurement == (written.radioMeasurement == CCXConnectionSettings::NotSet ? 1 : 0),
-                "disabled Radio Measurement reads back");
-    }
-    Require(read.rapido == ReadBackFlag(written.rapido), "Rapido reads back");
-    Require(read.advancedRoaming == ReadBackFlag(written.advancedRoaming), "Advanced Roaming reads back");
-    Require(written.advancedRoaming != 1 || read.roamingOption == written.roamingOption, "the roaming option reads back");
-    Require(read.keepAliveEnabled == ReadBackFlag(written.keepAliveEnabled), "the timer reads back");
-    Require(read.keepAlivePeriod == (written.keepAliveEnabled == 1 ? written.keepAlivePeriod : 0), "the period reads back");
-    const LONG lNotSet = CCXConnectionSettings::NotSet;
-    Require(read.clientReporting == (written.clientReporting == lNotSet ? lNotSet : ReadBackFlag(written.clientReporting)),
-            "client reporting reads back");
-    Require(read.authorizedProfile == (written.authorizedProfile == lNotSet ? lNotSet : ReadBackFlag(written.authorizedProfile)),
-            "the authorized-profile flag reads back");
-    Require(read.diagnosticSsidLength == (written.diagnosticSsidLength > 0 ? 18 : lNotSet),
-            "the SSID reads back by its one name");
+        const char* szProperty;
+        LONG lExpected;
+        LONG lRead;
+    } fields[] = {
+        {"Radio Measurement", written.radioMeasurement == lNotSet ? 1 : ReadBackFlag(written.radioMeasurement),
+         read.radioMeasurement},
+        {"the longest time", bMeasures ? written.maxOffChannelTimeMs : read.maxOffChannelTimeMs, read.maxOffChannelTimeMs},
+        {"the shortest time", bMeasures ? written.minOnChannelTimeMs : read.minOnChannelTimeMs, read.minOnChannelTimeMs},
+        {"location-based services", bMeasures ? written.locationBasedServices != 0 : read.locationBasedServices,
+         read.locationBasedServices},
+        {"Rapido", ReadBackFlag(written.rapido), read.rapido},
+        {"Advanced Roaming", ReadBackFlag(written.advancedRoaming), read.advancedRoaming},
+        {"the roaming option", bRoams ? written.roamingOption : read.roamingOption, read.roamingOption},
+        {"the timer", ReadBackFlag(written.keepAliveEnabled), read.keepAliveEnabled},
+        {"the period", written.keepAliveEnabled == 1 ? written.keepAlivePeriod : 0, read.keepAlivePeriod},
+        {"client reporting", leftOut(written.clientReporting), read.clientReporting},
+        {"the authorized-profile flag", leftOut(written.authorizedProfile), read.authorizedProfile},
+        {"the SSID, by its one name", written.diagnosticSsidLength > 0 ? 18 : lNotSet, read.diagnosticSsidLength},
+    };
+    for (const auto& field : fields)
+        Require(field.lExpected == field.lRead, field.szProperty);
 }
 } // namespace
 
@@ -51,13 +47,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t cbD
 {
     PrepareProcess();
     CCXConnectionSettings settings(TextFrom(pData, cbData).c_str());
-    const CBstr bstrFirst = Write(settings);
+    const CBstr bstrFirst = Written(settings);
     Require(bstrFirst && IsWellFormed(bstrFirst.Get()), "what is written is well-formed");
     const CCXConnectionSettings readBack(bstrFirst.Get());
     RequireReadsBack(settings, readBack);
 
-    const CBstr bstrSecond = Write(readBack);
-    Require(Write(CCXConnectionSettings(bstrSecond.Get())).View() == bstrSecond.View(),
+    const CBstr bstrSecond = Written(readBack);
+    Require(Written(CCXConnectionSettings(bstrSecond.Get())).View() == bstrSecond.View(),
             "from the second writing on nothing changes");
     settings.SetDefaults();
     Require(settings.IsValid(), "the defaults are valid whatever was read");

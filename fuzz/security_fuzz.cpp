@@ -5,13 +5,6 @@
 
 namespace
 {
-CBstr Write(const CCXSecuritySettings& settings)
-{
-    CBstr bstrProfile;
-    *bstrProfile.Put() = settings.Serialise();
-    return bstrProfile;
-}
-
 // What reading a written record gives: the open form has no cipher of its own, and what no table knows is not written.
 CCXSecuritySettings Expected(const CCXSecuritySettings& settings)
 {
@@ -28,12 +21,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t cbD
 {
     PrepareProcess();
     const CCXSecuritySettings settings(TextFrom(pData, cbData).c_str());
-    const CBstr bstrFirst = Write(settings);
+    const CBstr bstrFirst = Written(settings);
     Require(bstrFirst && IsWellFormed(bstrFirst.Get()), "what is written is well-formed");
 
     const CCXSecuritySettings readBack(bstrFirst.Get());
     const CCXSecuritySettings expected = Expected(settings);
     Require(readBack.auth == expected.auth && readBack.cipher == expected.cipher, "what is written reads back");
-    Require(Write(readBack).View() == bstrFirst.View(), "a second writing changes nothing");
+    Require(Written(readBack).View() == bstrFirst.View(), "a second writing changes nothing");
     return 0;
 }

@@ -1,0 +1,141 @@
+// Formats, conversions, identifiers, and the texts that the platform and modules hand out.
+#include "answers/Shown.h"
+#include "answers/World.h"
+
+#include "host/ComOwners.h"
+
+#include <rpc.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <vector>
+
+namespace answers
+{
+namespace
+{
+// A text in quotes, a number, or an address that is written with "at".
+template <class... Arguments>
+int Format(CWideString& buffer, std::size_t cchRoom, const WCHAR* szFormat, CQuestion& question, Arguments... arguments)
+{
+    if constexpr (sizeof...(arguments) < 4)
+    {
+        const auto goOn = [&](auto argument) { return Format(buffer, cchRoom, szFormat, question, arguments..., argument); };
+        if (question.IsText())
+            return goOn(question.Text());
+        if (question.HasMore())
+        {
+            const std::string word = question.Word();
+            return word == "at" ? goOn(reinterpret_cast<const WCHAR*>(question.Number<std::uintptr_t>()))
+                                : goOn(static_cast<int>(std::stoll(word, nullptr, 0)));
+        }
+    }
+    return _snwprintf(buffer.data(), cchRoom, szFormat, arguments...);
+}
+
+// format ROOM FORMAT ARGUMENT...
+std::string Formatted(CWorld&, CQuestion& question)
+{
+    CWideString buffer(100, OLESTR('#'));
+    const auto cchRoom = question.Number<std::size_t>();
+    const WCHAR* const szFormat = question.Text();
+    const int nResult = Format(buffer, cchRoom, szFormat, question);
+    return std::to_string(nResult) + ", " + Shown(Touched(buffer));
+}
+
+std::string Narrowed(CWorld&, CQuestion& question)
+{
+    std::string buffer(question.Number<std::size_t>() + 1, '#');
+    errno = 0;
+    const auto cb = wcstombs(buffer.data(), question.Text(), buffer.size() - 1);
+    if (cb == static_cast<std::size_t>(-1))
+        return errno == EILSEQ ? "-1, EILSEQ" : "-1";
+    return std::to_string(cb) + ", " + Shown(std::string_view(buffer).substr(0, cb + 1));
+}
+
+// Both conversions are strict; with no room they tell the size.
+std::string Widened(CWorld&, CQuestion& question)
+{
+    CWideString buffer(question.Number<std::size_t>(), WCHAR{});
+    const std::string bytes = question.Bytes();
+    const int cch = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(), static_cast<int>(bytes.size()),
+                                        buffer.data(), static_cast<int>(buffer.size()));
+    return ShownSuccess(cch != 0, std::to_string(cch) + ", " + Shown(buffer.substr(0, static_cast<std::size_t>(cch))));
+}
+
+std::string InBytes(CWorld&, CQuestion& question)
+{
+    std::string buffer(question.Number<std::size_t>(), '\0');
+    const CWideView text = question.Text();
+    const int cb = WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text.data(), static_cast<int>(text.size()), buffer.data(),
+                                       static_cast<int>(buffer.size()), nullptr, nullptr);
+    return ShownSuccess(cb != 0, std::to_string(cb) + ", " + ShownBytes(buffer.substr(0, static_cast<std::size_t>(cb))));
+}
+
+// Read, and written again.
+std::string Identifier(CWorld&, CQuestion& question)
+{
+    const CWideView text = question.Text();
+    std::vector<unsigned short> units(text.begin(), text.end());
+    units.push_back(0);
+    UUID uuid = {};
+    const RPC_STATUS status = UuidFromStringW(units.data(), &uuid);
+    RPC_WSTR szWritten = nullptr;
+    if (status != RPC_S_OK || UuidToStringW(&uuid, &szWritten) != RPC_S_OK)
+        return ShownStatus(status);
+    CWideString written;
+    for (const auto* pUnit = szWritten; *pUnit != 0; ++pUnit)
+        written += static_cast<WCHAR>(*pUnit);
+    return Shown(written) + ", freed " + ShownStatus(RpcStringFreeW(&szWritten));
+}
+
+// The texts differ between machines: room and result are told by how they relate to the whole text's length.
+using TextSource = DWORD (*)(WCHAR*, DWORD);
+template <TextSource pfnGet>
+std::string HandedOut(CWorld&, CQuestion& question)
+{
+    WCHAR szWhole[1024] = {};
+    pfnGet(szWhole, DWORD{1024});
+    const CWideView whole(szWhole);
+    const auto cchWhole = static_cast<long>(whole.size());
+    CWideString buffer(whole.size() + 60, OLESTR('#'));
+    SetLastError(4711);
+    const DWORD cchGot = pfnGet(buffer.data(), static_cast<DWORD>(cchWhole + question.Number<long>()));
+    const std::string error = ShownSuccess(FALSE);
+    const bool bWhole = CWideView(buffer.c_str()) == whole;
+    return "length and " + std::to_string(static_cast<long>(cchGot) - cchWhole) +
+           (bWhole                     ? ", whole"
+            : buffer[0] == OLESTR('#') ? ", nothing"
+                                       : ", cut, " + error);
+}
+
+// Loads the file and is told what it holds.
+std::string String(CWorld& world, CQuestion& question)
+{
+    const CUniqueModule module(LoadLibraryExW(world.Place(question), nullptr, 0));
+    if (!module || !question.HasMore())
+        return ShownSuccess(static_cast<bool>(module));
+    CWideString buffer(question.Number<std::size_t>() + 1, OLESTR('#'));
+    const int cch = LoadStringW(module.Get(), question.Number<UINT>(), buffer.data(), static_cast<int>(buffer.size() - 1));
+    return std::to_string(cch) + ", " + Shown(Touched(buffer));
+}
+
+constexpr Verb verbs[] = {
+    {"format", Formatted},
+    {"narrow", Narrowed},
+    {"widen", Widened},
+    {"bytes", InBytes},
+    {"identifier", Identifier},
+    {"current-folder", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetCurrentDirectoryW(cch, szText); }>},
+    {"system-folder", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetSystemDirectoryW(szText, cch); }>},
+    {"program", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetModuleFileNameW(nullptr, szText, cch); }>},
+    {"load", String},
+    {"string", String},
+};
+} // namespace
+
+std::span<const Verb> TextVerbs()
+{
+    return verbs;
+}
+} // namespace answers
