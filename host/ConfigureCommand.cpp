@@ -10,7 +10,7 @@
 #include "host/SessionArguments.h"
 #include "host/StoredProfile.h"
 #include "host/Watchdog.h"
-#include "host/XmlQuery.h"
+#include "profile/WlanProfileBands.h"
 #include "resources/resource.h"
 
 namespace
@@ -53,20 +53,21 @@ CWideString Configure(CSession& session, const CProfile& profile, CConnectionCon
     return *strConfigured;
 }
 
-struct BandLetter
+struct BandControl
 {
     int nControl;
-    WCHAR wchType; // how a profile's phyType elements name the band
+    WlanProfileBands band;
 };
-constexpr BandLetter bandLetters[] = {{IDC_BAND_5_GHZ, OLESTR('a')}, {IDC_BAND_2_4_GHZ, OLESTR('g')}};
+constexpr BandControl bandControls[] = {{IDC_BAND_5_GHZ, bands5GHz}, {IDC_BAND_2_4_GHZ, bands24GHz}};
 
 // The dialog ends as if all were well when the service does not take the bands: whoever asked for them is to know.
 void RequireBands(const CStoredProfile& stored, const std::vector<WantedState>& states)
 {
-    const CWideString strTypes = CXmlQuery(stored.Text()).Text(OLESTR("/WLANProfile/MSM/connectivity")).value_or(CWideString());
+    WlanProfileBands bands = bandsNotRead;
+    ReadProfileBands(stored.Text().c_str(), &bands);
     for (const WantedState& state : states)
-        for (const BandLetter& row : bandLetters)
-            if (row.nControl == state.nControl && (strTypes.find(row.wchType) != CWideString::npos) != (state.lWanted != 0))
+        for (const BandControl& row : bandControls)
+            if (row.nControl == state.nControl && ((bands & row.band) != 0) != (state.lWanted != 0))
             {
                 // Changes nothing, and brings out what the service has against it.
                 stored.Store();

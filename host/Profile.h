@@ -20,7 +20,7 @@ public:
     {
         return m_strName;
     }
-    CWideView Text() const
+    const CWideString& Text() const
     {
         return m_profile.strText;
     }

@@ -51,7 +51,7 @@ std::vector<CWideString> CSecurityChoice::Encryptions() const
         return {m_own.strEncryption};
     std::vector<CWideString> names;
     for (const Dot11ExtUIPropertyEntry* pEntry : Entries().entries)
-        names.emplace_back(ViewOf(pEntry->bstrDisplayText));
+        names.emplace_back(TextOf(*pEntry));
     return names;
 }
 

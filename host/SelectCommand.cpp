@@ -24,7 +24,7 @@ Dot11ExtUIPropertyEntry& EntryNamed(const CProperty& property, const std::option
     const auto answer = property.Entries(strVendorText, context);
     if (answer)
         for (Dot11ExtUIPropertyEntry* pEntry : answer->entries)
-            if (Utf8Of(ViewOf(pEntry->bstrDisplayText)) == strName)
+            if (Utf8Of(TextOf(*pEntry)) == strName)
                 return *pEntry;
     throw CHostError("the extension offers no cipher " + strName);
 }

@@ -1,7 +1,6 @@
 // korihost show: what the extension answers about a profile.
 #include "host/AdapterTable.h"
 #include "host/Commands.h"
-#include "host/ConnectionRecord.h"
 #include "host/Extension.h"
 #include "host/HostError.h"
 #include "host/ProfileFile.h"
@@ -9,6 +8,7 @@
 #include "host/ServiceArguments.h"
 #include "host/SessionArguments.h"
 #include "host/Table.h"
+#include "profile/CCXConnectionSettings.h"
 
 #include <iomanip>
 #include <sstream>
@@ -44,7 +44,7 @@ void WriteEntries(std::ostream& table, const std::optional<PropertyEntries>& ans
     {
         const Dot11ExtUIPropertyEntry& entry = *answer->entries[n];
         std::ostringstream row;
-        row << n << "  " << std::left << std::setw(12) << Utf8Of(ViewOf(entry.bstrDisplayText)) << "data key " << entry.dwDataKey;
+        row << n << "  " << std::left << std::setw(12) << Utf8Of(TextOf(entry)) << "data key " << entry.dwDataKey;
         if (n == answer->uDefault)
             row << "  (default)";
         table << Row(szTitle, row.str());
@@ -68,6 +68,33 @@ void WriteProperty(std::ostream& table, const PropertyKind& kind, const CPropert
     WriteEntries(table, property.Entries(strVendorText, context));
 }
 
+struct RecordField
+{
+    const char* szName;
+    LONG CCXConnectionSettings::*pValue;
+};
+constexpr RecordField recordFields[] = {
+    {"radioMeasurement", &CCXConnectionSettings::radioMeasurement},
+    {"locationBasedServices", &CCXConnectionSettings::locationBasedServices},
+    {"maxOffChannelTimeMs", &CCXConnectionSettings::maxOffChannelTimeMs},
+    {"minOnChannelTimeMs", &CCXConnectionSettings::minOnChannelTimeMs},
+    {"rapido", &CCXConnectionSettings::rapido},
+    {"advancedRoaming", &CCXConnectionSettings::advancedRoaming},
+    {"roamingOption", &CCXConnectionSettings::roamingOption},
+    {"keepAliveEnabled", &CCXConnectionSettings::keepAliveEnabled},
+    {"keepAlivePeriod", &CCXConnectionSettings::keepAlivePeriod},
+    {"authorizedProfile", &CCXConnectionSettings::authorizedProfile},
+    {"clientReporting", &CCXConnectionSettings::clientReporting},
+    {"diagnosticSsidLength", &CCXConnectionSettings::diagnosticSsidLength},
+};
+
+std::string ValueText(LONG lValue)
+{
+    if (lValue == CCXConnectionSettings::NotSet)
+        return "not set";
+    return lValue == CCXConnectionSettings::Invalid ? "invalid" : std::to_string(lValue);
+}
+
 void WriteConnectionRecord(std::ostream& table, const std::optional<CWideString>& strVendorText)
 {
     table << "\nConnection settings\n";
@@ -76,8 +103,12 @@ void WriteConnectionRecord(std::ostream& table, const std::optional<CWideString>
         table << "  none in the profile; the dialog begins with its defaults\n";
         return;
     }
-    for (const RecordField& field : ReadConnectionRecord(*strVendorText))
-        table << Row("  " + std::string(field.szName), ValueText(field.lValue));
+    CCXConnectionSettings record;
+    // Reading leaves it alone where the text has none.
+    record.roamingOption = CCXConnectionSettings::NotSet;
+    record.Parse(strVendorText->c_str());
+    for (const RecordField& field : recordFields)
+        table << Row("  " + std::string(field.szName), ValueText(record.*field.pValue));
 }
 
 std::string Table(IDot11ExtUI& root, const CProfileFile& profile)

@@ -1,7 +1,6 @@
 #include "host/WlanService.h"
 
 #include "host/HostError.h"
-#include "host/Library.h"
 
 #include <rpc.h>
 

@@ -1,7 +1,7 @@
 // The WLAN service as the host itself asks it, which is the one that the module meets.
 #pragma once
 
-#include "host/ComOwners.h"
+#include "host/Library.h"
 
 #include <wlanapi.h>
 
