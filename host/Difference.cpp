@@ -32,7 +32,7 @@ CWideString Masked(const XmlToken& token, CWideView written)
     case XmlTokenKind::EmptyTag:
         return CWideString(OLESTR("<")) + CWideString(token.name) + OLESTR("/>");
     default:
-        return CWideString(IsXmlWhiteSpace(written) ? written : mask);
+        return CWideString(written.find_first_not_of(xmlWhiteSpace) == CWideView::npos ? written : mask);
     }
 }
 

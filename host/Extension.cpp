@@ -86,8 +86,8 @@ std::optional<PropertyEntries> CProperty::Entries(const std::optional<CWideStrin
     ULONG cEntries = 0;
     Dot11ExtUIPropertyEntry* pEntries = nullptr;
     const CBstr bstrText = BstrOf(strVendorText);
-    const HRESULT hr = m_property->Dot11ExtUIPropertyGetDisplayInfo(0, bstrText.Get(), context.Record(), &cEntries,
-                                                                          &result.uDefault, &pEntries);
+    const HRESULT hr =
+        m_property->Dot11ExtUIPropertyGetDisplayInfo(0, bstrText.Get(), context.Record(), &cEntries, &result.uDefault, &pEntries);
     if (!IsOffered(hr, "Dot11ExtUIPropertyGetDisplayInfo"))
         return std::nullopt;
     for (ULONG n = 0; pEntries && n < cEntries; ++n)
@@ -111,8 +111,8 @@ std::optional<CWideString> CProperty::Choose(const std::optional<CWideString>& s
     BOOL bModified = FALSE;
     CBstr bstrModified;
     const CBstr bstrText = BstrOf(strVendorText);
-    const HRESULT hr = m_property->Dot11ExtUIPropertySetDisplayInfo(0, bstrText.Get(), context.Record(), &entry,
-                                                                          bstrModified.Put(), &bModified);
+    const HRESULT hr =
+        m_property->Dot11ExtUIPropertySetDisplayInfo(0, bstrText.Get(), context.Record(), &entry, bstrModified.Put(), &bModified);
     return ChangedText(hr, "Dot11ExtUIPropertySetDisplayInfo", bModified, bstrModified);
 }
 
@@ -122,8 +122,8 @@ std::optional<CWideString> CProperty::ShowDialog(HWND hwndOwner, const std::opti
     BOOL bModified = FALSE;
     CBstr bstrModified;
     const CBstr bstrText = BstrOf(strVendorText);
-    const HRESULT hr = m_property->Dot11ExtUIPropertyShowDialog(hwndOwner, bstrText.Get(), context.Record(),
-                                                                      bstrModified.Put(), &bModified);
+    const HRESULT hr =
+        m_property->Dot11ExtUIPropertyShowDialog(hwndOwner, bstrText.Get(), context.Record(), bstrModified.Put(), &bModified);
     if (SUCCEEDED(hr) && bModified == dialogNotOpened)
         throw CHostError("the extension's dialog could not be opened");
     return ChangedText(hr, "Dot11ExtUIPropertyShowDialog", bModified, bstrModified);

@@ -47,8 +47,7 @@ std::string CLoadedModule::Name() const
 CComRef<IClassFactory> CLoadedModule::ClassFactory() const
 {
     CComRef<IClassFactory> factory;
-    RequireSuccess(Export<GetClassObject>(m_module.Get(), "DllGetClassObject")(CLSID_ExtUI, IID_IClassFactory,
-                                                                               factory.PutVoid()),
+    RequireSuccess(Export<GetClassObject>(m_module.Get(), "DllGetClassObject")(CLSID_ExtUI, IID_IClassFactory, factory.PutVoid()),
                    "DllGetClassObject");
     return factory;
 }
@@ -83,8 +82,7 @@ CClassRegistration::~CClassRegistration()
 CComRef<IDot11ExtUI> ActivateExtension()
 {
     CComRef<IDot11ExtUI> root;
-    RequireSuccess(
-        CoCreateInstance(CLSID_ExtUI, nullptr, CLSCTX_INPROC_SERVER, IID_IDot11ExtUI, root.PutVoid()),
-        "activating the extension");
+    RequireSuccess(CoCreateInstance(CLSID_ExtUI, nullptr, CLSCTX_INPROC_SERVER, IID_IDot11ExtUI, root.PutVoid()),
+                   "activating the extension");
     return root;
 }
