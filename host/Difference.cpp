@@ -1,7 +1,7 @@
 #include "host/Difference.h"
 
-#include "host/Utf8.h"
 #include "host/XmlScanner.h"
+#include "values/Utf8Text.h"
 
 #include <dtl/dtl.hpp>
 #include <sstream>

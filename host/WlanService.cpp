@@ -19,32 +19,12 @@ constexpr std::size_t cbRequest = 32;
 constexpr std::size_t objectIdentifierOffset = 4;
 constexpr std::size_t payloadLengthOffset = 12;
 
-// What a person can do something about.
-struct ErrorMeaning
-{
-    DWORD dwError;
-    const char* szMeaning;
-};
-constexpr ErrorMeaning errorMeanings[] = {
-    {ERROR_ACCESS_DENIED, " (access is denied)"},
-    {ERROR_DISK_FULL, " (the disk is full)"},
-    {ERROR_INVALID_DATA, " (invalid data; a simulated service's call log says what is wrong with its adapters.json)"},
-};
-
-const char* MeaningOf(DWORD dwError)
-{
-    const auto* const pFound = std::find_if(std::begin(errorMeanings), std::end(errorMeanings),
-                                            [&](const ErrorMeaning& row) { return row.dwError == dwError; });
-    return pFound != std::end(errorMeanings) ? pFound->szMeaning : "";
-}
-
 void RequireDone(DWORD dwError, const char* szCall)
 {
     if (dwError == ERROR_SERVICE_NOT_ACTIVE)
         throw CHostError("there is no WLAN service; name a simulated one with --service DIR");
     if (dwError != ERROR_SUCCESS)
-        throw CHostError(std::string("the WLAN service answered ") + szCall + " with error " + std::to_string(dwError) +
-                         MeaningOf(dwError));
+        throw CHostError(std::string("the WLAN service answered ") + szCall + " with " + ErrorText(dwError));
 }
 
 void SetVariable(const WCHAR* szName, const std::string& strPath)

@@ -1,5 +1,4 @@
 // The host program as it is run: what it changes, what it leaves alone, what it says and how it ends.
-#include "host/Utf8.h"
 #include "tests/support/HostWorld.h"
 
 #include <gtest/gtest.h>
@@ -295,6 +294,28 @@ INSTANTIATE_TEST_SUITE_P(
                     {"Roaming Option (control 1005) is disabled: Advanced Roaming is off"}},
         RefusedCase{"no_band_at_all", 1, configureInPlace + onWornOutCard, {"Atleast one wireless band must be selected"}}),
     [](const auto& instance) { return instance.param.szName; });
+
+// The dialog says nothing about a service that cannot store; the host program does.
+TEST(ConfigureBrokenServiceTest, TellsThatNothingCouldBeStoredAndChangesNothing)
+{
+    const CHostWorld world;
+    std::filesystem::permissions(world.File(officeStored), std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::remove);
+    const auto before = world.Snapshot();
+    for (const Arguments& arguments :
+         {Arguments{"@office.xml", "--in-place", "--set", "bands=5", "--set", "rapido=off"},
+          Arguments{"--name", "Office", "--set", "bands=5"}, Arguments{"--name", "Office", "--set", "rapido=off"}})
+    {
+        const ProgramRun run = world.Host(Arguments{"configure"} + onRapidoMachine + arguments);
+        EXPECT_EQ(1, run.nExitCode) << run.strOutput;
+        for (const char* szPart :
+             {"korihost: stored profile Office: the WLAN service answered WlanSetProfile with error ", "(access is denied)"})
+            EXPECT_NE(std::string::npos, run.strErrors.find(szPart)) << run.strErrors;
+        EXPECT_EQ(before, world.Snapshot());
+    }
+    std::filesystem::permissions(world.File(officeStored), std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::add);
+}
 
 TEST(ConfigureBrokenServiceTest, TellsWhereTheFaultIs)
 {
