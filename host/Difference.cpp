@@ -71,13 +71,14 @@ CWideString WithoutKeys(CWideView profile)
     return strMasked;
 }
 
-std::string UnifiedDifference(const std::string& strBeforeName, CWideView before, const std::string& strAfterName,
-                              CWideView after)
+std::string ChangeReport(const std::string& strBeforeName, CWideView before, const std::string& strAfterName, CWideView after)
 {
+    if (before == after)
+        return strBeforeName + ": nothing changed\n";
     const std::vector<std::string> linesBefore = LinesOf(WithoutKeys(before));
     const std::vector<std::string> linesAfter = LinesOf(WithoutKeys(after));
     if (linesBefore == linesAfter)
-        return {};
+        return strBeforeName + ": only what is not shown changed\n";
     dtl::Diff<std::string> difference(linesBefore, linesAfter);
     difference.onHuge();
     difference.compose();

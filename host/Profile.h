@@ -10,6 +10,8 @@
 class CProfile
 {
 public:
+    virtual ~CProfile() = default;
+
     // How messages and differences call it.
     const std::string& Title() const
     {
@@ -32,10 +34,14 @@ public:
 
     std::optional<CWideString> VendorText(VendorPlace place) const;
 
+    // Puts the profile back where it came from. Throws CHostError.
+    virtual void Store() const = 0;
+
     // Throws CHostError, and leaves everything as it was, when the result would be no profile any more.
     void PutVendorText(VendorPlace place, CWideView vendorText);
 
 protected:
+    CProfile(const CProfile&) = default;
     // Throws CHostError when the text is not a wireless profile.
     CProfile(std::string strTitle, ProfileText profile);
 

@@ -1,10 +1,8 @@
 // korihost select: makes the extension's security property the one that a profile uses.
-#include "host/ChangeReport.h"
 #include "host/Commands.h"
 #include "host/Extension.h"
 #include "host/HostError.h"
-#include "host/ProfileFile.h"
-#include "host/SafeFile.h"
+#include "host/ProfileOutput.h"
 #include "host/SessionArguments.h"
 
 namespace
@@ -13,8 +11,7 @@ struct SelectArguments
 {
     std::string strProfile;
     std::string strCipher;
-    std::string strOutput;
-    bool bInPlace = false;
+    OutputOptions output;
     SessionOptions session;
 };
 
@@ -48,30 +45,16 @@ std::optional<CWideString> SelectSecurity(IDot11ExtUI& root, const CProfileFile&
     return strChosen ? strChosen : strSelected;
 }
 
-CProfileFile Changed(IDot11ExtUI& root, const CProfileFile& profile, const std::string& strCipher)
-{
-    CProfileFile changed = profile;
-    if (const auto strSecurity = NamingFile(profile.File(), [&] { return SelectSecurity(root, profile, strCipher); }))
-        changed.PutVendorText(VendorPlace::Security, *strSecurity);
-    return changed;
-}
-
 void Select(const SelectArguments& arguments)
 {
-    const std::filesystem::path file = PathOf(arguments.strProfile);
-    const std::filesystem::path output = PathOf(arguments.strOutput);
-    const CProfileFile profile(file);
-    if (!arguments.strOutput.empty() && IsSameFile(file, output))
-        throw CHostError(arguments.strOutput + ": is the profile itself; use --in-place to change it");
-
-    CSession session(arguments.session, {file, output});
-    const CProfileFile changed = Changed(session.Root(), profile, arguments.strCipher);
-    if (!arguments.strOutput.empty())
-        WriteSafely(output, changed.Bytes());
-    else if (arguments.bInPlace && profile.Text() != changed.Text())
-        WriteSafely(file, changed.Bytes());
-    const std::string strTarget = arguments.strOutput.empty() ? profile.Title() : arguments.strOutput;
-    session.Print(ChangeReport(profile.Title(), profile.Text(), strTarget, changed.Text()));
+    const CProfileFile profile(PathOf(arguments.strProfile));
+    RequireOtherFile(arguments.output, profile);
+    CSession session(arguments.session, {profile.File(), PathOf(arguments.output.strFile)});
+    CProfileFile changed = profile;
+    if (const auto strSecurity =
+            Naming(profile.Title(), [&] { return SelectSecurity(session.Root(), profile, arguments.strCipher); }))
+        changed.PutVendorText(VendorPlace::Security, *strSecurity);
+    session.Print(WriteChanged(arguments.output, profile, changed));
     session.Close();
 }
 } // namespace
@@ -84,9 +67,7 @@ void AddSelectCommand(CLI::App& app, CommandWork& chosen)
     pCommand->add_option("--cipher", pArguments->strCipher, "The cipher to use with it")
         ->transform(CLI::IsMember({"WEP", "TKIP", "AES"}, CLI::ignore_case))
         ->type_name("NAME");
-    CLI::Option* pOutput =
-        pCommand->add_option("-o,--output", pArguments->strOutput, "Where the changed profile goes")->type_name("FILE");
-    pCommand->add_flag("--in-place", pArguments->bInPlace, "Change the profile itself")->excludes(pOutput);
+    AddOutputArguments(*pCommand, pArguments->output);
     AddSessionArguments(*pCommand, pArguments->session);
     pCommand->footer("Without -o and --in-place the changes are shown and written nowhere.");
     pCommand->callback([pArguments, &chosen] { chosen = [pArguments] { Select(*pArguments); }; });

@@ -17,8 +17,7 @@ namespace
 {
 struct ShowArguments
 {
-    std::string strProfile;
-    std::string strName;
+    TargetOptions target;
     ServiceOptions service;
     SessionOptions session;
 };
@@ -126,16 +125,15 @@ std::string Table(IDot11ExtUI& root, const CProfileFile& profile)
 
 void Show(const ShowArguments& arguments)
 {
-    const CProfileFile profile(PathOf(arguments.strProfile));
+    const CProfileFile profile(PathOf(arguments.target.strProfile));
     const bool bMachine = !arguments.service.strFolder.empty() || !arguments.service.strAdapter.empty();
     // Without the machine being asked for, no service is needed, and none is touched.
     const auto pService = bMachine ? CWlanService::Open(arguments.service, true) : nullptr;
     CSession session(arguments.session, {profile.File()});
-    session.Print(NamingFile(profile.File(), [&] { return Table(session.Root(), profile); }));
+    session.Print(Naming(profile.Title(), [&] { return Table(session.Root(), profile); }));
     if (pService)
     {
-        const CWideString strName = arguments.strName.empty() ? profile.ProfileName() : WideOf(arguments.strName);
-        session.Print(AdapterTable(*pService, GuidOf(arguments.service.strAdapter), strName));
+        session.Print(AdapterTable(*pService, GuidOf(arguments.service.strAdapter), NameInService(arguments.target, profile)));
     }
     session.Close();
 }
@@ -145,9 +143,11 @@ void AddShowCommand(CLI::App& app, CommandWork& chosen)
 {
     const auto pArguments = std::make_shared<ShowArguments>();
     CLI::App* pCommand = app.add_subcommand("show", "Show what the extension answers about a profile");
-    pCommand->add_option("PROFILE", pArguments->strProfile, "The profile, as the platform exports it")->required()->type_name("");
+    pCommand->add_option("PROFILE", pArguments->target.strProfile, "The profile, as the platform exports it")
+        ->required()
+        ->type_name("");
     AddServiceArguments(*pCommand, pArguments->service);
-    AddStoredNameArgument(*pCommand, pArguments->strName);
+    AddStoredNameArgument(*pCommand, pArguments->target.strName);
     AddSessionArguments(*pCommand, pArguments->session);
     pCommand->footer("With --service or --adapter the machine's wireless adapters are shown as well.");
     pCommand->callback([pArguments, &chosen] { chosen = [pArguments] { Show(*pArguments); }; });

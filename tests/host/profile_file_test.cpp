@@ -256,14 +256,16 @@ TEST(DifferenceTest, ShowsNoKey)
               "****************</sharedKey>\n<p:keyMaterial>********</p:keyMaterial>\n<x>1</x>\n</W>\n");
     CWideString strAfter = strBefore;
     strAfter.replace(strAfter.find(OLESTR('1')), 1, OLESTR("2"));
-    const std::string strDifference = UnifiedDifference("a", strBefore, "b", strAfter);
+    const std::string strDifference = ChangeReport("a", strBefore, "b", strAfter);
     EXPECT_EQ(strDifference, "--- a\n+++ b\n@@ -3,5 +3,5 @@\n <keyType>********</keyType><keyMaterial>********</keyMaterial>\n "
                              "****************</sharedKey>\n <p:keyMaterial>********</p:keyMaterial>\n"
                              "-<x>1</x>\n+<x>2</x>\n </W>\n");
 }
 
-TEST(DifferenceTest, SaysNothingWhereNothingDiffers)
+TEST(DifferenceTest, SaysWhereNothingShows)
 {
-    EXPECT_EQ(UnifiedDifference("a", WideOf("<W/>\n"), "b", WideOf("<W/>\n")), "");
+    EXPECT_EQ(ChangeReport("a", WideOf("<W/>\n"), "b", WideOf("<W/>\n")), "a: nothing changed\n");
+    EXPECT_EQ(ChangeReport("a", WideOf("<sharedKey>1</sharedKey>"), "b", WideOf("<sharedKey>2</sharedKey>")),
+              "a: only what is not shown changed\n");
 }
 } // namespace
