@@ -1,7 +1,7 @@
 #include "host/Extension.h"
 
+#include "host/ComResults.h"
 #include "host/HostError.h"
-#include "host/Results.h"
 
 #include <cstring>
 #include <memory>

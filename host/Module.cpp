@@ -1,7 +1,7 @@
 #include "host/Module.h"
 
+#include "host/ComResults.h"
 #include "host/HostError.h"
-#include "host/Results.h"
 
 namespace
 {

@@ -37,7 +37,7 @@ bool RunPage(CSession& session, const CProfile& profile, CConnectionContext& con
 {
     const std::optional<CProperty> security = PropertyOf(session, propertyKindSecurity);
     const std::optional<CProperty> connection = PropertyOf(session, propertyKindConnection);
-    CSecurityChoice choice(security ? &*security : nullptr, OwnSecurityOf(profile.Text()),
+    CSecurityChoice choice(security ? &*security : nullptr, StandardSecurityOf(profile.Text()),
                            profile.VendorText(VendorPlace::Security), context);
     const std::string strHead = Utf8Of(profile.ProfileName()) + "  (" + profile.Title() + ")";
     CProfilePage page({strHead, choice, connection ? &*connection : nullptr, profile.VendorText(VendorPlace::Connectivity),

@@ -1,8 +1,8 @@
 // A wireless profile being edited, wherever it came from.
 #pragma once
 
+#include "host/IhvElement.h"
 #include "host/ProfileText.h"
-#include "host/VendorPlaces.h"
 
 #include <optional>
 #include <string>

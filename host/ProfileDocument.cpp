@@ -1,8 +1,8 @@
 #include "host/ProfileDocument.h"
 
+#include "host/ComResults.h"
 #include "host/HostError.h"
 #include "host/ProfileText.h"
-#include "host/Results.h"
 #include "profile/DocumentPrologue.h"
 #include "values/Bstr.h"
 #include "values/ComRef.h"

@@ -2,7 +2,7 @@
 #include "host/Difference.h"
 #include "host/HostError.h"
 #include "host/ProfileText.h"
-#include "host/VendorPlaces.h"
+#include "host/IhvElement.h"
 
 #include <functional>
 #include <gtest/gtest.h>

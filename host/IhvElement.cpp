@@ -1,4 +1,4 @@
-#include "host/VendorPlaces.h"
+#include "host/IhvElement.h"
 
 #include "host/ElementMap.h"
 #include "host/HostError.h"

@@ -1,4 +1,4 @@
-#include "host/OwnSecurity.h"
+#include "host/StandardSecurity.h"
 
 #include "host/ElementMap.h"
 
@@ -15,7 +15,7 @@ CWideString ChildText(const CElementMap& map, const XmlElement* pParent, CWideVi
 }
 } // namespace
 
-OwnSecurity OwnSecurityOf(CWideView profile)
+StandardSecurity StandardSecurityOf(CWideView profile)
 {
     const CElementMap map(profile);
     const XmlElement* pSecurity = map.Child(map.Child(&map.Root(), OLESTR("MSM")), OLESTR("security"));

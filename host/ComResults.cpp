@@ -1,4 +1,4 @@
-#include "host/Results.h"
+#include "host/ComResults.h"
 
 #include "host/HostError.h"
 
