@@ -2,9 +2,7 @@
 // the system calls goes through here; behind it the standard library is used freely.
 #pragma once
 
-#include <windows.h>
-
-#include <new>
+#include "values/AtlException.h"
 
 // Runs the operation and returns its result; an allocation that failed becomes E_OUTOFMEMORY.
 template <class Operation>
@@ -13,6 +11,10 @@ HRESULT AtBoundary(const Operation& operation) noexcept
     try
     {
         return operation();
+    }
+    catch (const CAtlException& exception)
+    {
+        return exception.Result();
     }
     catch (const std::bad_alloc&)
     {

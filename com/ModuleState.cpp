@@ -1,5 +1,7 @@
 #include "com/ModuleState.h"
 
+#include "values/Unique.h"
+
 #include <atomic>
 
 namespace
@@ -7,7 +9,7 @@ namespace
 std::atomic<LONG> lObjectCount = 0;
 std::atomic<LONG> lLockCount = 0;
 HINSTANCE hModuleHandle = nullptr;
-HMODULE hLanguageResources = nullptr;
+CUniqueLibrary languageResources;
 } // namespace
 
 LONG ModuleState::IncrementObjectCount()
@@ -42,23 +44,20 @@ HINSTANCE ModuleState::ModuleHandle()
 
 HMODULE ModuleState::ResourceModule()
 {
-    return hLanguageResources ? hLanguageResources : hModuleHandle;
+    return languageResources ? languageResources.Get() : hModuleHandle;
 }
 
 void ModuleState::SetModuleHandle(HINSTANCE hModule)
 {
     hModuleHandle = hModule;
-    hLanguageResources = nullptr;
 }
 
 void ModuleState::SetLanguageModule(HMODULE hLanguageModule)
 {
-    hLanguageResources = hLanguageModule;
+    languageResources.Reset(hLanguageModule);
 }
 
 void ModuleState::ReleaseLanguageModule()
 {
-    if (hLanguageResources)
-        FreeLibrary(hLanguageResources);
-    hLanguageResources = nullptr;
+    languageResources.Reset();
 }

@@ -7,6 +7,7 @@
 #include "extui/RoamingChoice.h"
 #include "profile/CCXConnectionSettings.h"
 #include "resources/resource.h"
+#include "values/RegistrySwitches.h"
 #include "values/RegistryValues.h"
 
 #include <utility>
@@ -25,7 +26,8 @@ bool bInitialisationFailed = false;
 bool IsRadioMeasurementHidden()
 {
     DWORD dwNoCcx = 0;
-    RegReadDword(HKEY_LOCAL_MACHINE, OLESTR("SOFTWARE\\Korvane\\Fenn"), OLESTR("NoCCX"), &dwNoCcx);
+    const auto& noCcx = RegistrySwitches::noCcx;
+    RegReadDword(HKEY_LOCAL_MACHINE, noCcx.szSubKey, noCcx.szValueName, &dwNoCcx);
     return dwNoCcx != 0;
 }
 

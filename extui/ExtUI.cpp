@@ -20,7 +20,7 @@ HRESULT CreateSecurityProperties(CPropertyArray& properties)
     {
         CComRef<ICCXExtUIKey> property;
         const HRESULT hr = ActivateProperty(IID_ICCXExtUIKey, property);
-        if (FAILED(hr))
+        if (hr != S_OK)
             return hr;
         SetQualifiedNames(info, info.bInitialQualifiedNames != 0);
         property->Initialize(&info);
@@ -33,7 +33,7 @@ HRESULT CreateConnectionProperty(CPropertyArray& properties)
 {
     CComRef<ICCXExtUICon> property;
     const HRESULT hr = ActivateProperty(IID_ICCXExtUICon, property);
-    if (SUCCEEDED(hr))
+    if (hr == S_OK)
         properties.Add(property.Detach());
     return hr;
 }

@@ -22,8 +22,17 @@ void TraceProfile(const CCXSecurityPropertyInfo& info, BSTR bstrIHVProfile)
     IhvuiTrace(traceLevelInfo, OLESTR("bstrIHVProfile: %s\n"), bstrIHVProfile);
 }
 
+// The index of the cipher among the choices, or else the last one's.
+ULONG DefaultSelection(const CCXSecurityPropertyInfo& info, DWORD cipher)
+{
+    const auto ciphers = CiphersOf(info);
+    const auto found = std::find(ciphers.begin(), ciphers.end(), cipher);
+    const auto uFound = static_cast<ULONG>(found - ciphers.begin());
+    return found == ciphers.end() && uFound != 0 ? uFound - 1 : uFound;
+}
+
 // Assigns and tells whether the field was another.
-bool Change(DWORD& field, DWORD value)
+bool AssignIfDifferent(DWORD& field, DWORD value)
 {
     if (field == value)
         return false;
@@ -32,30 +41,17 @@ bool Change(DWORD& field, DWORD value)
 }
 } // namespace
 
-CExtUIKey::~CExtUIKey()
-{
-    FreeEntryTexts();
-}
-
-void CExtUIKey::FreeEntryTexts()
-{
-    for (ULONG i = 0; i < m_cEntries; ++i)
-        SysFreeString(m_entries[i].bstrDisplayText);
-    m_cEntries = 0;
-}
-
 HRESULT STDMETHODCALLTYPE CExtUIKey::Initialize(CCXSecurityPropertyInfo* pInfo)
 {
     if (!pInfo)
         return E_INVALIDARG;
-    FreeEntryTexts();
     m_pInfo = pInfo;
-    const auto ciphers = CiphersOf(*pInfo);
-    m_entries.reset(new (std::nothrow) Dot11ExtUIPropertyEntry[ciphers.size()]());
-    if (!m_entries)
+    auto entries = CPropertyEntries::Make(*pInfo);
+    m_bHasEntries = entries != nullptr;
+    if (!m_bHasEntries)
         return E_OUTOFMEMORY;
-    for (const DWORD cipher : ciphers)
-        m_entries[m_cEntries++] = {cipher, 0, SysAllocString(CipherName(cipher, HasQualifiedNames(*pInfo)))};
+    entries->Keep(std::move(m_entries));
+    m_entries = std::move(entries);
     return S_OK;
 }
 
@@ -112,7 +108,7 @@ HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertySetSelected(BSTR bstrIHVP
             TraceProfile(*m_pInfo, bstrIHVProfile);
 
             CCXSecuritySettings settings(bstrIHVProfile);
-            bool bChanged = Change(settings.auth, m_pInfo->auth);
+            bool bChanged = AssignIfDifferent(settings.auth, m_pInfo->auth);
             if (!settings.IsValid())
             {
                 settings.cipher = FallbackCipher(*m_pInfo);
@@ -165,14 +161,14 @@ HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertyGetDisplayInfo(ULONG uDis
 
             if (ppDot11ExtUIProperty)
             {
-                *ppDot11ExtUIProperty = m_entries.get();
+                *ppDot11ExtUIProperty = m_bHasEntries ? m_entries->First() : nullptr;
                 IhvuiTrace(traceLevelInfo, OLESTR("Set *ppDot11ExtUIProperty to %p\n"), *ppDot11ExtUIProperty);
             }
             if (pcEntries)
             {
                 // As many as there are: a property whose entries could not be made offers none, rather than memory that is
                 // not there.
-                *pcEntries = m_cEntries;
+                *pcEntries = m_bHasEntries ? m_entries->Count() : 0;
                 IhvuiTrace(traceLevelInfo, OLESTR("Set *pcEntries to %u\n"), *pcEntries);
             }
             // The entries keep their texts; later look-ups of names use the flag until the root object resets it.
@@ -180,10 +176,7 @@ HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertyGetDisplayInfo(ULONG uDis
                 SetQualifiedNames(*m_pInfo, true);
             if (puDefaultSelection)
             {
-                const auto ciphers = CiphersOf(*m_pInfo);
-                const auto found = std::find(ciphers.begin(), ciphers.end(), settings.cipher);
-                const auto uFound = static_cast<ULONG>(found - ciphers.begin());
-                *puDefaultSelection = found == ciphers.end() ? uFound - 1 : uFound;
+                *puDefaultSelection = m_bHasEntries ? DefaultSelection(*m_pInfo, settings.cipher) : 0;
                 IhvuiTrace(traceLevelInfo, OLESTR("*puDefaultSelection: %d\n"), *puDefaultSelection);
             }
             return S_OK;
@@ -214,8 +207,8 @@ HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertySetDisplayInfo(ULONG uDis
                        entry.dot11ExtUIDisplayInfoType);
 
             CCXSecuritySettings settings(bstrIHVProfile);
-            const bool bAuthChanged = Change(settings.auth, m_pInfo->auth);
-            const bool bCipherChanged = Change(settings.cipher, entry.dwDataKey);
+            const bool bAuthChanged = AssignIfDifferent(settings.auth, m_pInfo->auth);
+            const bool bCipherChanged = AssignIfDifferent(settings.cipher, entry.dwDataKey);
             const BOOL bIsModified = bAuthChanged || bCipherChanged ? TRUE : FALSE;
             const BSTR bstrModified = bIsModified ? settings.Serialise() : nullptr;
 

@@ -2,16 +2,13 @@
 #pragma once
 
 #include "com/ComObject.h"
-#include "extui/SecurityPropertyInfo.h"
-#include "public/Dot11ExtUI.h"
+#include "extui/PropertyEntries.h"
 
 #include <memory>
 
 class CExtUIKey final : public CComObject<CExtUIKey, ICCXExtUIKey, IID_ICCXExtUIKey>
 {
 public:
-    ~CExtUIKey();
-
     HRESULT STDMETHODCALLTYPE Dot11ExtUIPropertyGetName(BSTR* pbstrName) override;
     HRESULT STDMETHODCALLTYPE Dot11ExtUIPropertyShowDialog(HWND hwndParent, BSTR bstrIHVProfile, void* pConnectionContext,
                                                            BSTR* bstrModifiedIHVProfile, BOOL* pbIsModified) override;
@@ -32,9 +29,8 @@ public:
     HRESULT STDMETHODCALLTYPE Initialize(CCXSecurityPropertyInfo* pInfo) override;
 
 private:
-    void FreeEntryTexts();
-
     CCXSecurityPropertyInfo* m_pInfo = nullptr; // not owned
-    std::unique_ptr<Dot11ExtUIPropertyEntry[]> m_entries;
-    ULONG m_cEntries = 0;
+    // The entries of the latest binding for which there was memory; handed out while that is the binding in force.
+    std::unique_ptr<CPropertyEntries> m_entries;
+    bool m_bHasEntries = false;
 };

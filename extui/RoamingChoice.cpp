@@ -1,21 +1,13 @@
 #include "extui/RoamingChoice.h"
 
 #include "extui/ResourceText.h"
+#include "profile/RoamingLevels.h"
 #include "resources/resource.h"
 
 #include <iterator>
 
 namespace
 {
-struct RoamingLevel
-{
-    UINT uTextId;
-    LONG lOption;
-};
-constexpr RoamingLevel roamingLevels[] = {
-    {IDS_ROAMING_DEFAULT, 0}, {IDS_ROAMING_VERY_LOW, 1}, {IDS_ROAMING_LOW, 2},
-    {IDS_ROAMING_NORMAL, 3},  {IDS_ROAMING_HIGH, 4},     {IDS_ROAMING_VERY_HIGH, 5},
-};
 constexpr std::size_t cchLevelText = 25;
 } // namespace
 

@@ -9,35 +9,18 @@
 
 namespace
 {
-CCXSecurityPropertyInfo securityPropertyInfos[] = {
-    {authCckm, FALSE, FALSE, FALSE, propertyKindSecurity, 3, {5, 2, 4}},
-};
-
-struct NamedAuthentication
+constexpr CCXSecurityPropertyInfo OfferCckm()
 {
-    DWORD auth;
-    const WCHAR* szName;
-};
-constexpr NamedAuthentication authenticationNames[] = {
-    {authCckm, OLESTR("CCKM")},
-    {6, OLESTR("(WPA2)")},
-    {3, OLESTR("(WPA)")},
-    {authOpen, OLESTR("Open (CCX)")},
-};
+    CCXSecurityPropertyInfo info = {authCckm, FALSE, FALSE, FALSE, propertyKindSecurity, 0, {}};
+    for (const auto& row : CCXSecurityTokens::cipher)
+    {
+        if (row.bOffered)
+            info.ciphers[info.cipherCount++] = row.value;
+    }
+    return info;
+}
 
-// The order of the rows matters: the fallback cipher is taken from it by row.
-struct NamedCipher
-{
-    DWORD cipher;
-    const WCHAR* szPlainName;
-    const WCHAR* szQualifiedName;
-};
-constexpr NamedCipher cipherNames[] = {
-    {5, OLESTR("WEP"), OLESTR("WEP (CCX)")},
-    {2, OLESTR("TKIP"), OLESTR("TKIP (MFP)")},
-    {4, OLESTR("AES"), OLESTR("AES (MFP)")},
-    {0, OLESTR("None"), OLESTR("None (CCX)")},
-};
+constinit CCXSecurityPropertyInfo securityPropertyInfos[] = {OfferCckm()};
 } // namespace
 
 bool HasQualifiedNames(CCXSecurityPropertyInfo& info)
@@ -58,8 +41,8 @@ std::span<const DWORD> CiphersOf(const CCXSecurityPropertyInfo& info)
 
 DWORD FallbackCipher(const CCXSecurityPropertyInfo& info)
 {
-    constexpr LONG lastRow = static_cast<LONG>(std::size(cipherNames)) - 1;
-    return cipherNames[std::clamp<LONG>(info.cipherCount - 1, 0, lastRow)].cipher;
+    constexpr LONG lastRow = static_cast<LONG>(std::size(CCXSecurityTokens::cipher)) - 1;
+    return CCXSecurityTokens::cipher[std::clamp<LONG>(info.cipherCount - 1, 0, lastRow)].value;
 }
 
 std::span<CCXSecurityPropertyInfo> SecurityPropertyInfos()
@@ -69,9 +52,8 @@ std::span<CCXSecurityPropertyInfo> SecurityPropertyInfos()
 
 const WCHAR* FindAuthenticationName(DWORD auth)
 {
-    const auto row = std::find_if(std::begin(authenticationNames), std::end(authenticationNames),
-                                  [&](const auto& candidate) { return candidate.auth == auth; });
-    return row == std::end(authenticationNames) ? nullptr : row->szName;
+    const auto* pRow = CCXSecurityTokens::Find(CCXSecurityTokens::authentication, auth);
+    return pRow ? pRow->szName : nullptr;
 }
 
 const WCHAR* AuthenticationName(DWORD auth)
@@ -82,9 +64,8 @@ const WCHAR* AuthenticationName(DWORD auth)
 
 const WCHAR* CipherName(DWORD cipher, bool bQualified)
 {
-    const auto row = std::find_if(std::begin(cipherNames), std::end(cipherNames),
-                                  [&](const auto& candidate) { return candidate.cipher == cipher; });
-    if (row == std::end(cipherNames))
+    const auto* pRow = CCXSecurityTokens::Find(CCXSecurityTokens::cipher, cipher);
+    if (!pRow)
         return OLESTR("");
-    return bQualified ? row->szQualifiedName : row->szPlainName;
+    return bQualified ? pRow->szQualifiedName : pRow->szName;
 }

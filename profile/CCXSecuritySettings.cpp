@@ -2,9 +2,6 @@
 
 #include "profile/IhvProfile.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace
 {
 // Tokens are told apart by their first four characters.
@@ -28,14 +25,6 @@ bool MatchesToken(const CWideString& text, const WCHAR* szToken)
     return true;
 }
 
-template <std::size_t nRows>
-const WCHAR* FindToken(const CCXSecurityToken (&rows)[nRows], DWORD value)
-{
-    const auto row =
-        std::find_if(std::begin(rows), std::end(rows), [&](const auto& candidate) { return candidate.value == value; });
-    return row == std::end(rows) ? nullptr : row->szToken;
-}
-
 DWORD ReadCipher(const CXmlNode& encryption)
 {
     const auto text = encryption.Text();
@@ -52,11 +41,12 @@ DWORD ReadCipher(const CXmlNode& encryption)
 void AppendAuthentication(const CIhvProfileWriter& writer, const CCXSecuritySettings& settings)
 {
     const CXmlNode network = writer.Append(writer.Root(), OLESTR("authenticatingNetwork"));
-    const WCHAR* szAuthentication = FindToken(CCXSecurityTokens::authentication, settings.auth);
-    if (!szAuthentication)
+    const auto* pAuthentication = CCXSecurityTokens::Find(CCXSecurityTokens::authentication, settings.auth);
+    if (!pAuthentication)
         return;
-    const CXmlNode authentication = writer.Append(network, szAuthentication);
-    writer.Append(authentication, OLESTR("encryption"), FindToken(CCXSecurityTokens::cipher, settings.cipher));
+    const CXmlNode authentication = writer.Append(network, pAuthentication->szToken);
+    const auto* pCipher = CCXSecurityTokens::Find(CCXSecurityTokens::cipher, settings.cipher);
+    writer.Append(authentication, OLESTR("encryption"), pCipher ? pCipher->szToken : nullptr);
 }
 } // namespace
 

@@ -99,7 +99,7 @@ void ReadDiagnosticSsid(const CXmlNode& channel, CCXConnectionSettings& settings
     if (!text)
         return;
     const auto convert = hex ? HexToSsid : NameToSsid;
-    if (!convert(text->c_str(), settings.diagnosticSsid, &settings.diagnosticSsidLength))
+    if (!convert(*text, settings.diagnosticSsid, &settings.diagnosticSsidLength))
         settings.diagnosticSsidLength = CCXConnectionSettings::Invalid;
 }
 

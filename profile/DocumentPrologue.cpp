@@ -2,6 +2,8 @@
 
 #include "values/WideText.h"
 
+#include <algorithm>
+
 namespace
 {
 constexpr WCHAR byteOrderMark = 0xFEFF;
@@ -41,10 +43,7 @@ bool HasDocumentType(const WCHAR* szText)
         text.remove_prefix(1);
     do
     {
-        const auto nStart = text.find_first_not_of(OLESTR(" \t\r\n"));
-        if (nStart == CWideView::npos)
-            return false;
-        text.remove_prefix(nStart);
+        text.remove_prefix(std::min(text.find_first_not_of(OLESTR(" \t\r\n")), text.size()));
     } while (SkipPart(text));
     return text.starts_with(documentType);
 }

@@ -25,7 +25,7 @@ CWideString WithoutIndentation(CWideView xml)
 
 CXmlNode OpenIhvProfile(const WCHAR* szIHVProfile)
 {
-    if (!szIHVProfile || szIHVProfile[0] == WCHAR{})
+    if (!szIHVProfile || !*szIHVProfile)
         return {};
     CXmlDocument document;
     if (!document.Load(szIHVProfile))

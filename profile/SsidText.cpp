@@ -1,6 +1,6 @@
 #include "profile/SsidText.h"
 
-#include "values/WideText.h"
+#include <optional>
 
 namespace
 {
@@ -9,41 +9,33 @@ constexpr CWideView hexDigits = OLESTR("0123456789abcdefABCDEF");
 constexpr std::size_t capitalOffset = 6;
 constexpr std::size_t hexBase = 16;
 
-bool DigitValue(WCHAR ch, std::size_t& nValue)
+std::optional<std::size_t> DigitValue(WCHAR ch)
 {
-    nValue = hexDigits.find(ch);
-    if (nValue == CWideView::npos)
-        return false;
-    if (nValue >= hexBase)
-        nValue -= capitalOffset;
-    return true;
+    const std::size_t nIndex = hexDigits.find(ch);
+    if (nIndex == CWideView::npos)
+        return std::nullopt;
+    return nIndex < hexBase ? nIndex : nIndex - capitalOffset;
 }
 } // namespace
 
-bool HexToSsid(const WCHAR* szText, BYTE (&rgbSsid)[maxSsidLength], LONG* plLength)
+bool HexToSsid(CWideView text, BYTE (&rgbSsid)[maxSsidLength], LONG* plLength)
 {
-    if (!szText)
-        return false;
-    const CWideView text(szText);
     if (text.size() % 2 != 0 || text.size() / 2 > maxSsidLength)
         return false;
     for (std::size_t i = 0; i < text.size() / 2; ++i)
     {
-        std::size_t nHigh = 0;
-        std::size_t nLow = 0;
-        if (!DigitValue(text[2 * i], nHigh) || !DigitValue(text[2 * i + 1], nLow))
+        const auto nHigh = DigitValue(text[2 * i]);
+        const auto nLow = DigitValue(text[2 * i + 1]);
+        if (!nHigh || !nLow)
             return false;
-        rgbSsid[i] = static_cast<BYTE>(nHigh * hexBase + nLow);
+        rgbSsid[i] = static_cast<BYTE>(*nHigh * hexBase + *nLow);
     }
     *plLength = static_cast<LONG>(text.size() / 2);
     return true;
 }
 
-bool NameToSsid(const WCHAR* szText, BYTE (&rgbSsid)[maxSsidLength], LONG* plLength)
+bool NameToSsid(CWideView text, BYTE (&rgbSsid)[maxSsidLength], LONG* plLength)
 {
-    if (!szText)
-        return false;
-    const CWideView text(szText);
     if (text.size() > maxSsidLength)
         return false;
     for (std::size_t i = 0; i < text.size(); ++i)

@@ -4,12 +4,12 @@
 // hold the bytes before the failing character.
 #pragma once
 
-#include <windows.h>
+#include "values/WideText.h"
 
 inline constexpr std::size_t maxSsidLength = 32;
 
-// Pairs of hexadecimal digits. False for null, an odd number of characters, more than 32 pairs, or any other character.
-bool HexToSsid(const WCHAR* szText, BYTE (&rgbSsid)[maxSsidLength], LONG* plLength);
+// Pairs of hexadecimal digits. False for an odd number of characters, more than 32 pairs, or any other character.
+bool HexToSsid(CWideView text, BYTE (&rgbSsid)[maxSsidLength], LONG* plLength);
 
-// Printable ASCII. False for null, more than 32 characters, or any character outside blank to tilde.
-bool NameToSsid(const WCHAR* szText, BYTE (&rgbSsid)[maxSsidLength], LONG* plLength);
+// Printable ASCII. False for more than 32 characters, or any character outside blank to tilde.
+bool NameToSsid(CWideView text, BYTE (&rgbSsid)[maxSsidLength], LONG* plLength);

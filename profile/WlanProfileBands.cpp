@@ -3,6 +3,7 @@
 #include "profile/XmlDocument.h"
 
 #include <memory>
+#include <utility>
 
 namespace
 {
@@ -44,40 +45,20 @@ bool RewriteConnectivity(const CXmlDocument& document, const CXmlNode& root, Wla
     return bWritten;
 }
 
-void EraseFirst(CWideString& text, CWideView part, std::size_t nFrom = 0)
-{
-    const auto nFound = text.find(part, nFrom);
-    if (nFound != CWideString::npos)
-        text.erase(nFound, part.size());
-}
-
-// The new section as the writer gives it below a default namespace: with the declaration that takes it out of it.
-CWideString SectionOutsideNamespace(WlanProfileBands bands)
-{
-    CWideString section = OLESTR("<connectivity xmlns=\"\">");
-    for (const auto& phyType : phyTypes)
-    {
-        if ((bands & phyType.band) != 0)
-            section.append(OLESTR("<phyType>")).append(phyType.szText).append(OLESTR("</phyType>"));
-    }
-    return section.append(OLESTR("</connectivity>"));
-}
-
 // The writer gives an element without namespace an empty declaration where an ancestor declares a default namespace, and
 // the WLAN service refuses a profile whose section is outside the profile's namespace. The first declaration of the text
-// goes; where the profile brought one of its own before the new section, the section's goes as well.
-void EraseEmptyNamespaces(CWideString& text, WlanProfileBands bands)
+// goes, and no other: those behind it are the profile's own.
+void EraseEmptyNamespace(CWideString& text)
 {
-    EraseFirst(text, emptyNamespace);
-    const auto nSection = text.find(SectionOutsideNamespace(bands));
-    if (nSection != CWideString::npos)
-        EraseFirst(text, emptyNamespace, nSection);
+    const auto nFound = text.find(emptyNamespace);
+    if (nFound != CWideString::npos)
+        text.erase(nFound, emptyNamespace.size());
 }
 } // namespace
 
 bool ReadProfileBands(const WCHAR* szProfile, WlanProfileBands* pBands)
 {
-    CXmlDocument document(CXmlDocument::WhiteSpace::Drop);
+    CXmlDocument document;
     if (!document.Load(szProfile))
         return false;
     const CXmlNode root = document.Root();
@@ -97,7 +78,7 @@ bool ReadProfileBands(const WCHAR* szProfile, WlanProfileBands* pBands)
         *pBands = bandsNotRead;
         return true;
     }
-    const CWideString text = connectivity.Text().value_or(CWideString());
+    const CWideString text = connectivity.TextOfElements().value_or(CWideString());
     if (text == OLESTR("ag") || text == OLESTR("agn"))
     {
         *pBands = bandsBoth;
@@ -129,10 +110,9 @@ bool WriteProfileBands(WCHAR** pszProfile, WlanProfileBands bands)
     if (!bstrXml)
         return false;
     CWideString text(bstrXml.View());
-    EraseEmptyNamespaces(text, bands);
+    EraseEmptyNamespace(text);
     auto rewritten = std::make_unique<WCHAR[]>(bstrXml.View().size() + 1);
     text.copy(rewritten.get(), text.size());
-    delete[] * pszProfile;
-    *pszProfile = rewritten.release();
+    const std::unique_ptr<WCHAR[]> old(std::exchange(*pszProfile, rewritten.release()));
     return bWritten;
 }

@@ -58,7 +58,7 @@ bool ForEachChild(IXMLDOMNode& node, const Visit& visit)
 {
     CComRef<IXMLDOMNode> child;
     HRESULT hr = node.get_firstChild(child.Put());
-    while (hr == S_OK && child)
+    while (child)
     {
         DOMNodeType type = NODE_INVALID;
         if (child->get_nodeType(&type) != S_OK || !visit(*child.Get(), type))
@@ -70,24 +70,41 @@ bool ForEachChild(IXMLDOMNode& node, const Visit& visit)
     return SUCCEEDED(hr);
 }
 
-// Adds the text that stands in a text node; false when it cannot be read.
-bool AppendNodeText(IXMLDOMNode& node, bool bBesideElements, CWideString& text)
+bool IsText(DOMNodeType type)
+{
+    return type == NODE_TEXT || type == NODE_CDATA_SECTION;
+}
+
+// Gives the text that stands in a text node to take; false when it cannot be read.
+template <class Take>
+bool ReadNodeText(IXMLDOMNode& node, const Take& take)
 {
     CVariant value;
-    if (node.get_nodeValue(value.Put()) != S_OK || value.Get().vt != VT_BSTR)
+    node.get_nodeValue(value.Put());
+    if (value.Get().vt != VT_BSTR)
         return false;
     const BSTR bstrValue = value.Get().bstrVal;
-    const CWideView piece = bstrValue ? CWideView(bstrValue, SysStringLen(bstrValue)) : CWideView();
-    if (!bBesideElements || !std::all_of(piece.begin(), piece.end(), IsXmlSpace))
-        text += piece;
+    take(CWideView(bstrValue, SysStringLen(bstrValue)));
     return true;
 }
+
+bool IsWhiteSpace(CWideView text)
+{
+    return std::all_of(text.begin(), text.end(), IsXmlSpace);
+}
+
+enum class WhiteSpace
+{
+    Keep,
+    // Where it stands beside elements, and so only separates them.
+    DropSeparators,
+};
 
 // The platform's own text trims, and puts a blank where indentation stood between elements, so the text is gathered node
 // by node. No profile is nearly as deep as the limit; a component that loads deeper ones must not use up the host's stack.
 constexpr int maxTextDepth = 256;
 
-bool AppendDescendantText(IXMLDOMNode& node, CWideString& text, int nDepth)
+bool AppendDescendantText(IXMLDOMNode& node, WhiteSpace whiteSpace, CWideString& text, int nDepth)
 {
     if (nDepth > maxTextDepth)
         return false;
@@ -97,13 +114,26 @@ bool AppendDescendantText(IXMLDOMNode& node, CWideString& text, int nDepth)
         bHasElements = bHasElements || type == NODE_ELEMENT;
         return true;
     };
+    const auto appendPiece = [&](CWideView piece)
+    {
+        if (whiteSpace == WhiteSpace::Keep || !bHasElements || !IsWhiteSpace(piece))
+            text += piece;
+    };
     const auto append = [&](IXMLDOMNode& child, DOMNodeType type)
     {
-        if (type == NODE_TEXT || type == NODE_CDATA_SECTION)
-            return AppendNodeText(child, bHasElements, text);
-        return type != NODE_ELEMENT || AppendDescendantText(child, text, nDepth + 1);
+        if (IsText(type))
+            return ReadNodeText(child, appendPiece);
+        return type != NODE_ELEMENT || AppendDescendantText(child, whiteSpace, text, nDepth + 1);
     };
     return ForEachChild(node, noteElement) && ForEachChild(node, append);
+}
+
+std::optional<CWideString> DescendantText(IXMLDOMNode* pNode, WhiteSpace whiteSpace)
+{
+    CWideString text;
+    if (!pNode || !AppendDescendantText(*pNode, whiteSpace, text, 0))
+        return std::nullopt;
+    return text;
 }
 } // namespace
 
@@ -121,41 +151,55 @@ std::optional<bool> CXmlNode::HasChildren() const
     VARIANT_BOOL bHasChildren = VARIANT_FALSE;
     if (!m_node || FAILED(m_node->hasChildNodes(&bHasChildren)))
         return std::nullopt;
-    return bHasChildren == VARIANT_TRUE;
+    if (bHasChildren != VARIANT_TRUE)
+        return false;
+    bool bAnyButSpace = false;
+    const auto look = [&](IXMLDOMNode& child, DOMNodeType type)
+    {
+        const auto lookAtText = [&](CWideView text) { bAnyButSpace = bAnyButSpace || !IsWhiteSpace(text); };
+        bAnyButSpace = bAnyButSpace || !IsText(type);
+        return !IsText(type) || ReadNodeText(child, lookAtText);
+    };
+    if (!ForEachChild(*m_node.Get(), look))
+        return std::nullopt;
+    return bAnyButSpace;
 }
 
 std::optional<CWideString> CXmlNode::Text() const
 {
-    CWideString text;
-    if (!m_node || !AppendDescendantText(*m_node.Get(), text, 0))
-        return std::nullopt;
-    return text;
+    return DescendantText(m_node.Get(), WhiteSpace::Keep);
+}
+
+std::optional<CWideString> CXmlNode::TextOfElements() const
+{
+    return DescendantText(m_node.Get(), WhiteSpace::DropSeparators);
 }
 
 void CXmlNode::SetText(const WCHAR* szText) const
 {
     const CBstr bstrText(szText);
-    if (m_node && bstrText)
+    if (m_node)
         m_node->put_text(bstrText.Get());
 }
 
-bool CXmlNode::Remove(const CXmlNode& child) const
+void CXmlNode::Remove(const CXmlNode& child) const
 {
     CComRef<IXMLDOMNode> removed;
-    return m_node && m_node->removeChild(child.Get(), removed.Put()) == S_OK;
+    if (m_node)
+        m_node->removeChild(child.Get(), removed.Put());
 }
 
 CXmlNode CXmlNode::Append(const CXmlNode& child) const
 {
     CComRef<IXMLDOMNode> appended;
-    if (!m_node || !child || m_node->appendChild(child.Get(), appended.Put()) != S_OK)
+    if (!m_node || m_node->appendChild(child.Get(), appended.Put()) != S_OK)
         return {};
     return CXmlNode(std::move(appended));
 }
 
 CXmlNode CXmlNode::InsertBefore(const CXmlNode& child, const CXmlNode& reference) const
 {
-    if (!m_node || !child || !reference)
+    if (!m_node || !reference)
         return {};
     CVariant varReference;
     varReference.SetObject(reference.Get());
@@ -186,7 +230,7 @@ CBstr CXmlNode::Xml() const
     return bstrXml;
 }
 
-CXmlDocument::CXmlDocument(WhiteSpace whiteSpace)
+CXmlDocument::CXmlDocument()
 {
     if (CoCreateInstance(documentClass, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument, m_document.PutVoid()) != S_OK)
         return;
@@ -194,7 +238,8 @@ CXmlDocument::CXmlDocument(WhiteSpace whiteSpace)
     m_document->put_async(VARIANT_FALSE);
     m_document->put_validateOnParse(VARIANT_FALSE);
     m_document->put_resolveExternals(VARIANT_FALSE);
-    m_document->put_preserveWhiteSpace(whiteSpace == WhiteSpace::Keep ? VARIANT_TRUE : VARIANT_FALSE);
+    // White space can be content: the name of a network may be a blank.
+    m_document->put_preserveWhiteSpace(VARIANT_TRUE);
 }
 
 bool CXmlDocument::Load(const WCHAR* szText)

@@ -32,18 +32,20 @@ public:
     // The first match in document order of an absolute path or of a child's name; empty when there is none.
     CXmlNode Select(const WCHAR* szPath) const;
 
-    // Whether there are children; nothing when the question fails.
+    // Whether there are children, white space that only separates them left aside; nothing when the question fails.
     std::optional<bool> HasChildren() const;
 
-    // The texts of all descendants run together, without the white space that only separates elements; nothing when
-    // they cannot be read.
+    // The texts of all descendants run together; nothing when they cannot be read.
     std::optional<CWideString> Text() const;
+
+    // The same without the white space that only separates elements: for elements that hold others.
+    std::optional<CWideString> TextOfElements() const;
 
     // Replaces the content. A failure is left unnoticed, as every caller wants it.
     void SetText(const WCHAR* szText) const;
 
-    // Takes a child out; false when that fails.
-    bool Remove(const CXmlNode& child) const;
+    // Takes a child out. A failure is left unnoticed, as the caller wants it.
+    void Remove(const CXmlNode& child) const;
 
     // Puts a new node last, or before one of the children. The result is the node as inserted, empty on failure.
     CXmlNode Append(const CXmlNode& child) const;
@@ -62,16 +64,8 @@ private:
 class CXmlDocument
 {
 public:
-    // What becomes of text nodes of white space alone. It can be content (the name of a network may be a blank), so it
-    // is kept wherever the text is used; where only the elements matter it is in the way.
-    enum class WhiteSpace
-    {
-        Keep,
-        Drop,
-    };
-
     // Makes a document; an empty one (false) when the component cannot be created.
-    explicit CXmlDocument(WhiteSpace whiteSpace = WhiteSpace::Keep);
+    CXmlDocument();
 
     explicit operator bool() const
     {

@@ -2,27 +2,8 @@
 
 #include "com/Boundary.h"
 #include "com/TraceError.h"
-#include "extui/ExtUI.h"
-#include "extui/ExtUICon.h"
-#include "extui/ExtUIKey.h"
-#include "public/Dot11ExtUI.h"
+#include "extui/ServedClasses.h"
 #include "trace/IhvuiTrace.h"
-
-namespace
-{
-struct ServedClass
-{
-    const IID& iid;
-    void (*traceChoice)();
-    HRESULT (*create)(REFIID riid, void** ppvObject);
-};
-
-constexpr ServedClass servedClasses[] = {
-    {IID_IDot11ExtUI, [] { IhvuiTrace(traceLevelInfo, OLESTR("-- IID_IDot11ExtUI\n")); }, CreateComObject<CExtUI>},
-    {IID_ICCXExtUICon, [] { IhvuiTrace(traceLevelInfo, OLESTR("-- IID_ICCXExtUICon\n")); }, CreateComObject<CExtUICon>},
-    {IID_ICCXExtUIKey, [] { IhvuiTrace(traceLevelInfo, OLESTR("-- IID_ICCXExtUIKey\n")); }, CreateComObject<CExtUIKey>},
-};
-} // namespace
 
 HRESULT STDMETHODCALLTYPE CFactory::CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppvObject)
 {
@@ -32,7 +13,7 @@ HRESULT STDMETHODCALLTYPE CFactory::CreateInstance(IUnknown* pUnkOuter, REFIID r
             IhvuiTrace(traceLevelInfo, OLESTR("CFactory::CreateInstance\n"));
             if (pUnkOuter)
                 return TraceError(CLASS_E_NOAGGREGATION);
-            for (const auto& served : servedClasses)
+            for (const auto& served : ServedClasses())
             {
                 if (!IsEqualGUID(riid, served.iid))
                     continue;

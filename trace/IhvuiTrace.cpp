@@ -12,13 +12,11 @@ constexpr std::size_t cchMessageCapacity = 4096;
 
 void TraceFormat::Write(LONG lLevel, const WCHAR* szFormat, ...)
 {
-    WCHAR szMessage[cchMessageCapacity];
+    // The run-time leaves a text that fills its count without a terminator: the last code unit stays one.
+    WCHAR szMessage[cchMessageCapacity] = {};
     va_list arguments;
     va_start(arguments, szFormat);
     _vsnwprintf(szMessage, cchMessageCapacity - 1, szFormat, arguments);
     va_end(arguments);
-    // The run-time leaves a text that fills its count without a terminator.
-    szMessage[cchMessageCapacity - 1] = WCHAR{};
-
     KorCmnTracer::Trace(lLevel, KorCmnTracer::Ihvui, szMessage);
 }

@@ -2,27 +2,25 @@
 
 #include "trace/LogLine.h"
 #include "trace/TracePaths.h"
+#include "values/RegistrySwitches.h"
 #include "values/RegistryValues.h"
 
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 #include <io.h>
 
 WCHAR KorCmnTracer::s_szLogPath[maxPathLength + 1] = {};
 bool KorCmnTracer::s_bConsoleEcho = false;
 std::atomic<bool> KorCmnTracer::s_bEnabled = false;
-LONG KorCmnTracer::s_lModuleLevels[moduleCount] = {2, 2, 2, 2, 2};
+LONG KorCmnTracer::s_lModuleLevels[moduleCount] = {defaultLevel, defaultLevel, defaultLevel, defaultLevel, defaultLevel};
 CUniqueFile KorCmnTracer::s_logFile;
 CUniqueMutex KorCmnTracer::s_lock;
 
 namespace
 {
-constexpr const WCHAR* szProductKey = OLESTR("Software\\Korvane\\Wavedesk");
-constexpr std::size_t cchKeyCapacity = 261;
-constexpr LONG defaultLevel = 2;
-
 // The word of each module: in its lines, and as the name of the registry value that holds its level.
 constexpr const WCHAR* moduleWords[KorCmnTracer::moduleCount] = {
     OLESTR("Any"), OLESTR("Ihvs"), OLESTR("Ihvui"), OLESTR("CCXLib"), OLESTR("IhvsMini"),
@@ -70,9 +68,9 @@ private:
 class CFileLock
 {
 public:
-    explicit CFileLock(HANDLE hFile) : m_hFile(hFile)
+    explicit CFileLock(HANDLE hFile)
+        : m_hFile(hFile), m_bHeld(LockFileEx(hFile, LOCKFILE_EXCLUSIVE_LOCK, 0, cbLock, 0, &m_region) != FALSE)
     {
-        m_bHeld = LockFileEx(m_hFile, LOCKFILE_EXCLUSIVE_LOCK, 0, cbLock, 0, &m_region) != FALSE;
     }
     ~CFileLock()
     {
@@ -90,7 +88,7 @@ public:
 private:
     HANDLE m_hFile;
     OVERLAPPED m_region{};
-    bool m_bHeld = false;
+    bool m_bHeld;
 };
 
 struct FilePosition
@@ -119,22 +117,35 @@ bool MoveTo(HANDLE hFile, const FilePosition& position)
            GetLastError() == NO_ERROR;
 }
 
+struct CStreamCloser
+{
+    using Handle = std::FILE*;
+    static std::FILE* Empty()
+    {
+        return nullptr;
+    }
+    static void Close(std::FILE* pFile)
+    {
+        std::fclose(pFile);
+    }
+};
+
 // Creates the file empty, or empties it; false with the system's last error code otherwise.
 bool CreateEmptyFile(const WCHAR* szPath)
 {
-    std::FILE* pFile = _wfopen(szPath, OLESTR("w+"));
-    if (!pFile)
-        return false;
-    std::fclose(pFile);
-    return true;
+    const CUnique<CStreamCloser> created(_wfopen(szPath, OLESTR("w+")));
+    return static_cast<bool>(created);
 }
 
 bool CreateFolderOf(const WCHAR* szPath)
 {
     const int nSeparator = FindLastPathSeparator(szPath, MAX_PATH + 1);
-    if (nSeparator <= 0)
+    if (nSeparator == 0)
         return false;
-    return CreateDirectoryPath(CWideString(szPath, static_cast<std::size_t>(nSeparator) + 1).c_str());
+    // No heap: a log that has no folder yet must not depend on there being memory.
+    WCHAR szFolder[MAX_PATH + 1] = {};
+    CWideView(szPath).copy(szFolder, static_cast<std::size_t>(nSeparator) + 1);
+    return CreateDirectoryPath(szFolder);
 }
 
 // Moves the log out of the way of a new one. Neither result matters: without a log there is nothing to keep, and a log
@@ -159,22 +170,21 @@ void BeginNewLog(const WCHAR* szPath)
 void KorCmnTracer::Start(const WCHAR* szLogPath, bool bConsoleEcho, bool bFreshFile)
 {
     s_bConsoleEcho = bConsoleEcho;
-    ReadSwitches(szLogPath);
-    if (s_bEnabled)
-        OpenLog(bFreshFile);
-    if (s_bEnabled && !s_lock)
+    const bool bWanted = ReadSwitches(szLogPath);
+    // Off until it is open, also when memory runs out on the way.
+    s_bEnabled = false;
+    s_bEnabled = bWanted && OpenLog(bFreshFile);
+    if (!s_bEnabled)
+        return;
+    if (!s_lock)
         s_lock.Reset(CreateMutexW(nullptr, FALSE, nullptr));
 }
 
-void KorCmnTracer::ReadSwitches(const WCHAR* szLogPath)
+bool KorCmnTracer::ReadSwitches(const WCHAR* szLogPath)
 {
-    WCHAR szDebugKey[cchKeyCapacity] = {};
-    WCHAR szLevelsKey[cchKeyCapacity] = {};
-    _snwprintf(szDebugKey, cchKeyCapacity - 1, OLESTR("%s\\Debug"), szProductKey);
-    _snwprintf(szLevelsKey, cchKeyCapacity - 1, OLESTR("%s\\Debug\\TraceLevels"), szProductKey);
-
+    const auto& logPath = RegistrySwitches::logPath;
     WCHAR szConfiguredPath[maxPathLength + 1] = {};
-    RegReadString(HKEY_LOCAL_MACHINE, szDebugKey, OLESTR("LogPath"), szConfiguredPath, maxPathLength + 1);
+    RegReadString(HKEY_LOCAL_MACHINE, logPath.szSubKey, logPath.szValueName, szConfiguredPath, maxPathLength + 1);
     const CWideView path(szConfiguredPath[0] != WCHAR{} ? szConfiguredPath : szLogPath);
     const bool bPathFits = path.size() <= maxPathLength;
     if (bPathFits)
@@ -183,23 +193,23 @@ void KorCmnTracer::ReadSwitches(const WCHAR* szLogPath)
     for (int i = 0; i < moduleCount; ++i)
     {
         DWORD dwLevel = static_cast<DWORD>(defaultLevel);
-        RegReadDword(HKEY_LOCAL_MACHINE, szLevelsKey, moduleWords[i], &dwLevel);
+        RegReadDword(HKEY_LOCAL_MACHINE, RegistrySwitches::szTraceLevelsKey, moduleWords[i], &dwLevel);
         s_lModuleLevels[i] = static_cast<LONG>(dwLevel);
     }
 
-    DWORD dwEnable = 0;
-    if (RegReadDword(HKEY_LOCAL_MACHINE, szDebugKey, OLESTR("EnableTraceLog"), &dwEnable))
-        s_bEnabled = dwEnable != 0 && bPathFits;
+    const auto& enable = RegistrySwitches::enableTraceLog;
+    DWORD dwEnable = s_bEnabled;
+    RegReadDword(HKEY_LOCAL_MACHINE, enable.szSubKey, enable.szValueName, &dwEnable);
+    return dwEnable != 0 && bPathFits;
 }
 
-void KorCmnTracer::OpenLog(bool bFreshFile)
+bool KorCmnTracer::OpenLog(bool bFreshFile)
 {
     if (bFreshFile || !Exists(s_szLogPath))
         BeginNewLog(s_szLogPath);
     s_logFile.Reset(CreateFileW(s_szLogPath, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!s_logFile)
-        s_bEnabled = false;
+    return static_cast<bool>(s_logFile);
 }
 
 void KorCmnTracer::Stop()
@@ -218,13 +228,14 @@ void KorCmnTracer::WriteLine(LONG lLevel, ModuleIndex module, const WCHAR* szTex
     if (s_szLogPath[0] == WCHAR{})
         FormDefaultLogPath(s_szLogPath, maxPathLength + 1);
 
-    const CLogLine line(moduleWords[module], szText);
+    CLogLine line(moduleWords[module], szText);
     if (!line)
         return;
     if (lLevel <= s_lModuleLevels[module] && s_bEnabled)
         AppendLine(line.Text());
     if (s_bConsoleEcho)
     {
+        line.ReplaceUnrepresentable();
         // Seen at once, also where standard output is a file or a pipe and the host ends without a farewell.
         _putws(line.Text());
         std::fflush(stdout);
@@ -258,18 +269,17 @@ void KorCmnTracer::AppendLine(const WCHAR* szLine)
     if (!MoveTo(s_logFile.Get(), *end))
         return;
 
-    const CNarrowLine narrow(szLine);
-    const auto write = [](const char* pText, std::size_t cbText)
+    const auto write = [](std::string_view text)
     {
-        DWORD cbWritten = 0;
-        WriteFile(s_logFile.Get(), pText, static_cast<DWORD>(cbText), &cbWritten, nullptr);
+        DWORD cbWritten{};
+        WriteFile(s_logFile.Get(), text.data(), static_cast<DWORD>(text.size()), &cbWritten, nullptr);
     };
-    if (!narrow.EndsInLineFeed())
-    {
-        if (narrow.Length() != 0)
-            write(narrow.Text(), narrow.Length());
-        return;
-    }
-    write(narrow.Text(), narrow.Length() - 1);
-    write("\r\n", 2);
+    const CNarrowLine narrow(szLine);
+    std::string_view text = narrow.Text();
+    const bool bEndsLine = text.ends_with('\n');
+    if (bEndsLine)
+        text.remove_suffix(1);
+    write(text);
+    if (bEndsLine)
+        write("\r\n");
 }

@@ -44,9 +44,13 @@ public:
     static void WriteLine(LONG lLevel, ModuleIndex module, const WCHAR* szText);
 
 private:
-    static void ReadSwitches(const WCHAR* szLogPath);
-    static void OpenLog(bool bFreshFile);
+    // Whether the log is to be on.
+    static bool ReadSwitches(const WCHAR* szLogPath);
+    // Whether the log file is open.
+    static bool OpenLog(bool bFreshFile);
     static void AppendLine(const WCHAR* szLine);
+
+    static constexpr LONG defaultLevel = 2;
 
     static WCHAR s_szLogPath[maxPathLength + 1];
     static bool s_bConsoleEcho;

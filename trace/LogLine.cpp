@@ -1,9 +1,9 @@
 #include "trace/LogLine.h"
 
-#include "trace/KorCmnTracer.h"
 #include "trace/TracePaths.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -13,19 +13,14 @@ namespace
 constexpr std::size_t maxLength = KorCmnTracer::maxLineLength;
 constexpr CWideView cutMark = OLESTR("...\n");
 
-struct TimeStamp
-{
-    WCHAR szText[100];
-};
+constexpr auto notRepresentable = static_cast<std::size_t>(-1);
 
-TimeStamp FormTimeStamp()
+bool IsRepresentable(WCHAR ch)
 {
-    SYSTEMTIME time = {};
-    GetLocalTime(&time);
-    TimeStamp stamp = {};
-    _snwprintf(stamp.szText, std::size(stamp.szText) - 1, OLESTR("%02d:%02d:%02d.%03d"), time.wHour, time.wMinute, time.wSecond,
-               time.wMilliseconds);
-    return stamp;
+    constexpr WCHAR lastOfEveryLocale = 0x7F;
+    const WCHAR szUnit[] = {ch, WCHAR{}};
+    char szBytes[MB_LEN_MAX + 1];
+    return ch <= lastOfEveryLocale || wcstombs(szBytes, szUnit, std::size(szBytes)) != notRepresentable;
 }
 } // namespace
 
@@ -33,18 +28,26 @@ CLogLine::CLogLine(const WCHAR* szModuleWord, const WCHAR* szText) : m_szLine(ne
 {
     if (!m_szLine)
         return;
-    const int cchLine = _snwprintf(m_szLine.get(), maxLength, OLESTR("%s [%8X]   %s: %s"), FormTimeStamp().szText,
-                                   GetCurrentThreadId(), szModuleWord, szText);
-    if (cchLine >= 0 && static_cast<std::size_t>(cchLine) <= maxLength)
-        return;
-    std::copy(cutMark.begin(), cutMark.end(), m_szLine.get() + maxLength - cutMark.size());
+    SYSTEMTIME time = {};
+    GetLocalTime(&time);
+    constexpr int wasCut = -1;
+    if (_snwprintf(m_szLine.get(), maxLength, OLESTR("%02d:%02d:%02d.%03d [%8X]   %s: %s"), time.wHour, time.wMinute,
+                   time.wSecond, time.wMilliseconds, GetCurrentThreadId(), szModuleWord, szText) == wasCut)
+        std::copy(cutMark.begin(), cutMark.end(), m_szLine.get() + maxLength - cutMark.size());
+}
+
+void CLogLine::ReplaceUnrepresentable()
+{
+    WCHAR* const szLine = m_szLine.get();
+    std::replace_if(
+        szLine, szLine + CWideView(szLine).size(), [](WCHAR ch) { return !IsRepresentable(ch); }, OLESTR('?'));
 }
 
 CNarrowLine::CNarrowLine(const WCHAR* szLine)
 {
-    const std::size_t cbText = wcstombs(m_szText, szLine, std::size(m_szText) - 1);
-    if (cbText != static_cast<std::size_t>(-1))
-        m_cbText = cbText;
+    const std::size_t cbText = wcstombs(m_rgchText, szLine, std::size(m_rgchText));
+    if (cbText != notRepresentable)
+        m_text = {m_rgchText, cbText};
 }
 
 void FormDefaultLogPath(WCHAR* szPath, std::size_t cchCapacity)

@@ -1,9 +1,11 @@
 // The form of one line of the trace log: in memory as UTF-16, in the file as 8-bit text.
 #pragma once
 
+#include "trace/KorCmnTracer.h"
 #include "values/WideText.h"
 
 #include <memory>
+#include <string_view>
 
 // A line made from a message: local time, calling thread, module word, text. Beyond 2000 code units the line is cut and
 // ends in "...\n". Empty (false) when there is no memory for it.
@@ -21,6 +23,10 @@ public:
         return m_szLine.get();
     }
 
+    // Puts a question mark for every code unit that has no 8-bit form in the default locale: a stream that meets one would
+    // lose it with all that follows.
+    void ReplaceUnrepresentable();
+
 private:
     std::unique_ptr<WCHAR[]> m_szLine;
 };
@@ -31,22 +37,14 @@ class CNarrowLine
 public:
     explicit CNarrowLine(const WCHAR* szLine);
 
-    const char* Text() const
+    std::string_view Text() const
     {
-        return m_szText;
-    }
-    std::size_t Length() const
-    {
-        return m_cbText;
-    }
-    bool EndsInLineFeed() const
-    {
-        return m_cbText != 0 && m_szText[m_cbText - 1] == '\n';
+        return m_text;
     }
 
 private:
-    char m_szText[2001] = {};
-    std::size_t m_cbText = 0;
+    char m_rgchText[KorCmnTracer::maxLineLength];
+    std::string_view m_text;
 };
 
 // The path that a log without a configured one stands for: the program's own, with "Log.txt" in place of its extension.

@@ -1,9 +1,10 @@
 #include "values/RegistryValues.h"
 
 #include "values/Unique.h"
+#include "values/WideText.h"
 
-#include <algorithm>
-#include <vector>
+#include <memory>
+#include <new>
 
 namespace
 {
@@ -30,13 +31,13 @@ bool RegReadString(HKEY hRootKey, const WCHAR* szSubKey, const WCHAR* szValueNam
 {
     // One code unit more than the query may fill: data without a terminator, or with half a code unit at its end, is
     // terminated by the zeros behind it.
-    std::vector<WCHAR> text(std::size_t{cchCapacity} + 1);
+    const std::unique_ptr<WCHAR[]> szRead(new (std::nothrow) WCHAR[std::size_t{cchCapacity} + 1]());
     DWORD cbText = cchCapacity * static_cast<DWORD>(sizeof(WCHAR));
-    if (!QueryValue(hRootKey, szSubKey, szValueName, reinterpret_cast<BYTE*>(text.data()), &cbText))
+    if (!szRead || !QueryValue(hRootKey, szSubKey, szValueName, reinterpret_cast<BYTE*>(szRead.get()), &cbText))
         return false;
-    const auto terminator = std::find(text.begin(), text.end(), WCHAR{});
-    if (terminator - text.begin() >= static_cast<std::ptrdiff_t>(cchCapacity))
+    const CWideView text(szRead.get());
+    if (text.size() >= cchCapacity)
         return false;
-    std::copy(text.begin(), terminator + 1, szText);
+    szText[text.copy(szText, text.size())] = WCHAR{};
     return true;
 }

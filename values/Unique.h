@@ -72,6 +72,20 @@ struct CRegistryKeyCloser
 };
 using CUniqueKey = CUnique<CRegistryKeyCloser>;
 
+struct CLibraryCloser
+{
+    using Handle = HMODULE;
+    static HMODULE Empty()
+    {
+        return nullptr;
+    }
+    static void Close(HMODULE hModule)
+    {
+        FreeLibrary(hModule);
+    }
+};
+using CUniqueLibrary = CUnique<CLibraryCloser>;
+
 struct CFileCloser
 {
     using Handle = HANDLE;

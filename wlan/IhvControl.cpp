@@ -36,14 +36,14 @@ template <std::size_t cbReply>
 struct CReply
 {
     std::array<char, cbReply> bytes{};
-    DWORD cbReturned = 0;
+    DWORD cbReturned{};
 
     // What stands behind the header, within what came back.
     std::string_view Answer() const
     {
-        const auto cbValid = std::min<std::size_t>(cbReturned, cbReply);
-        return cbValid > cbReplyHeader ? std::string_view(bytes.data() + cbReplyHeader, cbValid - cbReplyHeader)
-                                       : std::string_view();
+        std::string_view answer(bytes.data(), std::min<std::size_t>(cbReturned, cbReply));
+        answer.remove_prefix(std::min(answer.size(), cbReplyHeader));
+        return answer;
     }
 };
 
@@ -70,7 +70,7 @@ DWORD QueryRapidoCapability()
     if (reply.Answer().empty())
         return 0;
     // The whole number even when the driver counted less than its four bytes: the buffer was zero before.
-    DWORD dwCapability = 0;
+    DWORD dwCapability{};
     std::memcpy(&dwCapability, reply.Answer().data(), sizeof(dwCapability));
     return dwCapability;
 }

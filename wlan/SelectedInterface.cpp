@@ -6,9 +6,6 @@
 
 namespace
 {
-constexpr std::size_t cchGuidText = 37;
-
-WCHAR szSelectedGuid[cchGuidText] = {};
 GUID selectedGuid = {};
 
 bool IsListed(const CWlanAdapterList& adapters, CWideView guid)
@@ -28,8 +25,8 @@ LONG SelectIhvInterface(const WCHAR* szGuid)
     const CWideView guid(szGuid ? szGuid : OLESTR(""));
     if (!IsListed(adapters, guid))
         return -1;
-    szSelectedGuid[guid.copy(szSelectedGuid, cchGuidText - 1)] = WCHAR{};
-    return UuidFromStringW(reinterpret_cast<RPC_WSTR>(szSelectedGuid), &selectedGuid) == RPC_S_OK ? 0 : -2;
+    CWideString text(guid);
+    return UuidFromStringW(reinterpret_cast<RPC_WSTR>(text.data()), &selectedGuid) == RPC_S_OK ? 0 : -2;
 }
 
 const GUID& SelectedInterfaceGuid()

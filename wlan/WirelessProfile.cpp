@@ -46,7 +46,7 @@ void FlagPhyType(DWORD phyType, PhyCapabilities& capabilities)
 
 bool OpenWlanClient()
 {
-    DWORD dwNegotiatedVersion = 0;
+    DWORD dwNegotiatedVersion{};
     return WlanOpenHandle(clientVersion, nullptr, &dwNegotiatedVersion, &WlanClientHandle) == ERROR_SUCCESS;
 }
 
@@ -79,7 +79,7 @@ bool SetWirelessProfile(const void* pConnectionContext, const WCHAR* szProfile)
     const GUID interfaceGuid = context.InterfaceGuid();
     const HANDLE hClient = NeedWlanClient();
 
-    DWORD dwReasonCode = 0;
+    DWORD dwReasonCode{};
     return WlanSetProfile(hClient, &interfaceGuid, context.ProfileFlags(), szProfile, nullptr, TRUE, nullptr, &dwReasonCode) ==
            ERROR_SUCCESS;
 }

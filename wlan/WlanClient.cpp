@@ -19,9 +19,8 @@ CWlanClient::~CWlanClient()
 
 void CWlanClient::Open()
 {
-    DWORD dwNegotiatedVersion = 0;
+    DWORD dwNegotiatedVersion{};
     HANDLE hClient = nullptr;
-    m_dwLastError = ERROR_SUCCESS;
     m_dwLastError = WlanOpenHandle(clientVersion, nullptr, &dwNegotiatedVersion, &hClient);
     m_hClient = m_dwLastError == ERROR_SUCCESS ? hClient : nullptr;
 }

@@ -209,11 +209,11 @@ TEST_F(BandsEdges, TextsThatAreNotXmlStayUntouched)
     }
 }
 
-TEST_F(BandsEdges, AnEarlierEmptyDeclarationDoesNotLeaveTheSectionOutsideTheNamespace)
+TEST_F(BandsEdges, OfTheProfilesOwnEmptyDeclarationsOnlyTheFirstGoes)
 {
-    const auto written =
-        Write(OLESTR("<WLANProfile xmlns=\"urn:w\"><x xmlns=\"\"/><MSM><security/></MSM></WLANProfile>"), bands24GHz);
+    const auto written = Write(
+        OLESTR("<WLANProfile xmlns=\"urn:w\"><x xmlns=\"\"/><y xmlns=\"\"/><MSM><security/></MSM></WLANProfile>"), bands24GHz);
     EXPECT_TRUE(written.bResult);
-    EXPECT_NE(CWideString::npos, written.text.find(OLESTR("<connectivity>"))) << tests::Narrow(written.text);
+    EXPECT_NE(CWideString::npos, written.text.find(OLESTR("<x/><y xmlns=\"\"/>"))) << tests::Narrow(written.text);
 }
 } // namespace

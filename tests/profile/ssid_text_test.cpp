@@ -64,15 +64,6 @@ const SsidCase ssidCases[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Texts, SsidText, testing::ValuesIn(ssidCases), tests::xml::CaseName<SsidCase>);
 
-TEST(SsidTextNull, DoesNotConvert)
-{
-    BYTE rgbSsid[maxSsidLength] = {};
-    LONG lLength = untouchedLength;
-    EXPECT_FALSE(HexToSsid(nullptr, rgbSsid, &lLength));
-    EXPECT_FALSE(NameToSsid(nullptr, rgbSsid, &lLength));
-    EXPECT_EQ(untouchedLength, lLength);
-}
-
 TEST(SsidTextFailure, KeepsTheBytesBeforeTheFailingCharacter)
 {
     BYTE rgbSsid[maxSsidLength] = {};
