@@ -77,11 +77,11 @@ std::string BandsText(const CWideString& strProfile)
     ReadProfileBands(strProfile.c_str(), &bands);
     CXmlDocument document;
     document.Load(strProfile.c_str());
-    std::string strTypes = Utf8Of(document.Root().Select(OLESTR("/WLANProfile/MSM/connectivity")).Text().value_or(CWideString()));
-    std::erase_if(strTypes, [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
+    const auto strTypes = document.Root().Select(OLESTR("/WLANProfile/MSM/connectivity")).TextOfElements();
     const auto* pName =
         std::find_if(std::begin(bandsNames), std::end(bandsNames), [&](const BandsName& row) { return row.bands == bands; });
-    return pName->szName + (strTypes.empty() ? std::string("  (none written)") : "  (written: " + strTypes + ")");
+    return pName->szName +
+           (strTypes.value_or(CWideString()).empty() ? "  (none written)" : "  (written: " + Utf8Of(*strTypes) + ")");
 }
 } // namespace
 

@@ -4,6 +4,7 @@
 #include "host/HostError.h"
 #include "host/ProfileOutput.h"
 #include "host/SessionArguments.h"
+#include "profile/CCXSecurityTokens.h"
 
 namespace
 {
@@ -14,6 +15,15 @@ struct SelectArguments
     OutputOptions output;
     SessionOptions session;
 };
+
+std::vector<std::string> OfferedCiphers()
+{
+    std::vector<std::string> names;
+    for (const auto& cipher : CCXSecurityTokens::cipher)
+        if (cipher.bOffered)
+            names.push_back(Utf8Of(cipher.szName));
+    return names;
+}
 
 Dot11ExtUIPropertyEntry& EntryNamed(const CProperty& property, const std::optional<CWideString>& strVendorText,
                                     CConnectionContext& context, const std::string& strName)
@@ -65,7 +75,7 @@ void AddSelectCommand(CLI::App& app, CommandWork& chosen)
     CLI::App* pCommand = app.add_subcommand("select", "Make a profile use the extension's authentication");
     pCommand->add_option("PROFILE", pArguments->strProfile, "The profile, as the platform exports it")->required()->type_name("");
     pCommand->add_option("--cipher", pArguments->strCipher, "The cipher to use with it")
-        ->transform(CLI::IsMember({"WEP", "TKIP", "AES"}, CLI::ignore_case))
+        ->transform(CLI::IsMember(OfferedCiphers(), CLI::ignore_case))
         ->type_name("NAME");
     AddOutputArguments(*pCommand, pArguments->output);
     AddSessionArguments(*pCommand, pArguments->session);
