@@ -23,6 +23,10 @@ fs::path FollowedToItsEnd(const fs::path& target)
     const fs::path real = fs::weakly_canonical(absolute(target), error);
     if (error)
         throw CFileError("cannot be written", ERROR_PATH_NOT_FOUND);
+    // Not everybody whom the protection is meant for is also stopped by it.
+    const DWORD dwAttributes = GetFileAttributesW(real.string<WCHAR>().c_str());
+    if (dwAttributes != INVALID_FILE_ATTRIBUTES && (dwAttributes & FILE_ATTRIBUTE_READONLY) != 0)
+        throw CFileError("cannot be written, it is write-protected", ERROR_ACCESS_DENIED);
     if (IsThere(real) && !OpenFile(real, GENERIC_WRITE, OPEN_EXISTING))
         throw CFileError("cannot be written");
     return real;
