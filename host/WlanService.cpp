@@ -63,9 +63,8 @@ CWlanService::CWlanService(const ServiceOptions& options)
     : m_library(LoadService(options)), m_pFreeMemory(Export<decltype(&WlanFreeMemory)>(m_library.Get(), "WlanFreeMemory"))
 {
     DWORD dwVersion = 0;
-    RequireDone(
-        Export<decltype(&WlanOpenHandle)>(m_library.Get(), "WlanOpenHandle")(clientVersion, nullptr, &dwVersion, &m_hClient),
-        "WlanOpenHandle");
+    RequireDone(Call<decltype(WlanOpenHandle)>("WlanOpenHandle", clientVersion, nullptr, &dwVersion, &m_hClient),
+                "WlanOpenHandle");
 }
 
 std::unique_ptr<CWlanService> CWlanService::Open(const ServiceOptions& options, bool bNeeded)
@@ -85,14 +84,13 @@ std::unique_ptr<CWlanService> CWlanService::Open(const ServiceOptions& options, 
 CWlanService::~CWlanService()
 {
     if (m_hClient)
-        Export<decltype(&WlanCloseHandle)>(m_library.Get(), "WlanCloseHandle")(m_hClient, nullptr);
+        Call<decltype(WlanCloseHandle)>("WlanCloseHandle", m_hClient, nullptr);
 }
 
 std::vector<WlanAdapter> CWlanService::Adapters() const
 {
     PWLAN_INTERFACE_INFO_LIST pList = nullptr;
-    RequireDone(Export<decltype(&WlanEnumInterfaces)>(m_library.Get(), "WlanEnumInterfaces")(m_hClient, nullptr, &pList),
-                "WlanEnumInterfaces");
+    RequireDone(Call<decltype(WlanEnumInterfaces)>("WlanEnumInterfaces", m_hClient, nullptr, &pList), "WlanEnumInterfaces");
     const auto list = Own(pList);
     std::vector<WlanAdapter> adapters;
     for (DWORD n = 0; n < list->dwNumberOfItems; ++n)
@@ -117,8 +115,8 @@ std::optional<StoredText> CWlanService::Profile(const GUID& adapter, const CWide
     StoredText profile{};
     LPWSTR szText = nullptr;
     DWORD dwAccess = 0;
-    const DWORD dwError = Export<decltype(&WlanGetProfile)>(m_library.Get(), "WlanGetProfile")(
-        m_hClient, &adapter, strName.c_str(), nullptr, &szText, &profile.dwFlags, &dwAccess);
+    const DWORD dwError = Call<decltype(WlanGetProfile)>("WlanGetProfile", m_hClient, &adapter, strName.c_str(), nullptr, &szText,
+                                                         &profile.dwFlags, &dwAccess);
     if (dwError == ERROR_NOT_FOUND)
         return std::nullopt;
     RequireDone(dwError, "WlanGetProfile");
@@ -130,8 +128,8 @@ std::optional<StoredText> CWlanService::Profile(const GUID& adapter, const CWide
 void CWlanService::Store(const GUID& adapter, const StoredText& profile) const
 {
     DWORD dwReason = 0;
-    const DWORD dwError = Export<decltype(&WlanSetProfile)>(m_library.Get(), "WlanSetProfile")(
-        m_hClient, &adapter, profile.dwFlags, profile.strText.c_str(), nullptr, TRUE, nullptr, &dwReason);
+    const DWORD dwError = Call<decltype(WlanSetProfile)>("WlanSetProfile", m_hClient, &adapter, profile.dwFlags,
+                                                         profile.strText.c_str(), nullptr, TRUE, nullptr, &dwReason);
     if (dwError == ERROR_BAD_PROFILE)
         throw CHostError("the WLAN service refuses the profile with reason " + std::to_string(dwReason));
     RequireDone(dwError, "WlanSetProfile");
@@ -140,9 +138,9 @@ void CWlanService::Store(const GUID& adapter, const StoredText& profile) const
 std::vector<unsigned> CWlanService::PhyTypes(const GUID& adapter) const
 {
     PWLAN_INTERFACE_CAPABILITY pCapability = nullptr;
-    RequireDone(Export<decltype(&WlanGetInterfaceCapability)>(m_library.Get(), "WlanGetInterfaceCapability")(
-                    m_hClient, &adapter, nullptr, &pCapability),
-                "WlanGetInterfaceCapability");
+    RequireDone(
+        Call<decltype(WlanGetInterfaceCapability)>("WlanGetInterfaceCapability", m_hClient, &adapter, nullptr, &pCapability),
+        "WlanGetInterfaceCapability");
     const auto capability = Own(pCapability);
     std::vector<unsigned> types;
     for (DWORD n = 0; n < capability->dwNumberOfSupportedPhys; ++n)
@@ -158,9 +156,9 @@ std::string CWlanService::AskDriver(const GUID& adapter, DWORD dwObjectIdentifie
     std::string strReply(cbHeader + cbMost, '\0');
     DWORD cbReturned = 0;
     // A driver that does not know the query is no failure: it has no answer.
-    Export<decltype(&WlanIhvControl)>(m_library.Get(), "WlanIhvControl")(
-        m_hClient, &adapter, wlan_ihv_control_type_driver, static_cast<DWORD>(request.size()), request.data(),
-        static_cast<DWORD>(strReply.size()), strReply.data(), &cbReturned);
+    Call<decltype(WlanIhvControl)>("WlanIhvControl", m_hClient, &adapter, wlan_ihv_control_type_driver,
+                                   static_cast<DWORD>(request.size()), request.data(), static_cast<DWORD>(strReply.size()),
+                                   strReply.data(), &cbReturned);
     const std::size_t cbValid = std::min<std::size_t>(cbReturned, strReply.size());
     return cbValid > cbHeader ? strReply.substr(cbHeader, cbValid - cbHeader) : std::string();
 }
