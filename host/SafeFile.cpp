@@ -1,7 +1,7 @@
 #include "host/SafeFile.h"
 
-#include "files/StagedFile.h"
 #include "host/HostError.h"
+#include "simulator/files/StagedFile.h"
 
 void WriteSafely(const std::filesystem::path& target, std::string_view bytes)
 {

@@ -2,9 +2,9 @@
 // no exception out.
 #pragma once
 
-#include "files/File.h"
 #include "simulator/CallLog.h"
 #include "simulator/ServiceError.h"
+#include "simulator/files/File.h"
 
 #include <windows.h>
 

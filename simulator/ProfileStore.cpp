@@ -1,10 +1,10 @@
 #include "simulator/ProfileStore.h"
 
-#include "files/StagedFile.h"
 #include "simulator/Adapters.h"
 #include "simulator/ReasonCodes.h"
 #include "simulator/ServiceError.h"
 #include "simulator/ServiceFolder.h"
+#include "simulator/files/StagedFile.h"
 #include "values/Utf8Text.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // The folder that holds the service's state, and the right to use it for one operation.
 #pragma once
 
-#include "files/File.h"
+#include "simulator/files/File.h"
 
 #include <filesystem>
 #include <mutex>

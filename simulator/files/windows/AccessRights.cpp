@@ -1,4 +1,4 @@
-#include "files/AccessRights.h"
+#include "simulator/files/AccessRights.h"
 
 #include <vector>
 

@@ -1,6 +1,6 @@
-#include "files/StagedFile.h"
+#include "simulator/files/StagedFile.h"
 
-#include "files/AccessRights.h"
+#include "simulator/files/AccessRights.h"
 
 #include <atomic>
 

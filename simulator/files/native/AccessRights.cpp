@@ -1,6 +1,6 @@
-#include "files/AccessRights.h"
+#include "simulator/files/AccessRights.h"
 
-#include "files/File.h"
+#include "simulator/files/File.h"
 
 #include <cerrno>
 #include <fcntl.h>

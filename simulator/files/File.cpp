@@ -1,4 +1,4 @@
-#include "files/File.h"
+#include "simulator/files/File.h"
 
 CFileError::CFileError(const char* szWhat, DWORD dwCode)
     : std::runtime_error(szWhat), m_dwCode(dwCode != ERROR_SUCCESS ? dwCode : DWORD{ERROR_GEN_FAILURE})

@@ -1,7 +1,7 @@
 // Replacing a file so that it holds either all of the old or all of the new, whatever happens in between.
 #pragma once
 
-#include "files/File.h"
+#include "simulator/files/File.h"
 
 #include <optional>
 
