@@ -99,18 +99,19 @@ TextEncoding DeclaredEncoding(std::string_view bytes)
     throw CHostError(std::string(szReason) + " at byte offset " + std::to_string(nOffset));
 }
 
-CWideString DecodeUtf16(std::string_view bytes, bool bBigEndian, std::size_t cbBefore)
+CWideString DecodeUtf16(std::string_view bytes, UnicodeForm form, std::size_t cbBefore)
 {
     if (bytes.size() % 2 != 0)
         RefuseByte("half a UTF-16 code unit", cbBefore + bytes.size() - 1);
-    return WideOfUtf16(bytes, bBigEndian);
+    return WideOfUtf16(bytes, form);
 }
 
 CWideString DecodeUtf8(std::string_view bytes, std::size_t cbBefore)
 {
-    if (auto strText = WideOfUtf8(bytes))
+    std::size_t nIllFormed = 0;
+    if (auto strText = WideOfUtf8(bytes, &nIllFormed))
         return *strText;
-    RefuseByte("ill-formed UTF-8", cbBefore + IllFormedUtf8At(bytes));
+    RefuseByte("ill-formed UTF-8", cbBefore + nIllFormed);
 }
 
 CWideString DecodeSingleBytes(std::string_view bytes, TextEncoding encoding)
@@ -184,11 +185,12 @@ std::optional<EncodingDeclaration> FindEncodingDeclaration(CWideView text)
 
 ProfileText DecodeProfile(std::string_view bytes)
 {
-    const auto [bUtf16, bBigEndian, cbMark] = BeginningOf(bytes);
+    const auto [form, cbMark] = BeginningOf(bytes);
     const std::string_view text = bytes.substr(cbMark);
-    if (bUtf16)
-        return {DecodeUtf16(text, bBigEndian, cbMark),
-                bBigEndian ? TextEncoding::Utf16BigEndian : TextEncoding::Utf16LittleEndian, cbMark != 0};
+    if (form != UnicodeForm::Utf8)
+        return {DecodeUtf16(text, form, cbMark),
+                form == UnicodeForm::Utf16BigEndian ? TextEncoding::Utf16BigEndian : TextEncoding::Utf16LittleEndian,
+                cbMark != 0};
     const TextEncoding encoding = cbMark != 0 ? TextEncoding::Utf8 : DeclaredEncoding(bytes);
     if (encoding == TextEncoding::Utf8)
         return {DecodeUtf8(text, cbMark), encoding, cbMark != 0};

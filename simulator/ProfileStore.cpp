@@ -54,11 +54,11 @@ CWideString FileStem(CWideView name)
 // The text of a file that a person or a tool wrote: UTF-8 or UTF-16. Nothing when it is neither.
 std::optional<CWideString> DecodeFile(std::string_view bytes)
 {
-    const auto [bUtf16, bBigEndian, cbMark] = BeginningOf(bytes);
+    const auto [form, cbMark] = BeginningOf(bytes);
     bytes.remove_prefix(cbMark);
-    if (!bUtf16)
+    if (form == UnicodeForm::Utf8)
         return WideOfUtf8(bytes);
-    return bytes.size() % 2 == 0 ? std::optional(WideOfUtf16(bytes, bBigEndian)) : std::nullopt;
+    return bytes.size() % 2 == 0 ? std::optional(WideOfUtf16(bytes, form)) : std::nullopt;
 }
 
 std::optional<std::string> ReadFileIfPresent(const fs::path& path)

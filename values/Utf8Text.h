@@ -5,10 +5,9 @@
 
 #include <optional>
 
-// Nothing when the bytes are not UTF-8 (overlong forms and encoded surrogates included).
-std::optional<CWideString> WideOfUtf8(std::string_view bytes);
-// Where such bytes have their first sequence that is no UTF-8.
-std::size_t IllFormedUtf8At(std::string_view bytes);
+// Nothing when the bytes are not UTF-8 (overlong forms and encoded surrogates included); pnIllFormed, when given, is then set
+// to where the first sequence begins that is none.
+std::optional<CWideString> WideOfUtf8(std::string_view bytes, std::size_t* pnIllFormed = nullptr);
 
 // Nothing when the text holds a lone surrogate: it has no UTF-8 form, and a substitute would alter it.
 std::optional<std::string> Utf8OfWide(CWideView text);
@@ -19,13 +18,18 @@ std::string Utf8Of(CWideView text);
 
 // How the bytes of a text begin: with a byte-order mark, or with the zero in UTF-16's first character, which for a document
 // is always one of ASCII.
+enum class UnicodeForm
+{
+    Utf8,
+    Utf16LittleEndian,
+    Utf16BigEndian,
+};
 struct TextBeginning
 {
-    bool bUtf16;
-    bool bBigEndian;
+    UnicodeForm form;
     std::size_t cbMark;
 };
 TextBeginning BeginningOf(std::string_view bytes);
 
 // UTF-16 of either byte order; half a unit at the end is left out.
-CWideString WideOfUtf16(std::string_view bytes, bool bBigEndian);
+CWideString WideOfUtf16(std::string_view bytes, UnicodeForm form);

@@ -63,6 +63,9 @@ const Decoded decoded[] = {
     {"\xEF\xBB\xBF<?xml version='1.0' encoding='US-ASCII'?><a>\xC3\xBC</a>", "<?xml version='1.0' encoding='US-ASCII'?><a>ü</a>"},
     {"\xFF\xFE" + Utf16("<a/>\r\n", false), "<a/>\r\n"},
     {"\xFE\xFF" + Utf16("<a/>", true), "<a/>"},
+    {"\xFF\xFE<\0\xFC\x01"s, "<Ǽ"},
+    {"\xFE\xFF\0<\x01\xFC"s, "<Ǽ"},
+    {Utf16("x", false), "x"},
     {Utf16("<a/>", false), "<a/>"},
     {Utf16("<a/>", true), "<a/>"},
     // Whoever re-encoded the file left its declaration behind.
@@ -88,6 +91,8 @@ TEST(DecodeProfileTest, RefusesWhatIsNoText)
 {
     const auto reason = [](const std::string& strBytes) { return ReasonFor([&] { DecodeProfile(strBytes); }); };
     EXPECT_EQ(reason("<a>\xC3</a>"), "ill-formed UTF-8 at byte offset 3");
+    EXPECT_EQ(reason("ab\xFF"), "ill-formed UTF-8 at byte offset 2");
+    EXPECT_EQ(reason("\xF0\x9F\x93\xB6\xFF"), "ill-formed UTF-8 at byte offset 4");
     EXPECT_EQ(reason("\xEF\xBB\xBF<a>\xFF"), "ill-formed UTF-8 at byte offset 6");
     EXPECT_EQ(reason("\xC0\xBC"), "ill-formed UTF-8 at byte offset 0") << "an overlong form";
     EXPECT_EQ(reason("a\xED\xA0\x80"), "ill-formed UTF-8 at byte offset 1") << "a surrogate";
