@@ -24,7 +24,8 @@ std::optional<std::string> ToUtf8(CWideView text, DWORD dwFlags)
         return std::string();
     const int cch = static_cast<int>(text.size());
     const int cb = WideCharToMultiByte(CP_UTF8, dwFlags, text.data(), cch, nullptr, 0, nullptr, nullptr);
-    std::string strBytes(static_cast<std::size_t>(cb), '\0');
+    std::string strBytes;
+    strBytes.resize(static_cast<std::size_t>(cb));
     if (WideCharToMultiByte(CP_UTF8, dwFlags, text.data(), cch, strBytes.data(), cb, nullptr, nullptr) == 0)
         return std::nullopt;
     return strBytes;

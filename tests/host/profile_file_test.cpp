@@ -91,6 +91,7 @@ TEST(DecodeProfileTest, RefusesWhatIsNoText)
 {
     const auto reason = [](const std::string& strBytes) { return ReasonFor([&] { DecodeProfile(strBytes); }); };
     EXPECT_EQ(reason("<a>\xC3</a>"), "ill-formed UTF-8 at byte offset 3");
+    EXPECT_EQ(reason("<a\0"s), "nothing was refused") << "the zero of a first UTF-16 character is one of the first two bytes";
     EXPECT_EQ(reason("ab\xFF"), "ill-formed UTF-8 at byte offset 2");
     EXPECT_EQ(reason("\xF0\x9F\x93\xB6\xFF"), "ill-formed UTF-8 at byte offset 4");
     EXPECT_EQ(reason("\xEF\xBB\xBF<a>\xFF"), "ill-formed UTF-8 at byte offset 6");
