@@ -62,9 +62,9 @@ public:
 
 private:
     template <class Interface>
-    CUniqueInterface<Interface> Create(REFIID riid) const
+    CComRef<Interface> Create(REFIID riid) const
     {
-        CUniqueInterface<Interface> object;
+        CComRef<Interface> object;
         if (FAILED(m_module.ClassFactory().Get()->CreateInstance(nullptr, riid, reinterpret_cast<void**>(object.Put()))))
             throw CHostError("the module hands out no object");
         return object;
@@ -136,8 +136,8 @@ private:
     std::string m_subject;
     const CComApartment m_apartment;
     const CLoadedModule m_module{std::string()};
-    const CUniqueInterface<ICCXExtUIKey> m_security;
-    const CUniqueInterface<ICCXExtUICon> m_connection;
+    const CComRef<ICCXExtUIKey> m_security;
+    const CComRef<ICCXExtUICon> m_connection;
 };
 } // namespace
 

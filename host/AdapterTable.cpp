@@ -2,9 +2,10 @@
 
 #include "host/HostError.h"
 #include "host/Table.h"
-#include "host/XmlQuery.h"
-#include "host/XmlScanner.h"
+#include "profile/WlanProfileBands.h"
+#include "profile/XmlDocument.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace
@@ -61,17 +62,26 @@ std::string AdapterRows(const CWlanService& service, const WlanAdapter& adapter,
                                : "not asked");
 }
 
-// What the dialog takes for the profile's bands. The exact texts count, so that "g" before "a" is 2.4 GHz alone.
-std::string BandsText(CWideView profile)
+struct BandsName
 {
-    CWideString strTypes = CXmlQuery(profile).Text(OLESTR("/WLANProfile/MSM/connectivity")).value_or(CWideString());
-    std::erase_if(strTypes, [](WCHAR wch) { return IsXmlWhiteSpace(CWideView(&wch, 1)); });
-    const std::string strWritten = strTypes.empty() ? "  (none written)" : "  (written: " + Utf8Of(strTypes) + ")";
-    if (strTypes == OLESTR("ag") || strTypes == OLESTR("agn"))
-        return "5 GHz and 2.4 GHz" + strWritten;
-    if (strTypes.find(OLESTR('g')) != CWideString::npos)
-        return "2.4 GHz" + strWritten;
-    return (strTypes.find(OLESTR('a')) != CWideString::npos ? "5 GHz" : "5 GHz and 2.4 GHz") + strWritten;
+    WlanProfileBands bands;
+    const char* szName;
+};
+constexpr BandsName bandsNames[] = {
+    {bandsNotRead, "5 GHz and 2.4 GHz"}, {bandsBoth, "5 GHz and 2.4 GHz"}, {bands5GHz, "5 GHz"}, {bands24GHz, "2.4 GHz"}};
+
+// What the dialog takes for the profile's bands, and the texts that it makes that of.
+std::string BandsText(const CWideString& strProfile)
+{
+    WlanProfileBands bands = bandsNotRead;
+    ReadProfileBands(strProfile.c_str(), &bands);
+    CXmlDocument document;
+    document.Load(strProfile.c_str());
+    const auto strTypes = document.Root().Select(OLESTR("/WLANProfile/MSM/connectivity")).TextOfElements();
+    const auto* pName =
+        std::find_if(std::begin(bandsNames), std::end(bandsNames), [&](const BandsName& row) { return row.bands == bands; });
+    return pName->szName +
+           (strTypes.value_or(CWideString()).empty() ? "  (none written)" : "  (written: " + Utf8Of(*strTypes) + ")");
 }
 } // namespace
 

@@ -1,16 +1,15 @@
 // korihost configure: works the extension's connection settings dialog.
-#include "host/ChangeReport.h"
 #include "host/Commands.h"
 #include "host/DialogPerson.h"
+#include "host/Difference.h"
 #include "host/Extension.h"
 #include "host/HostError.h"
-#include "host/ProfileFile.h"
-#include "host/SafeFile.h"
+#include "host/ProfileOutput.h"
 #include "host/ServiceArguments.h"
 #include "host/SessionArguments.h"
 #include "host/StoredProfile.h"
 #include "host/Watchdog.h"
-#include "host/XmlQuery.h"
+#include "profile/WlanProfileBands.h"
 #include "resources/resource.h"
 
 namespace
@@ -20,25 +19,24 @@ constexpr auto longestRun = std::chrono::seconds(25);
 
 struct ConfigureArguments
 {
-    std::string strProfile;
-    std::string strName;
-    std::string strOutput;
-    bool bInPlace = false;
+    TargetOptions target;
+    OutputOptions output;
     std::vector<std::string> settings;
     ServiceOptions service;
     SessionOptions session;
 };
 
 // The connection settings as the dialog gives them back.
-CWideString Configure(CSession& session, const CProfile& profile, CConnectionContext& context,
-                      const std::vector<WantedState>& states)
+CWideString WorkDialog(CSession& session, const CProfile& profile, CConnectionContext& context,
+                       const std::vector<WantedState>& states)
 {
     const std::vector<CProperty> properties = Properties(session.Root(), propertyKindConnection);
     if (properties.empty())
         throw CHostError("the extension offers no connection property");
     // Found out now, before the dialog stores anything: is there a place for what comes back?
     const std::optional<CWideString> strRead = profile.VendorText(VendorPlace::Connectivity);
-    CProfile(profile).PutVendorText(VendorPlace::Connectivity, strRead ? CWideView(*strRead) : CWideView(OLESTR("<CCX/>")));
+    Naming(profile.Title(),
+           [&] { WithVendorText(profile.Text(), VendorPlace::Connectivity, strRead.value_or(OLESTR("<CCX/>"))); });
 
     CDialogPerson person(states);
     const std::optional<CWideString> strConfigured = properties.front().ShowDialog(nullptr, strRead, context);
@@ -53,82 +51,26 @@ CWideString Configure(CSession& session, const CProfile& profile, CConnectionCon
     return *strConfigured;
 }
 
-struct BandLetter
+struct BandControl
 {
     int nControl;
-    WCHAR wchType; // how a profile's phyType elements name the band
+    WlanProfileBands band;
 };
-constexpr BandLetter bandLetters[] = {{IDC_BAND_5_GHZ, OLESTR('a')}, {IDC_BAND_2_4_GHZ, OLESTR('g')}};
+constexpr BandControl bandControls[] = {{IDC_BAND_5_GHZ, bands5GHz}, {IDC_BAND_2_4_GHZ, bands24GHz}};
 
 // The dialog ends as if all were well when the service does not take the bands: whoever asked for them is to know.
 void RequireBands(const CStoredProfile& stored, const std::vector<WantedState>& states)
 {
-    const CWideString strTypes = CXmlQuery(stored.Text()).Text(OLESTR("/WLANProfile/MSM/connectivity")).value_or(CWideString());
+    WlanProfileBands bands = bandsNotRead;
+    ReadProfileBands(stored.Text().c_str(), &bands);
     for (const WantedState& state : states)
-        for (const BandLetter& row : bandLetters)
-            if (row.nControl == state.nControl && (strTypes.find(row.wchType) != CWideString::npos) != (state.lWanted != 0))
+        for (const BandControl& row : bandControls)
+            if (row.nControl == state.nControl && ((bands & row.band) != 0) != (state.lWanted != 0))
             {
                 // Changes nothing, and brings out what the service has against it.
                 stored.Store();
                 throw CHostError(stored.Title() + ": the WLAN service has not taken the bands");
             }
-}
-
-void ConfigureFile(const ConfigureArguments& arguments, const GUID& adapter, const std::vector<WantedState>& states)
-{
-    const std::filesystem::path file = PathOf(arguments.strProfile);
-    const std::filesystem::path output = PathOf(arguments.strOutput);
-    const CProfileFile profile(file);
-    if (!arguments.strOutput.empty() && IsSameFile(file, output))
-        throw CHostError(arguments.strOutput + ": is the profile itself; use --in-place to change it");
-    const CWlanService service(arguments.service);
-    service.Adapter(adapter);
-
-    CSession session(arguments.session, {file, output});
-    const CWideString strName = arguments.strName.empty() ? profile.ProfileName() : WideOf(arguments.strName);
-    const std::optional<StoredText> before = service.Profile(adapter, strName);
-    if (!before)
-        session.Print("The WLAN service has no profile " + Utf8Of(strName) + " on the adapter: the bands will not be stored.\n");
-    CConnectionContext context(strName, adapter, before ? before->dwFlags : 0);
-    CProfileFile changed = profile;
-    changed.PutVendorText(VendorPlace::Connectivity, Configure(session, profile, context, states));
-    std::optional<CStoredProfile> after;
-    if (before)
-    {
-        after.emplace(service, adapter, strName);
-        RequireBands(*after, states);
-    }
-    if (!arguments.strOutput.empty())
-        WriteSafely(output, changed.Bytes());
-    else if (arguments.bInPlace && profile.Text() != changed.Text())
-        WriteSafely(file, changed.Bytes());
-
-    const std::string strTarget = arguments.strOutput.empty() ? profile.Title() : arguments.strOutput;
-    session.Print("The profile:\n" + ChangeReport(profile.Title(), profile.Text(), strTarget, changed.Text()));
-    if (after)
-        session.Print("\nThe WLAN service's stored profile:\n" +
-                      ChangeReport(after->Title(), before->strText, after->Title(), after->Text()));
-    session.Close();
-}
-
-void ConfigureStored(const ConfigureArguments& arguments, const GUID& adapter, const std::vector<WantedState>& states)
-{
-    const CWlanService service(arguments.service);
-    service.Adapter(adapter);
-    const CWideString strName = WideOf(arguments.strName);
-    const CStoredProfile profile(service, adapter, strName);
-
-    CSession session(arguments.session, {});
-    CConnectionContext context(strName, adapter, profile.Flags());
-    const CWideString strConfigured = Configure(session, profile, context, states);
-    // The dialog has stored the bands meanwhile.
-    CStoredProfile changed(service, adapter, strName);
-    RequireBands(changed, states);
-    changed.PutVendorText(VendorPlace::Connectivity, strConfigured);
-    changed.Store();
-    session.Print("The WLAN service's stored profile:\n" +
-                  ChangeReport(profile.Title(), profile.Text(), profile.Title(), changed.Text()));
-    session.Close();
 }
 
 void Configure(const ConfigureArguments& arguments)
@@ -138,17 +80,51 @@ void Configure(const ConfigureArguments& arguments)
     const CWatchdog watchdog(longestRun);
     const GUID adapter = *GuidOf(arguments.service.strAdapter);
     const std::vector<WantedState> states = ChoicesOf(arguments.settings);
-    if (arguments.strProfile.empty())
-        ConfigureStored(arguments, adapter, states);
+    std::optional<CProfileFile> file;
+    if (!arguments.target.strProfile.empty())
+        file.emplace(PathOf(arguments.target.strProfile));
+    if (file)
+        RequireOtherFile(arguments.output, *file);
+    const CWlanService service(arguments.service);
+    service.Adapter(adapter);
+    const CWideString strName = file ? NameInService(arguments.target, *file) : WideOf(arguments.target.strName);
+    std::optional<CStoredProfile> before;
+    if (!file || service.Profile(adapter, strName))
+        before.emplace(service, adapter, strName);
+
+    CSession session(arguments.session, {PathOf(arguments.target.strProfile), PathOf(arguments.output.strFile)});
+    if (!before)
+        session.Print("The WLAN service has no profile " + Utf8Of(strName) + " on the adapter: the bands will not be stored.\n");
+    CConnectionContext context(strName, adapter, before ? before->Flags() : 0);
+    const CWideString strConfigured =
+        WorkDialog(session, file ? static_cast<const CProfile&>(*file) : static_cast<const CProfile&>(*before), context, states);
+    // The dialog has stored the bands meanwhile.
+    std::optional<CStoredProfile> after;
+    if (before)
+    {
+        after.emplace(service, adapter, strName);
+        RequireBands(*after, states);
+    }
+    if (file)
+    {
+        CProfileFile changed = *file;
+        changed.PutVendorText(VendorPlace::Connectivity, strConfigured);
+        session.Print("The profile:\n" + WriteChanged(arguments.output, *file, changed) + (after ? "\n" : ""));
+    }
     else
-        ConfigureFile(arguments, adapter, states);
+    {
+        after->PutVendorText(VendorPlace::Connectivity, strConfigured);
+        after->Store();
+    }
+    if (after)
+        session.Print("The WLAN service's stored profile:\n" +
+                      ChangeReport(before->Title(), before->Text(), after->Title(), after->Text()));
+    session.Close();
 }
 
 void CheckUsage(const ConfigureArguments& arguments)
 {
-    if (arguments.strProfile.empty() && arguments.strName.empty())
-        throw CLI::ValidationError("PROFILE", "a profile file, or the --name of a stored profile, is needed");
-    if (arguments.strProfile.empty() && (arguments.bInPlace || !arguments.strOutput.empty()))
+    if (arguments.target.strProfile.empty() && (arguments.output.bInPlace || !arguments.output.strFile.empty()))
         throw CLI::ValidationError("PROFILE",
                                    "-o and --in-place need a PROFILE file; a stored profile is changed where it is stored");
     try
@@ -166,19 +142,13 @@ void AddConfigureCommand(CLI::App& app, CommandWork& chosen)
 {
     const auto pArguments = std::make_shared<ConfigureArguments>();
     CLI::App* pCommand = app.add_subcommand("configure", "Work the extension's connection settings dialog");
-    pCommand
-        ->add_option("PROFILE", pArguments->strProfile,
-                     "The profile, as the platform exports it; without it the stored profile --name is changed")
-        ->type_name("");
     AddServiceArguments(*pCommand, pArguments->service)->required();
-    AddStoredNameArgument(*pCommand, pArguments->strName);
+    AddTargetArguments(*pCommand, pArguments->target, "changed");
     // Each stands for itself, also when its value has commas or blanks.
     pCommand->add_option("--set", pArguments->settings, "A setting to make in the dialog; may be given several times")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
-    CLI::Option* pOutput =
-        pCommand->add_option("-o,--output", pArguments->strOutput, "Where the changed profile goes")->type_name("FILE");
-    pCommand->add_flag("--in-place", pArguments->bInPlace, "Change the profile itself")->excludes(pOutput);
+    AddOutputArguments(*pCommand, pArguments->output);
     AddSessionArguments(*pCommand, pArguments->session);
     pCommand->footer("Settings:\n" + ChoicesHelp() +
                      "\nWithout -o and --in-place the changes of PROFILE are shown and written nowhere. The bands are the\n"

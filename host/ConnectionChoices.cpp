@@ -1,8 +1,10 @@
 #include "host/ConnectionChoices.h"
 
+#include "profile/RoamingLevels.h"
 #include "resources/resource.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace
@@ -23,94 +25,71 @@ constexpr DialogControl dialogControls[] = {
     {IDC_ROAMING_OPTION, true, "Advanced Roaming is off"},
 };
 
-struct Setting
+struct ControlState
 {
-    const char* szName;
-    const char* szValue;
     int nControl;
     long lWanted;
 };
-// A value that concerns two controls has two rows.
-constexpr Setting settings[] = {
-    {"radio-measurement", "on", IDC_RADIO_MEASUREMENT, 1},
-    {"radio-measurement", "off", IDC_RADIO_MEASUREMENT, 0},
-    {"rapido", "on", IDC_RAPIDO, 1},
-    {"rapido", "off", IDC_RAPIDO, 0},
-    {"advanced-roaming", "on", IDC_ADVANCED_ROAMING, 1},
-    {"advanced-roaming", "off", IDC_ADVANCED_ROAMING, 0},
-    {"roaming", "Default", IDC_ROAMING_OPTION, 0},
-    {"roaming", "Very Low", IDC_ROAMING_OPTION, 1},
-    {"roaming", "Low", IDC_ROAMING_OPTION, 2},
-    {"roaming", "Normal", IDC_ROAMING_OPTION, 3},
-    {"roaming", "High", IDC_ROAMING_OPTION, 4},
-    {"roaming", "Very High", IDC_ROAMING_OPTION, 5},
-    {"bands", "5", IDC_BAND_5_GHZ, 1},
-    {"bands", "5", IDC_BAND_2_4_GHZ, 0},
-    {"bands", "2.4", IDC_BAND_5_GHZ, 0},
-    {"bands", "2.4", IDC_BAND_2_4_GHZ, 1},
-    {"bands", "both", IDC_BAND_5_GHZ, 1},
-    {"bands", "both", IDC_BAND_2_4_GHZ, 1},
+struct Choice
+{
+    std::string strName;
+    std::vector<ControlState> states;
+};
+struct Setting
+{
+    std::string strName;
+    std::vector<Choice> choices;
 };
 
-std::vector<std::string> Names()
+std::vector<Setting> Settings()
 {
-    std::vector<std::string> names;
-    for (const Setting& row : settings)
-        if (names.empty() || names.back() != row.szName)
-            names.push_back(row.szName);
-    return names;
+    const auto onOrOff = [](int nControl) { return std::vector<Choice>{{"on", {{nControl, 1}}}, {"off", {{nControl, 0}}}}; };
+    std::vector<Choice> levels;
+    for (const RoamingLevel& level : roamingLevels)
+        levels.push_back({level.szName, {{IDC_ROAMING_OPTION, level.lOption}}});
+    return {{"radio-measurement", onOrOff(IDC_RADIO_MEASUREMENT)},
+            {"rapido", onOrOff(IDC_RAPIDO)},
+            {"advanced-roaming", onOrOff(IDC_ADVANCED_ROAMING)},
+            {"roaming", levels},
+            {"bands",
+             {{"5", {{IDC_BAND_5_GHZ, 1}, {IDC_BAND_2_4_GHZ, 0}}},
+              {"2.4", {{IDC_BAND_5_GHZ, 0}, {IDC_BAND_2_4_GHZ, 1}}},
+              {"both", {{IDC_BAND_5_GHZ, 1}, {IDC_BAND_2_4_GHZ, 1}}}}}};
 }
 
-std::vector<std::string> ValuesOf(const std::string& strName)
-{
-    std::vector<std::string> values;
-    for (const Setting& row : settings)
-        if (strName == row.szName && (values.empty() || values.back() != row.szValue))
-            values.push_back(row.szValue);
-    return values;
-}
-
-std::string Joined(const std::vector<std::string>& words, const char* szBetween)
+template <class Row>
+std::string Names(const std::vector<Row>& rows, const char* szBetween)
 {
     std::string strText;
-    for (const std::string& strWord : words)
-        strText += (strText.empty() ? "" : szBetween) + strWord;
+    for (const Row& row : rows)
+        strText += (strText.empty() ? "" : szBetween) + row.strName;
     return strText;
 }
 
-const DialogControl& ControlOf(const Setting& setting)
+template <class Row>
+const Row* Named(const std::vector<Row>& rows, const std::string& strName)
 {
-    return *std::find_if(std::begin(dialogControls), std::end(dialogControls),
-                         [&](const DialogControl& control) { return control.nId == setting.nControl; });
+    const auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& candidate) { return candidate.strName == strName; });
+    return row == rows.end() ? nullptr : &*row;
 }
 
-std::vector<WantedState> StatesOf(const std::string& strName, const std::string& strValue)
+const Choice& ChoiceOf(const std::vector<Setting>& settings, const std::string& strName, const std::string& strValue)
 {
-    const std::vector<std::string> values = ValuesOf(strName);
-    if (values.empty())
-        throw std::invalid_argument("there is no setting " + strName + "; there are " + Joined(Names(), ", "));
-    std::vector<WantedState> states;
-    for (const Setting& row : settings)
-        if (strName == row.szName && strValue == row.szValue)
-            states.push_back({row.nControl, ControlOf(row).bIsList, row.lWanted, ControlOf(row).szWhenOutOfUse});
-    if (states.empty())
-        throw std::invalid_argument(strName + " cannot be " + (strValue.empty() ? "empty" : strValue) + "; it can be " +
-                                    Joined(values, ", "));
-    return states;
-}
-
-std::ptrdiff_t Turn(const WantedState& state)
-{
-    return std::find_if(std::begin(dialogControls), std::end(dialogControls),
-                        [&](const DialogControl& control) { return control.nId == state.nControl; }) -
-           std::begin(dialogControls);
+    const Setting* pSetting = Named(settings, strName);
+    if (!pSetting)
+        throw std::invalid_argument("there is no setting " + strName + "; there are " + Names(settings, ", "));
+    if (const Choice* pChoice = Named(pSetting->choices, strValue))
+        return *pChoice;
+    throw std::invalid_argument(strName + " cannot be " + (strValue.empty() ? "empty" : strValue) + "; it can be " +
+                                Names(pSetting->choices, ", "));
 }
 } // namespace
 
 std::vector<WantedState> ChoicesOf(const std::vector<std::string>& arguments)
 {
+    const std::vector<Setting> settings = Settings();
     std::vector<std::string> named;
-    std::vector<WantedState> states;
+    std::vector<ControlState> chosen;
     for (const std::string& strArgument : arguments)
     {
         const std::size_t nEquals = std::min(strArgument.find('='), strArgument.size());
@@ -119,18 +98,21 @@ std::vector<WantedState> ChoicesOf(const std::vector<std::string>& arguments)
             throw std::invalid_argument(strName + " is set twice");
         named.push_back(strName);
         const std::string strValue = nEquals < strArgument.size() ? strArgument.substr(nEquals + 1) : std::string();
-        for (const WantedState& state : StatesOf(strName, strValue))
-            states.push_back(state);
+        const Choice& choice = ChoiceOf(settings, strName, strValue);
+        chosen.insert(chosen.end(), choice.states.begin(), choice.states.end());
     }
-    std::stable_sort(states.begin(), states.end(),
-                     [](const WantedState& left, const WantedState& right) { return Turn(left) < Turn(right); });
+    std::vector<WantedState> states;
+    for (const DialogControl& control : dialogControls)
+        for (const ControlState& state : chosen)
+            if (state.nControl == control.nId)
+                states.push_back({control.nId, control.bIsList, state.lWanted, control.szWhenOutOfUse});
     return states;
 }
 
 std::string ChoicesHelp()
 {
     std::string strHelp;
-    for (const std::string& strName : Names())
-        strHelp += "  " + strName + "=" + Joined(ValuesOf(strName), "|") + "\n";
+    for (const Setting& setting : Settings())
+        strHelp += "  " + setting.strName + "=" + Names(setting.choices, "|") + "\n";
     return strHelp;
 }

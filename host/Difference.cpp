@@ -1,7 +1,7 @@
 #include "host/Difference.h"
 
-#include "host/Utf8.h"
 #include "host/XmlScanner.h"
+#include "values/Utf8Text.h"
 
 #include <dtl/dtl.hpp>
 #include <sstream>
@@ -32,7 +32,7 @@ CWideString Masked(const XmlToken& token, CWideView written)
     case XmlTokenKind::EmptyTag:
         return CWideString(OLESTR("<")) + CWideString(token.name) + OLESTR("/>");
     default:
-        return CWideString(IsXmlWhiteSpace(written) ? written : mask);
+        return CWideString(written.find_first_not_of(xmlWhiteSpace) == CWideView::npos ? written : mask);
     }
 }
 
@@ -71,13 +71,14 @@ CWideString WithoutKeys(CWideView profile)
     return strMasked;
 }
 
-std::string UnifiedDifference(const std::string& strBeforeName, CWideView before, const std::string& strAfterName,
-                              CWideView after)
+std::string ChangeReport(const std::string& strBeforeName, CWideView before, const std::string& strAfterName, CWideView after)
 {
+    if (before == after)
+        return strBeforeName + ": nothing changed\n";
     const std::vector<std::string> linesBefore = LinesOf(WithoutKeys(before));
     const std::vector<std::string> linesAfter = LinesOf(WithoutKeys(after));
     if (linesBefore == linesAfter)
-        return {};
+        return strBeforeName + ": only what is not shown changed\n";
     dtl::Diff<std::string> difference(linesBefore, linesAfter);
     difference.onHuge();
     difference.compose();

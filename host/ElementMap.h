@@ -1,18 +1,21 @@
-// The elements of an XML text with their positions, down to a depth.
+// The elements of an XML text with their positions.
 #pragma once
 
 #include "host/XmlScanner.h"
 
-#include <vector>
+#include <deque>
 
 struct XmlElement
 {
-    CWideView name; // with the prefix
-    const XmlElement* pParent = nullptr;
-    XmlToken openingTag;
-    std::size_t nContentEnd = 0; // where the end tag begins; for an empty tag its end
-    std::size_t nEnd = 0;
+    const XmlElement* pParent;
+    XmlToken openingTag;     // with the element's name
+    std::size_t nContentEnd; // where the end tag begins; for an empty tag its end
+    std::size_t nEnd;
 
+    CWideView Name() const
+    {
+        return openingTag.name;
+    }
     bool IsEmptyTag() const
     {
         return openingTag.kind == XmlTokenKind::EmptyTag;
@@ -31,7 +34,7 @@ class CElementMap
 {
 public:
     // The text is borrowed. Throws CHostError for a text whose tags do not match up.
-    CElementMap(CWideView text, std::size_t nMaxDepth);
+    explicit CElementMap(CWideView text);
     CElementMap(const CElementMap&) = delete;
     CElementMap& operator=(const CElementMap&) = delete;
 
@@ -39,19 +42,20 @@ public:
     {
         return m_text;
     }
+    // What is written in the element.
+    CWideView Content(const XmlElement& element) const
+    {
+        return m_text.substr(element.ContentBegin(), element.nContentEnd - element.ContentBegin());
+    }
     const XmlElement& Root() const
     {
         return m_elements.front();
     }
-    // The first child element of the local name, in whatever namespace; null when there is none.
-    const XmlElement* Child(const XmlElement& parent, CWideView localName) const;
-    const XmlElement* FirstChild(const XmlElement& parent) const;
-    const XmlElement* LastChild(const XmlElement& parent) const;
+    std::vector<const XmlElement*> Children(const XmlElement& parent) const;
+    // The first child element of the local name, in whatever namespace; null when there is none, or no parent.
+    const XmlElement* Child(const XmlElement* pParent, CWideView localName) const;
 
 private:
-    void Count(std::size_t nMaxDepth);
-    void Fill(std::size_t nMaxDepth);
-
     CWideView m_text;
-    std::vector<XmlElement> m_elements; // in document order; never grows once filled, so that pointers into it hold
+    std::deque<XmlElement> m_elements; // in document order
 };

@@ -1,7 +1,7 @@
 #include "host/Extension.h"
 
+#include "host/ComResults.h"
 #include "host/HostError.h"
-#include "host/Results.h"
 
 #include <cstring>
 #include <memory>
@@ -22,14 +22,20 @@ bool IsOffered(HRESULT hr, const char* szCall)
     return true;
 }
 
-std::optional<CWideString> ChangedText(HRESULT hr, const char* szCall, BOOL bModified, const CUniqueBstr& bstrModified)
+// A missing text is a null string.
+CBstr BstrOf(const std::optional<CWideString>& strText)
+{
+    return strText ? CBstr(CWideView(*strText)) : CBstr();
+}
+
+std::optional<CWideString> ChangedText(HRESULT hr, const char* szCall, BOOL bModified, const CBstr& bstrModified)
 {
     RequireSuccess(hr, szCall);
     if (!bModified)
         return std::nullopt;
     if (!bstrModified)
         throw CHostError(std::string(szCall) + " reported a change without a new text");
-    const CWideView text = ViewOf(bstrModified.Get());
+    const CWideView text = bstrModified.View();
     const std::size_t nLast = text.find_last_not_of(OLESTR(" \t\r\n"));
     return CWideString(text.substr(0, nLast + 1));
 }
@@ -46,30 +52,30 @@ CConnectionContext::CConnectionContext(CWideView profileName, const GUID& adapte
 
 CWideString CProperty::Name() const
 {
-    CUniqueBstr bstrName;
-    RequireSuccess(m_property.Get()->Dot11ExtUIPropertyGetName(bstrName.Put()), "Dot11ExtUIPropertyGetName");
-    return CWideString(ViewOf(bstrName.Get()));
+    CBstr bstrName;
+    RequireSuccess(m_property->Dot11ExtUIPropertyGetName(bstrName.Put()), "Dot11ExtUIPropertyGetName");
+    return CWideString(bstrName.View());
 }
 
 std::optional<PropertyFlags> CProperty::Flags() const
 {
     PropertyFlags flags{};
-    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertyGetFlags(&flags.uQualifiedNames, &flags.uKind);
+    const HRESULT hr = m_property->Dot11ExtUIPropertyGetFlags(&flags.uQualifiedNames, &flags.uKind);
     return IsOffered(hr, "Dot11ExtUIPropertyGetFlags") ? std::optional(flags) : std::nullopt;
 }
 
 std::optional<bool> CProperty::HasDialog() const
 {
     BOOL bDialog = FALSE;
-    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertyHasDialog(&bDialog);
+    const HRESULT hr = m_property->Dot11ExtUIPropertyHasDialog(&bDialog);
     return IsOffered(hr, "Dot11ExtUIPropertyHasDialog") ? std::optional(bDialog != FALSE) : std::nullopt;
 }
 
 std::optional<bool> CProperty::IsSelected(const std::optional<CWideString>& strVendorText, CConnectionContext& context) const
 {
     BOOL bSelected = FALSE;
-    const CUniqueBstr bstrText = MakeBstr(strVendorText);
-    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertyGetSelected(bstrText.Get(), context.Record(), &bSelected);
+    const CBstr bstrText = BstrOf(strVendorText);
+    const HRESULT hr = m_property->Dot11ExtUIPropertyGetSelected(bstrText.Get(), context.Record(), &bSelected);
     return IsOffered(hr, "Dot11ExtUIPropertyGetSelected") ? std::optional(bSelected != FALSE) : std::nullopt;
 }
 
@@ -79,9 +85,9 @@ std::optional<PropertyEntries> CProperty::Entries(const std::optional<CWideStrin
     PropertyEntries result{};
     ULONG cEntries = 0;
     Dot11ExtUIPropertyEntry* pEntries = nullptr;
-    const CUniqueBstr bstrText = MakeBstr(strVendorText);
-    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertyGetDisplayInfo(0, bstrText.Get(), context.Record(), &cEntries,
-                                                                          &result.uDefault, &pEntries);
+    const CBstr bstrText = BstrOf(strVendorText);
+    const HRESULT hr =
+        m_property->Dot11ExtUIPropertyGetDisplayInfo(0, bstrText.Get(), context.Record(), &cEntries, &result.uDefault, &pEntries);
     if (!IsOffered(hr, "Dot11ExtUIPropertyGetDisplayInfo"))
         return std::nullopt;
     for (ULONG n = 0; pEntries && n < cEntries; ++n)
@@ -92,10 +98,10 @@ std::optional<PropertyEntries> CProperty::Entries(const std::optional<CWideStrin
 std::optional<CWideString> CProperty::Select(const std::optional<CWideString>& strVendorText, CConnectionContext& context) const
 {
     BOOL bModified = FALSE;
-    CUniqueBstr bstrModified;
-    const CUniqueBstr bstrText = MakeBstr(strVendorText);
+    CBstr bstrModified;
+    const CBstr bstrText = BstrOf(strVendorText);
     const HRESULT hr =
-        m_property.Get()->Dot11ExtUIPropertySetSelected(bstrText.Get(), context.Record(), bstrModified.Put(), &bModified);
+        m_property->Dot11ExtUIPropertySetSelected(bstrText.Get(), context.Record(), bstrModified.Put(), &bModified);
     return ChangedText(hr, "Dot11ExtUIPropertySetSelected", bModified, bstrModified);
 }
 
@@ -103,10 +109,10 @@ std::optional<CWideString> CProperty::Choose(const std::optional<CWideString>& s
                                              Dot11ExtUIPropertyEntry& entry) const
 {
     BOOL bModified = FALSE;
-    CUniqueBstr bstrModified;
-    const CUniqueBstr bstrText = MakeBstr(strVendorText);
-    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertySetDisplayInfo(0, bstrText.Get(), context.Record(), &entry,
-                                                                          bstrModified.Put(), &bModified);
+    CBstr bstrModified;
+    const CBstr bstrText = BstrOf(strVendorText);
+    const HRESULT hr =
+        m_property->Dot11ExtUIPropertySetDisplayInfo(0, bstrText.Get(), context.Record(), &entry, bstrModified.Put(), &bModified);
     return ChangedText(hr, "Dot11ExtUIPropertySetDisplayInfo", bModified, bstrModified);
 }
 
@@ -114,10 +120,10 @@ std::optional<CWideString> CProperty::ShowDialog(HWND hwndOwner, const std::opti
                                                  CConnectionContext& context) const
 {
     BOOL bModified = FALSE;
-    CUniqueBstr bstrModified;
-    const CUniqueBstr bstrText = MakeBstr(strVendorText);
-    const HRESULT hr = m_property.Get()->Dot11ExtUIPropertyShowDialog(hwndOwner, bstrText.Get(), context.Record(),
-                                                                      bstrModified.Put(), &bModified);
+    CBstr bstrModified;
+    const CBstr bstrText = BstrOf(strVendorText);
+    const HRESULT hr =
+        m_property->Dot11ExtUIPropertyShowDialog(hwndOwner, bstrText.Get(), context.Record(), bstrModified.Put(), &bModified);
     if (SUCCEEDED(hr) && bModified == dialogNotOpened)
         throw CHostError("the extension's dialog could not be opened");
     return ChangedText(hr, "Dot11ExtUIPropertyShowDialog", bModified, bstrModified);
@@ -125,9 +131,9 @@ std::optional<CWideString> CProperty::ShowDialog(HWND hwndOwner, const std::opti
 
 CWideString FriendlyName(IDot11ExtUI& root)
 {
-    CUniqueBstr bstrName;
+    CBstr bstrName;
     RequireSuccess(root.Dot11ExtUIGetFriendlyName(bstrName.Put()), "Dot11ExtUIGetFriendlyName");
-    return CWideString(ViewOf(bstrName.Get()));
+    return CWideString(bstrName.View());
 }
 
 std::vector<CProperty> Properties(IDot11ExtUI& root, ULONG uKind)
@@ -138,11 +144,8 @@ std::vector<CProperty> Properties(IDot11ExtUI& root, ULONG uKind)
     if (!IsOffered(hr, "Dot11ExtUIGetProperties"))
         return {};
     const std::unique_ptr<IDot11ExtUIProperty*[], decltype(&CoTaskMemFree)> array(pProperties, &CoTaskMemFree);
-    std::vector<CUniqueInterface<IDot11ExtUIProperty>> owned(cProperties);
+    std::vector<CComRef<IDot11ExtUIProperty>> owned(cProperties);
     for (ULONG n = 0; n < cProperties; ++n)
-        owned[n].Reset(pProperties[n]);
-    std::vector<CProperty> properties;
-    for (auto& property : owned)
-        properties.emplace_back(std::move(property));
-    return properties;
+        *owned[n].Put() = pProperties[n];
+    return std::vector<CProperty>(owned.begin(), owned.end());
 }

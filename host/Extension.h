@@ -1,9 +1,9 @@
 // The extension as its host sees it: what the root object and its properties answer, in ordinary types.
 #pragma once
 
-#include "host/ComOwners.h"
-
 #include "public/Dot11ExtUI.h"
+#include "values/Bstr.h"
+#include "values/ComRef.h"
 
 #include <array>
 #include <optional>
@@ -32,6 +32,11 @@ struct PropertyFlags
     ULONG uKind;
 };
 
+inline CWideView TextOf(const Dot11ExtUIPropertyEntry& entry)
+{
+    return entry.bstrDisplayText ? CWideView(entry.bstrDisplayText, SysStringLen(entry.bstrDisplayText)) : CWideView();
+}
+
 struct PropertyEntries
 {
     // Borrowed from the property, as long as that lives.
@@ -44,7 +49,7 @@ struct PropertyEntries
 class CProperty
 {
 public:
-    explicit CProperty(CUniqueInterface<IDot11ExtUIProperty> property) : m_property(std::move(property))
+    explicit CProperty(CComRef<IDot11ExtUIProperty> property) : m_property(std::move(property))
     {
     }
 
@@ -65,7 +70,7 @@ public:
                                           CConnectionContext& context) const;
 
 private:
-    CUniqueInterface<IDot11ExtUIProperty> m_property;
+    CComRef<IDot11ExtUIProperty> m_property;
 };
 
 CWideString FriendlyName(IDot11ExtUI& root);

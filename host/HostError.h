@@ -1,9 +1,9 @@
 // What ends a command with one line on standard error.
 #pragma once
 
-#include "host/Utf8.h"
+#include "host/FileNames.h"
+#include "values/Utf8Text.h"
 
-#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -14,6 +14,9 @@ class CHostError : public std::runtime_error
 public:
     using std::runtime_error::runtime_error;
 };
+
+// "error 5 (access is denied)": an error of the platform's, with its meaning where a person can do something about it.
+std::string ErrorText(DWORD dwError);
 
 // Runs the body; a refusal from it gets the name of what it is about in front.
 template <class Body>

@@ -1,8 +1,23 @@
 // Loaded libraries: where the program's own lie, and what they export.
 #pragma once
 
-#include "host/ComOwners.h"
 #include "host/HostError.h"
+#include "values/Unique.h"
+#include "values/WideText.h"
+
+struct CModuleCloser
+{
+    using Handle = HMODULE;
+    static HMODULE Empty()
+    {
+        return nullptr;
+    }
+    static void Close(HMODULE hModule)
+    {
+        FreeLibrary(hModule);
+    }
+};
+using CUniqueModule = CUnique<CModuleCloser>;
 
 // The file's full name in the folder of the program.
 CWideString BesideProgram(CWideView file);

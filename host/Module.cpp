@@ -1,8 +1,7 @@
 #include "host/Module.h"
 
+#include "host/ComResults.h"
 #include "host/HostError.h"
-#include "host/Library.h"
-#include "host/Results.h"
 
 namespace
 {
@@ -45,11 +44,10 @@ std::string CLoadedModule::Name() const
     return Utf8Of(m_strFile);
 }
 
-CUniqueInterface<IClassFactory> CLoadedModule::ClassFactory() const
+CComRef<IClassFactory> CLoadedModule::ClassFactory() const
 {
-    CUniqueInterface<IClassFactory> factory;
-    RequireSuccess(Export<GetClassObject>(m_module.Get(), "DllGetClassObject")(CLSID_ExtUI, IID_IClassFactory,
-                                                                               reinterpret_cast<void**>(factory.Put())),
+    CComRef<IClassFactory> factory;
+    RequireSuccess(Export<GetClassObject>(m_module.Get(), "DllGetClassObject")(CLSID_ExtUI, IID_IClassFactory, factory.PutVoid()),
                    "DllGetClassObject");
     return factory;
 }
@@ -71,7 +69,7 @@ bool CLoadedModule::CanUnloadNow() const
 
 CClassRegistration::CClassRegistration(const CLoadedModule& module)
 {
-    const CUniqueInterface<IClassFactory> factory = module.ClassFactory();
+    const CComRef<IClassFactory> factory = module.ClassFactory();
     RequireSuccess(CoRegisterClassObject(CLSID_ExtUI, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &m_dwRegistration),
                    "CoRegisterClassObject");
 }
@@ -81,11 +79,10 @@ CClassRegistration::~CClassRegistration()
     CoRevokeClassObject(m_dwRegistration);
 }
 
-CUniqueInterface<IDot11ExtUI> ActivateExtension()
+CComRef<IDot11ExtUI> ActivateExtension()
 {
-    CUniqueInterface<IDot11ExtUI> root;
-    RequireSuccess(
-        CoCreateInstance(CLSID_ExtUI, nullptr, CLSCTX_INPROC_SERVER, IID_IDot11ExtUI, reinterpret_cast<void**>(root.Put())),
-        "activating the extension");
+    CComRef<IDot11ExtUI> root;
+    RequireSuccess(CoCreateInstance(CLSID_ExtUI, nullptr, CLSCTX_INPROC_SERVER, IID_IDot11ExtUI, root.PutVoid()),
+                   "activating the extension");
     return root;
 }

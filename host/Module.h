@@ -1,9 +1,9 @@
 // Loading the module and activating its class.
 #pragma once
 
-#include "host/ComOwners.h"
-
+#include "host/Library.h"
 #include "public/Dot11ExtUI.h"
+#include "values/ComRef.h"
 
 #include <string>
 
@@ -28,7 +28,7 @@ public:
 
     std::string Name() const;
 
-    CUniqueInterface<IClassFactory> ClassFactory() const;
+    CComRef<IClassFactory> ClassFactory() const;
     // The export's results; CHostError when the module has no such export.
     HRESULT Register() const;
     HRESULT Unregister() const;
@@ -53,4 +53,4 @@ private:
 };
 
 // The root object of the activated class.
-CUniqueInterface<IDot11ExtUI> ActivateExtension();
+CComRef<IDot11ExtUI> ActivateExtension();

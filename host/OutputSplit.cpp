@@ -2,34 +2,80 @@
 
 #include "host/HostError.h"
 
-COutputSplit::COutputSplit(const std::string& strTrace) : m_pStreams(SplitStandardOutput(strTrace))
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+COutputSplit::COutputSplit(const std::string& strTrace) : m_bShown(strTrace == "-")
 {
+    std::fflush(stdout);
+    m_own = KeepStandardOutput();
+    if (!m_own)
+        throw CHostError("standard output is closed");
+    m_trace = m_bShown ? OpenTemporaryTrace() : OpenTraceFile(strTrace);
+    if (!m_trace || dup2(m_trace.Get(), STDOUT_FILENO) < 0)
+        throw CHostError((strTrace.empty() || m_bShown ? "the trace" : strTrace) + " cannot be written: " + std::strerror(errno));
 }
 
 COutputSplit::~COutputSplit()
 {
-    m_pStreams->Write(PrefixedTraceLines(m_pStreams->TakeTrace()));
+    ShowTrace();
+    std::fflush(stdout);
+    dup2(m_own.Get(), STDOUT_FILENO);
 }
 
 void COutputSplit::Write(std::string_view text)
 {
-    if (!m_pStreams->Write(PrefixedTraceLines(m_pStreams->TakeTrace())) || !m_pStreams->Write(text))
+    if (!ShowTrace() || !WriteAll(text))
         throw CHostError("standard output cannot be written");
 }
 
-std::string PrefixedTraceLines(std::string_view text)
+std::string COutputSplit::TakeTrace()
 {
-    std::string strLines;
+    std::string strText;
+    std::fflush(stdout);
+    if (!m_bShown)
+        return strText;
+    // Reading and the module's writing share one position, which ends up where it was: at the end.
+    lseek(m_trace.Get(), m_nTaken, SEEK_SET);
+    char chunk[4096];
+    for (;;)
+    {
+        const auto cbRead = read(m_trace.Get(), chunk, sizeof(chunk));
+        if (cbRead <= 0)
+            break;
+        strText.append(chunk, static_cast<std::size_t>(cbRead));
+    }
+    m_nTaken = lseek(m_trace.Get(), 0, SEEK_END);
+    return strText;
+}
+
+bool COutputSplit::WriteAll(std::string_view text) const
+{
+    // A console takes only so much at once.
+    constexpr std::size_t cbMost = 16 * 1024;
     while (!text.empty())
     {
-        const std::size_t nEnd = text.find('\n');
-        std::string_view line = text.substr(0, nEnd);
-        if (line.ends_with('\r'))
-            line.remove_suffix(1);
-        strLines += "trace: ";
-        strLines += line;
-        strLines += '\n';
-        text.remove_prefix(nEnd == std::string_view::npos ? text.size() : nEnd + 1);
+        const auto cbWritten = write(m_own.Get(), text.data(), static_cast<unsigned>(std::min(text.size(), cbMost)));
+        if (cbWritten <= 0)
+            return false;
+        text.remove_prefix(static_cast<std::size_t>(cbWritten));
     }
-    return strLines;
+    return true;
+}
+
+// Each line with "trace: " in front; a text that ends within a line gets its line end.
+bool COutputSplit::ShowTrace()
+{
+    const std::string strTrace = TakeTrace();
+    std::string strLines;
+    for (std::string_view rest = strTrace; !rest.empty();)
+    {
+        const std::size_t nEnd = std::min(rest.find('\n'), rest.size());
+        const std::string_view line = rest.substr(0, nEnd);
+        strLines.append("trace: ").append(line.substr(0, line.size() - (line.ends_with('\r') ? 1 : 0))).append("\n");
+        rest.remove_prefix(std::min(nEnd + 1, rest.size()));
+    }
+    return WriteAll(strLines);
 }

@@ -2,7 +2,9 @@
 // standard output, which it shares with the program.
 #pragma once
 
-#include "host/OutputStreams.h"
+#include "host/Descriptors.h"
+
+#include <string_view>
 
 class COutputSplit
 {
@@ -18,14 +20,14 @@ public:
     // Writes UTF-8 to the program's own output, behind the trace lines so far. Throws CHostError.
     void Write(std::string_view text);
     // Takes what the module has printed since the trace was last shown or taken; always empty unless the name is "-".
-    std::string TakeTrace()
-    {
-        return m_pStreams->TakeTrace();
-    }
+    std::string TakeTrace();
 
 private:
-    std::unique_ptr<IOutputStreams> m_pStreams;
-};
+    bool WriteAll(std::string_view text) const;
+    bool ShowTrace();
 
-// The trace lines as they are shown; a text that ends within a line gets its line end.
-std::string PrefixedTraceLines(std::string_view text);
+    bool m_bShown;
+    off_t m_nTaken = 0;
+    CUniqueDescriptor m_own;
+    CUniqueDescriptor m_trace;
+};

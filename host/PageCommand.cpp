@@ -3,7 +3,6 @@
 #include "host/HostError.h"
 #include "host/ProfileFile.h"
 #include "host/ProfilePage.h"
-#include "host/SafeFile.h"
 #include "host/ServiceArguments.h"
 #include "host/SessionArguments.h"
 #include "host/StoredProfile.h"
@@ -12,16 +11,18 @@ namespace
 {
 struct PageArguments
 {
-    std::string strProfile;
-    std::string strName;
+    TargetOptions target;
     ServiceOptions service;
     SessionOptions session;
 };
 
-void PutChanged(CProfile& profile, VendorPlace place, const std::optional<CWideString>& strText)
+// True when that changed the profile.
+bool PutChanged(CProfile& profile, VendorPlace place, const std::optional<CWideString>& strText)
 {
-    if (strText && strText != profile.VendorText(place))
+    const bool bChanged = strText && strText != profile.VendorText(place);
+    if (bChanged)
         profile.PutVendorText(place, *strText);
+    return bChanged;
 }
 
 // The property of the kind, if any: pages show one.
@@ -36,7 +37,7 @@ bool RunPage(CSession& session, const CProfile& profile, CConnectionContext& con
 {
     const std::optional<CProperty> security = PropertyOf(session, propertyKindSecurity);
     const std::optional<CProperty> connection = PropertyOf(session, propertyKindConnection);
-    CSecurityChoice choice(security ? &*security : nullptr, OwnSecurityOf(profile.Text()),
+    CSecurityChoice choice(security ? &*security : nullptr, StandardSecurityOf(profile.Text()),
                            profile.VendorText(VendorPlace::Security), context);
     const std::string strHead = Utf8Of(profile.ProfileName()) + "  (" + profile.Title() + ")";
     CProfilePage page({strHead, choice, connection ? &*connection : nullptr, profile.VendorText(VendorPlace::Connectivity),
@@ -56,44 +57,6 @@ std::optional<WlanAdapter> AdapterOf(const CWlanService& service, const std::str
     return adapters.empty() ? std::nullopt : std::optional(adapters.front());
 }
 
-void PageOnFile(const PageArguments& arguments, const CWlanService* pService, const std::optional<WlanAdapter>& adapter)
-{
-    const CProfileFile profile(PathOf(arguments.strProfile));
-    CSession session(arguments.session, {profile.File()});
-    const CWideString strName = arguments.strName.empty() ? profile.ProfileName() : WideOf(arguments.strName);
-    const auto stored = pService && adapter ? pService->Profile(adapter->guid, strName) : std::nullopt;
-    CConnectionContext context(strName, adapter ? adapter->guid : GUID{}, stored ? stored->dwFlags : 0);
-    const bool bSaved = RunPage(session, profile, context, adapter.has_value(),
-                                [&](const auto& strSecurity, const auto& strConnectivity)
-                                {
-                                    CProfileFile changed = profile;
-                                    PutChanged(changed, VendorPlace::Connectivity, strConnectivity);
-                                    PutChanged(changed, VendorPlace::Security, strSecurity);
-                                    if (changed.Text() != profile.Text())
-                                        WriteSafely(profile.File(), changed.Bytes());
-                                });
-    session.Print(profile.Title() + (bSaved ? ": saved\n" : ": cancelled, not changed\n"));
-    session.Close();
-}
-
-void PageOnStored(const PageArguments& arguments, const CWlanService& service, const WlanAdapter& adapter)
-{
-    const CStoredProfile profile(service, adapter.guid, WideOf(arguments.strName));
-    CSession session(arguments.session, {});
-    CConnectionContext context(WideOf(arguments.strName), adapter.guid, profile.Flags());
-    const bool bSaved = RunPage(session, profile, context, true,
-                                [&](const auto& strSecurity, const auto& strConnectivity)
-                                {
-                                    // The settings dialog has stored the bands meanwhile.
-                                    CStoredProfile changed(service, adapter.guid, WideOf(arguments.strName));
-                                    PutChanged(changed, VendorPlace::Connectivity, strConnectivity);
-                                    PutChanged(changed, VendorPlace::Security, strSecurity);
-                                    changed.Store();
-                                });
-    session.Print(profile.Title() + (bSaved ? ": saved\n" : ": cancelled\n"));
-    session.Close();
-}
-
 void Page(PageArguments arguments)
 {
     // With nobody to see it the page would wait for ever, so the stand-in is to insist on a terminal. Whoever drives the
@@ -107,12 +70,32 @@ void Page(PageArguments arguments)
     const bool bServiceNeeded = !arguments.service.strFolder.empty() || !arguments.service.strAdapter.empty();
     const std::unique_ptr<CWlanService> pService = CWlanService::Open(arguments.service, bServiceNeeded);
     const std::optional<WlanAdapter> adapter = pService ? AdapterOf(*pService, arguments.service.strAdapter) : std::nullopt;
-    if (!arguments.strProfile.empty())
-        PageOnFile(arguments, pService.get(), adapter);
-    else if (pService && adapter)
-        PageOnStored(arguments, *pService, *adapter);
-    else
+    const bool bFile = !arguments.target.strProfile.empty();
+    if (!bFile && !adapter)
         throw CHostError("there is no wireless adapter that could have a stored profile");
+
+    const auto open = [&]() -> std::unique_ptr<CProfile>
+    {
+        if (bFile)
+            return std::make_unique<CProfileFile>(PathOf(arguments.target.strProfile));
+        return std::make_unique<CStoredProfile>(*pService, adapter->guid, WideOf(arguments.target.strName));
+    };
+    const std::unique_ptr<CProfile> pProfile = open();
+    CSession session(arguments.session, {PathOf(arguments.target.strProfile)});
+    const CWideString strName = NameInService(arguments.target, *pProfile);
+    const auto stored = adapter ? pService->Profile(adapter->guid, strName) : std::nullopt;
+    CConnectionContext context(strName, adapter ? adapter->guid : GUID{}, stored ? stored->dwFlags : 0);
+    const bool bSaved = RunPage(session, *pProfile, context, adapter.has_value(),
+                                [&](const auto& strSecurity, const auto& strConnectivity)
+                                {
+                                    // The settings dialog has stored the bands meanwhile.
+                                    const std::unique_ptr<CProfile> pChanged = open();
+                                    const bool bConnectivity = PutChanged(*pChanged, VendorPlace::Connectivity, strConnectivity);
+                                    if (PutChanged(*pChanged, VendorPlace::Security, strSecurity) || bConnectivity)
+                                        pChanged->Store();
+                                });
+    session.Print(pProfile->Title() + (bSaved ? ": saved\n" : bFile ? ": cancelled, not changed\n" : ": cancelled\n"));
+    session.Close();
 }
 } // namespace
 
@@ -120,20 +103,10 @@ void AddPageCommand(CLI::App& app, CommandWork& chosen)
 {
     const auto pArguments = std::make_shared<PageArguments>();
     CLI::App* pCommand = app.add_subcommand("page", "Open the wireless-profile page");
-    pCommand
-        ->add_option("PROFILE", pArguments->strProfile,
-                     "The profile, as the platform exports it; without it the stored profile --name is edited")
-        ->type_name("");
     AddServiceArguments(*pCommand, pArguments->service);
-    AddStoredNameArgument(*pCommand, pArguments->strName);
+    AddTargetArguments(*pCommand, pArguments->target, "edited");
     AddModuleArgument(*pCommand, pArguments->session.strModule);
     pCommand->footer("Save writes the extension's settings into the profile, Cancel leaves it alone. The bands are the WLAN\n"
                      "service's: the settings dialog stores them there as soon as it is confirmed.");
-    pCommand->callback(
-        [pArguments, &chosen]
-        {
-            if (pArguments->strProfile.empty() && pArguments->strName.empty())
-                throw CLI::ValidationError("PROFILE", "a profile file, or the --name of a stored profile, is needed");
-            chosen = [pArguments] { Page(*pArguments); };
-        });
+    pCommand->callback([pArguments, &chosen] { chosen = [pArguments] { Page(*pArguments); }; });
 }

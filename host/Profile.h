@@ -1,8 +1,8 @@
 // A wireless profile being edited, wherever it came from.
 #pragma once
 
+#include "host/IhvElement.h"
 #include "host/ProfileText.h"
-#include "host/VendorPlaces.h"
 
 #include <optional>
 #include <string>
@@ -10,6 +10,8 @@
 class CProfile
 {
 public:
+    virtual ~CProfile() = default;
+
     // How messages and differences call it.
     const std::string& Title() const
     {
@@ -20,7 +22,7 @@ public:
     {
         return m_strName;
     }
-    CWideView Text() const
+    const CWideString& Text() const
     {
         return m_profile.strText;
     }
@@ -32,10 +34,14 @@ public:
 
     std::optional<CWideString> VendorText(VendorPlace place) const;
 
+    // Puts the profile back where it came from. Throws CHostError.
+    virtual void Store() const = 0;
+
     // Throws CHostError, and leaves everything as it was, when the result would be no profile any more.
     void PutVendorText(VendorPlace place, CWideView vendorText);
 
 protected:
+    CProfile(const CProfile&) = default;
     // Throws CHostError when the text is not a wireless profile.
     CProfile(std::string strTitle, ProfileText profile);
 

@@ -3,6 +3,6 @@
 
 #include "values/WideText.h"
 
-// Holds the text against the component: it has to load, and its root has to be a WLANProfile. Returns the profile's
-// name (empty when it has none). Throws CHostError. COM must be initialised on the thread.
-CWideString CheckProfileDocument(CWideView text);
+// Holds the text against the component: it has to load without a document type, and its root has to be a WLANProfile.
+// Returns the profile's name (empty when it has none). Throws CHostError. COM must be initialised on the thread.
+CWideString CheckProfileDocument(const CWideString& strText);

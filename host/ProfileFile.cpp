@@ -1,6 +1,7 @@
 #include "host/ProfileFile.h"
 
 #include "host/HostError.h"
+#include "host/SafeFile.h"
 
 #include <fstream>
 #include <iterator>
@@ -37,6 +38,11 @@ std::string ReadBytes(const std::filesystem::path& file)
 CProfileFile::CProfileFile(std::filesystem::path file)
     : CProfile(NameOf(file), NamingFile(file, [&] { return DecodeProfile(ReadBytes(file)); })), m_file(std::move(file))
 {
+}
+
+void CProfileFile::Store() const
+{
+    WriteSafely(m_file, Bytes());
 }
 
 bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right)

@@ -16,6 +16,8 @@ public:
         return m_file;
     }
 
+    void Store() const override;
+
 private:
     std::filesystem::path m_file;
 };

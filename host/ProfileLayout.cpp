@@ -25,25 +25,27 @@ CWideString QualifiedName(CWideView prefix, CWideView localName)
 
 CProfileLayout::CProfileLayout(const CElementMap& map) : m_map(map), m_lineEnd(FirstLineEnd(map.Text()))
 {
-    const XmlElement* pFirst = map.FirstChild(map.Root());
-    if (!pFirst)
+    const auto children = map.Children(map.Root());
+    if (children.empty())
         return;
     const CWideView outer = IndentOf(BreakBefore(map.Root()));
-    const CWideView inner = IndentOf(BreakBefore(*pFirst));
+    const CWideView inner = IndentOf(BreakBefore(*children.front()));
     m_strIndent = inner.substr(inner.starts_with(outer) ? outer.size() : 0);
 }
 
 CWideString CProfileLayout::Insert(const XmlElement& parent, const XmlElement* pAfter,
                                    const std::vector<NewElement>& children) const
 {
-    const CWideString strBreak = BreakBeforeChildren(parent, pAfter ? pAfter : m_map.FirstChild(parent));
+    const auto siblings = m_map.Children(parent);
+    const CWideString strBreak =
+        siblings.empty() ? Deeper(BreakBefore(parent)) : CWideString(BreakBefore(pAfter ? *pAfter : *siblings.front()));
     CWideString strNew;
     for (const NewElement& child : children)
     {
         strNew += strBreak;
         Write(child, strBreak, strNew);
     }
-    const bool bNothingInside = parent.ContentBegin() == parent.nContentEnd;
+    const bool bNothingInside = m_map.Content(parent).empty();
     if (bNothingInside && !strBreak.empty())
         strNew += BreakBefore(parent);
 
@@ -51,7 +53,7 @@ CWideString CProfileLayout::Insert(const XmlElement& parent, const XmlElement* p
     if (!parent.IsEmptyTag())
         return strText.insert(pAfter ? pAfter->nEnd : parent.ContentBegin(), strNew);
 
-    strNew += OLESTR("</") + CWideString(parent.name) + OLESTR(">");
+    strNew += OLESTR("</") + CWideString(parent.Name()) + OLESTR(">");
     strText.insert(parent.nEnd, strNew);
     return strText.erase(parent.nEnd - 2, 1); // the slash of the empty tag
 }
@@ -82,11 +84,6 @@ CWideView CProfileLayout::BreakBefore(const XmlElement& element) const
     if (nBegin > 0 && before.substr(nBegin - 1).starts_with(lineEndCharacters))
         --nBegin;
     return before.substr(nBegin);
-}
-
-CWideString CProfileLayout::BreakBeforeChildren(const XmlElement& parent, const XmlElement* pSibling) const
-{
-    return pSibling ? CWideString(BreakBefore(*pSibling)) : Deeper(BreakBefore(parent));
 }
 
 CWideString CProfileLayout::Deeper(CWideView strBreak) const

@@ -29,7 +29,6 @@ public:
 
 private:
     CWideView BreakBefore(const XmlElement& element) const;
-    CWideString BreakBeforeChildren(const XmlElement& parent, const XmlElement* pSibling) const;
     CWideString Deeper(CWideView strBreak) const;
     void Write(const NewElement& element, CWideView strBreak, CWideString& strText) const;
 

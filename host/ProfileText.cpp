@@ -7,10 +7,6 @@
 
 namespace
 {
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view utf16LittleEndianMark = "\xFF\xFE";
-constexpr std::string_view utf16BigEndianMark = "\xFE\xFF";
-
 // How far a declaration is looked for; it is a line in practice.
 constexpr std::size_t maxDeclarationLength = 1024;
 
@@ -103,28 +99,19 @@ TextEncoding DeclaredEncoding(std::string_view bytes)
     throw CHostError(std::string(szReason) + " at byte offset " + std::to_string(nOffset));
 }
 
-CWideString DecodeUtf16(std::string_view bytes, bool bBigEndian, std::size_t cbBefore)
+CWideString DecodeUtf16(std::string_view bytes, UnicodeForm form, std::size_t cbBefore)
 {
     if (bytes.size() % 2 != 0)
         RefuseByte("half a UTF-16 code unit", cbBefore + bytes.size() - 1);
-    CWideString strText;
-    strText.reserve(bytes.size() / 2);
-    for (std::size_t n = 0; n < bytes.size(); n += 2)
-    {
-        const unsigned uFirst = static_cast<unsigned char>(bytes[n]);
-        const unsigned uSecond = static_cast<unsigned char>(bytes[n + 1]);
-        strText.push_back(static_cast<WCHAR>(bBigEndian ? uFirst << 8 | uSecond : uSecond << 8 | uFirst));
-    }
-    return strText;
+    return WideOfUtf16(bytes, form);
 }
 
 CWideString DecodeUtf8(std::string_view bytes, std::size_t cbBefore)
 {
-    CWideString strText;
-    strText.reserve(bytes.size());
-    if (const auto nIllFormed = AppendUtf8(bytes, strText))
-        RefuseByte("ill-formed UTF-8", cbBefore + *nIllFormed);
-    return strText;
+    std::size_t nIllFormed = 0;
+    if (auto strText = WideOfUtf8(bytes, &nIllFormed))
+        return *strText;
+    RefuseByte("ill-formed UTF-8", cbBefore + nIllFormed);
 }
 
 CWideString DecodeSingleBytes(std::string_view bytes, TextEncoding encoding)
@@ -153,22 +140,28 @@ std::string EncodeUtf16(CWideView text, bool bBigEndian)
     return strBytes;
 }
 
-std::string CharacterReference(char32_t codePoint)
+char32_t TakeCodePoint(CWideView& text)
 {
-    return "&#" + std::to_string(static_cast<unsigned long>(codePoint)) + ";";
+    const char32_t first = text.front();
+    text.remove_prefix(1);
+    if ((first & 0xFC00) != 0xD800 || text.empty() || (text.front() & 0xFC00) != 0xDC00)
+        return first;
+    const char32_t second = text.front();
+    text.remove_prefix(1);
+    return 0x10000 + ((first & 0x3FF) << 10) + (second & 0x3FF);
 }
 
 std::string EncodeSingleBytes(CWideView text, TextEncoding encoding)
 {
     std::string strBytes;
     strBytes.reserve(text.size());
-    for (std::size_t nPosition = 0; nPosition < text.size();)
+    while (!text.empty())
     {
-        const char32_t codePoint = NextCodePoint(text, nPosition);
+        const char32_t codePoint = TakeCodePoint(text);
         if (const auto byte = ToByte(codePoint, encoding))
             strBytes.push_back(static_cast<char>(*byte));
         else
-            strBytes += CharacterReference(codePoint);
+            strBytes += "&#" + std::to_string(static_cast<unsigned long>(codePoint)) + ";";
     }
     return strBytes;
 }
@@ -192,34 +185,30 @@ std::optional<EncodingDeclaration> FindEncodingDeclaration(CWideView text)
 
 ProfileText DecodeProfile(std::string_view bytes)
 {
-    if (bytes.starts_with(utf8Mark))
-        return {DecodeUtf8(bytes.substr(utf8Mark.size()), utf8Mark.size()), TextEncoding::Utf8, true};
-    if (bytes.starts_with(utf16LittleEndianMark))
-        return {DecodeUtf16(bytes.substr(2), false, 2), TextEncoding::Utf16LittleEndian, true};
-    if (bytes.starts_with(utf16BigEndianMark))
-        return {DecodeUtf16(bytes.substr(2), true, 2), TextEncoding::Utf16BigEndian, true};
-    if (bytes.size() >= 2 && bytes[0] != '\0' && bytes[1] == '\0')
-        return {DecodeUtf16(bytes, false, 0), TextEncoding::Utf16LittleEndian, false};
-    if (bytes.size() >= 2 && bytes[0] == '\0' && bytes[1] != '\0')
-        return {DecodeUtf16(bytes, true, 0), TextEncoding::Utf16BigEndian, false};
-    const TextEncoding encoding = DeclaredEncoding(bytes);
+    const auto [form, cbMark] = BeginningOf(bytes);
+    const std::string_view text = bytes.substr(cbMark);
+    if (form != UnicodeForm::Utf8)
+        return {DecodeUtf16(text, form, cbMark),
+                form == UnicodeForm::Utf16BigEndian ? TextEncoding::Utf16BigEndian : TextEncoding::Utf16LittleEndian,
+                cbMark != 0};
+    const TextEncoding encoding = cbMark != 0 ? TextEncoding::Utf8 : DeclaredEncoding(bytes);
     if (encoding == TextEncoding::Utf8)
-        return {DecodeUtf8(bytes, 0), encoding, false};
-    return {DecodeSingleBytes(bytes, encoding), encoding, false};
+        return {DecodeUtf8(text, cbMark), encoding, cbMark != 0};
+    return {DecodeSingleBytes(text, encoding), encoding, false};
 }
 
 std::string EncodeProfile(const ProfileText& profile)
 {
+    const CWideString strText = (profile.bByteOrderMark ? OLESTR("\xFEFF") : OLESTR("")) + profile.strText;
     switch (profile.encoding)
     {
     case TextEncoding::Utf8:
-        return (profile.bByteOrderMark ? std::string(utf8Mark) : std::string()) + Utf8Of(profile.strText);
+        return Utf8Of(strText);
     case TextEncoding::Utf16LittleEndian:
-        return (profile.bByteOrderMark ? std::string(utf16LittleEndianMark) : std::string()) +
-               EncodeUtf16(profile.strText, false);
+        return EncodeUtf16(strText, false);
     case TextEncoding::Utf16BigEndian:
-        return (profile.bByteOrderMark ? std::string(utf16BigEndianMark) : std::string()) + EncodeUtf16(profile.strText, true);
+        return EncodeUtf16(strText, true);
     default:
-        return EncodeSingleBytes(profile.strText, profile.encoding);
+        return EncodeSingleBytes(strText, profile.encoding);
     }
 }

@@ -1,7 +1,7 @@
 // The kinds of property that a host asks for, and the part of the profile that each works on.
 #pragma once
 
-#include "host/VendorPlaces.h"
+#include "host/IhvElement.h"
 
 #include "public/Dot11ExtUI.h"
 

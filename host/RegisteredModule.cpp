@@ -1,7 +1,7 @@
 #include "host/RegisteredModule.h"
 
 #include "host/HostError.h"
-#include "values/Unique.h"
+#include "values/RegistryValues.h"
 
 namespace
 {
@@ -11,14 +11,8 @@ constexpr DWORD maxServerPathLength = 32767;
 
 CWideString RegisteredModuleFile()
 {
-    CUniqueKey key;
     CWideString strFile(maxServerPathLength, WCHAR{});
-    DWORD cbFile = maxServerPathLength * sizeof(WCHAR);
-    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, serverKey, 0, KEY_READ, key.Put()) != ERROR_SUCCESS ||
-        RegQueryValueExW(key.Get(), nullptr, nullptr, nullptr, reinterpret_cast<LPBYTE>(strFile.data()), &cbFile) !=
-            ERROR_SUCCESS)
+    if (!RegReadString(HKEY_CLASSES_ROOT, serverKey, nullptr, strFile.data(), maxServerPathLength))
         throw CHostError("the extension's class is not registered");
-    strFile.resize(cbFile / sizeof(WCHAR));
-    strFile.resize(CWideView(strFile).find_last_not_of(WCHAR{}) + 1);
-    return strFile;
+    return strFile.c_str();
 }

@@ -1,8 +1,8 @@
 // korihost register, korihost unregister: the module's own entries in the registry.
+#include "host/ComResults.h"
 #include "host/Commands.h"
 #include "host/HostError.h"
 #include "host/OutputSplit.h"
-#include "host/Results.h"
 #include "host/SessionArguments.h"
 
 namespace

@@ -2,20 +2,21 @@
 
 #include "host/HostError.h"
 
-CSecurityChoice::CSecurityChoice(const CProperty* pProperty, OwnSecurity own, std::optional<CWideString> strVendorText,
+CSecurityChoice::CSecurityChoice(const CProperty* pProperty, StandardSecurity standard, std::optional<CWideString> strVendorText,
                                  CConnectionContext& context)
-    : m_pProperty(pProperty), m_own(std::move(own)), m_strRead(std::move(strVendorText)), m_strText(m_strRead), m_context(context)
+    : m_pProperty(pProperty), m_standard(std::move(standard)), m_strRead(std::move(strVendorText)), m_strText(m_strRead),
+      m_context(context)
 {
     // Without a text of the vendor's the extension would claim every profile for itself.
     if (m_pProperty && m_strRead)
-        m_bOwnOffered = !m_pProperty->IsSelected(m_strRead, m_context).value_or(false);
+        m_bStandardOffered = !m_pProperty->IsSelected(m_strRead, m_context).value_or(false);
 }
 
 std::vector<CWideString> CSecurityChoice::Authentications() const
 {
     std::vector<CWideString> names;
-    if (m_bOwnOffered)
-        names.push_back(m_own.strAuthentication);
+    if (m_bStandardOffered)
+        names.push_back(m_standard.strAuthentication);
     if (m_pProperty)
         names.push_back(m_pProperty->Name());
     return names;
@@ -23,7 +24,7 @@ std::vector<CWideString> CSecurityChoice::Authentications() const
 
 bool CSecurityChoice::IsExtensionChosen() const
 {
-    return m_pProperty && m_nAuthentication == (m_bOwnOffered ? 1u : 0u);
+    return m_pProperty && m_nAuthentication == (m_bStandardOffered ? 1u : 0u);
 }
 
 void CSecurityChoice::ChooseAuthentication(std::size_t nAuthentication)
@@ -48,10 +49,10 @@ PropertyEntries CSecurityChoice::Entries() const
 std::vector<CWideString> CSecurityChoice::Encryptions() const
 {
     if (!IsExtensionChosen())
-        return {m_own.strEncryption};
+        return {m_standard.strEncryption};
     std::vector<CWideString> names;
     for (const Dot11ExtUIPropertyEntry* pEntry : Entries().entries)
-        names.emplace_back(ViewOf(pEntry->bstrDisplayText));
+        names.emplace_back(TextOf(*pEntry));
     return names;
 }
 

@@ -2,14 +2,14 @@
 #pragma once
 
 #include "host/Extension.h"
-#include "host/OwnSecurity.h"
+#include "host/StandardSecurity.h"
 
 // What the profile uses by itself and what the extension offers, to be shown and chosen from.
 class CSecurityChoice
 {
 public:
     // The property is null where the extension offers none. All are borrowed.
-    CSecurityChoice(const CProperty* pProperty, OwnSecurity own, std::optional<CWideString> strVendorText,
+    CSecurityChoice(const CProperty* pProperty, StandardSecurity standard, std::optional<CWideString> strVendorText,
                     CConnectionContext& context);
 
     // The names to choose from. A profile that uses the extension's authentication can only keep it.
@@ -36,10 +36,10 @@ private:
     PropertyEntries Entries() const;
 
     const CProperty* m_pProperty;
-    OwnSecurity m_own;
+    StandardSecurity m_standard;
     std::optional<CWideString> m_strRead;
     std::optional<CWideString> m_strText;
     CConnectionContext& m_context;
-    bool m_bOwnOffered = true;
+    bool m_bStandardOffered = true;
     std::size_t m_nAuthentication = 0;
 };

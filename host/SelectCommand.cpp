@@ -1,11 +1,10 @@
 // korihost select: makes the extension's security property the one that a profile uses.
-#include "host/ChangeReport.h"
 #include "host/Commands.h"
 #include "host/Extension.h"
 #include "host/HostError.h"
-#include "host/ProfileFile.h"
-#include "host/SafeFile.h"
+#include "host/ProfileOutput.h"
 #include "host/SessionArguments.h"
+#include "profile/CCXSecurityTokens.h"
 
 namespace
 {
@@ -13,10 +12,18 @@ struct SelectArguments
 {
     std::string strProfile;
     std::string strCipher;
-    std::string strOutput;
-    bool bInPlace = false;
+    OutputOptions output;
     SessionOptions session;
 };
+
+std::vector<std::string> OfferedCiphers()
+{
+    std::vector<std::string> names;
+    for (const auto& cipher : CCXSecurityTokens::cipher)
+        if (cipher.bOffered)
+            names.push_back(Utf8Of(cipher.szName));
+    return names;
+}
 
 Dot11ExtUIPropertyEntry& EntryNamed(const CProperty& property, const std::optional<CWideString>& strVendorText,
                                     CConnectionContext& context, const std::string& strName)
@@ -24,7 +31,7 @@ Dot11ExtUIPropertyEntry& EntryNamed(const CProperty& property, const std::option
     const auto answer = property.Entries(strVendorText, context);
     if (answer)
         for (Dot11ExtUIPropertyEntry* pEntry : answer->entries)
-            if (Utf8Of(ViewOf(pEntry->bstrDisplayText)) == strName)
+            if (Utf8Of(TextOf(*pEntry)) == strName)
                 return *pEntry;
     throw CHostError("the extension offers no cipher " + strName);
 }
@@ -48,30 +55,16 @@ std::optional<CWideString> SelectSecurity(IDot11ExtUI& root, const CProfileFile&
     return strChosen ? strChosen : strSelected;
 }
 
-CProfileFile Changed(IDot11ExtUI& root, const CProfileFile& profile, const std::string& strCipher)
-{
-    CProfileFile changed = profile;
-    if (const auto strSecurity = NamingFile(profile.File(), [&] { return SelectSecurity(root, profile, strCipher); }))
-        changed.PutVendorText(VendorPlace::Security, *strSecurity);
-    return changed;
-}
-
 void Select(const SelectArguments& arguments)
 {
-    const std::filesystem::path file = PathOf(arguments.strProfile);
-    const std::filesystem::path output = PathOf(arguments.strOutput);
-    const CProfileFile profile(file);
-    if (!arguments.strOutput.empty() && IsSameFile(file, output))
-        throw CHostError(arguments.strOutput + ": is the profile itself; use --in-place to change it");
-
-    CSession session(arguments.session, {file, output});
-    const CProfileFile changed = Changed(session.Root(), profile, arguments.strCipher);
-    if (!arguments.strOutput.empty())
-        WriteSafely(output, changed.Bytes());
-    else if (arguments.bInPlace && profile.Text() != changed.Text())
-        WriteSafely(file, changed.Bytes());
-    const std::string strTarget = arguments.strOutput.empty() ? profile.Title() : arguments.strOutput;
-    session.Print(ChangeReport(profile.Title(), profile.Text(), strTarget, changed.Text()));
+    const CProfileFile profile(PathOf(arguments.strProfile));
+    RequireOtherFile(arguments.output, profile);
+    CSession session(arguments.session, {profile.File(), PathOf(arguments.output.strFile)});
+    CProfileFile changed = profile;
+    if (const auto strSecurity =
+            Naming(profile.Title(), [&] { return SelectSecurity(session.Root(), profile, arguments.strCipher); }))
+        changed.PutVendorText(VendorPlace::Security, *strSecurity);
+    session.Print(WriteChanged(arguments.output, profile, changed));
     session.Close();
 }
 } // namespace
@@ -82,11 +75,9 @@ void AddSelectCommand(CLI::App& app, CommandWork& chosen)
     CLI::App* pCommand = app.add_subcommand("select", "Make a profile use the extension's authentication");
     pCommand->add_option("PROFILE", pArguments->strProfile, "The profile, as the platform exports it")->required()->type_name("");
     pCommand->add_option("--cipher", pArguments->strCipher, "The cipher to use with it")
-        ->transform(CLI::IsMember({"WEP", "TKIP", "AES"}, CLI::ignore_case))
+        ->transform(CLI::IsMember(OfferedCiphers(), CLI::ignore_case))
         ->type_name("NAME");
-    CLI::Option* pOutput =
-        pCommand->add_option("-o,--output", pArguments->strOutput, "Where the changed profile goes")->type_name("FILE");
-    pCommand->add_flag("--in-place", pArguments->bInPlace, "Change the profile itself")->excludes(pOutput);
+    AddOutputArguments(*pCommand, pArguments->output);
     AddSessionArguments(*pCommand, pArguments->session);
     pCommand->footer("Without -o and --in-place the changes are shown and written nowhere.");
     pCommand->callback([pArguments, &chosen] { chosen = [pArguments] { Select(*pArguments); }; });

@@ -27,3 +27,23 @@ void AddStoredNameArgument(CLI::App& command, std::string& strName)
     command.add_option("--name", strName, "The profile's name in the WLAN service (default: the name in PROFILE)")
         ->type_name("NAME");
 }
+
+void AddTargetArguments(CLI::App& command, TargetOptions& options, const std::string& strWhatHappens)
+{
+    command
+        .add_option("PROFILE", options.strProfile,
+                    "The profile, as the platform exports it; without it the stored profile --name is " + strWhatHappens)
+        ->type_name("");
+    AddStoredNameArgument(command, options.strName);
+    command.parse_complete_callback(
+        [&options]
+        {
+            if (options.strProfile.empty() && options.strName.empty())
+                throw CLI::ValidationError("PROFILE", "a profile file, or the --name of a stored profile, is needed");
+        });
+}
+
+CWideString NameInService(const TargetOptions& options, const CProfile& profile)
+{
+    return options.strName.empty() ? profile.ProfileName() : WideOf(options.strName);
+}

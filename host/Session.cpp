@@ -32,7 +32,7 @@ CSession::CSession(const SessionOptions& options, const std::vector<std::filesys
 
 void CSession::Close()
 {
-    m_root.Reset();
+    m_root = {};
     m_registration.reset();
     if (!m_module->CanUnloadNow())
         throw CHostError(m_module->Name() + ": the module still holds objects");

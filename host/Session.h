@@ -41,5 +41,5 @@ private:
     COutputSplit m_output;
     std::optional<CLoadedModule> m_module;
     std::optional<CClassRegistration> m_registration;
-    CUniqueInterface<IDot11ExtUI> m_root;
+    CComRef<IDot11ExtUI> m_root;
 };

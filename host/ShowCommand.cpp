@@ -1,7 +1,6 @@
 // korihost show: what the extension answers about a profile.
 #include "host/AdapterTable.h"
 #include "host/Commands.h"
-#include "host/ConnectionRecord.h"
 #include "host/Extension.h"
 #include "host/HostError.h"
 #include "host/ProfileFile.h"
@@ -9,6 +8,7 @@
 #include "host/ServiceArguments.h"
 #include "host/SessionArguments.h"
 #include "host/Table.h"
+#include "profile/CCXConnectionSettings.h"
 
 #include <iomanip>
 #include <sstream>
@@ -17,8 +17,7 @@ namespace
 {
 struct ShowArguments
 {
-    std::string strProfile;
-    std::string strName;
+    TargetOptions target;
     ServiceOptions service;
     SessionOptions session;
 };
@@ -44,7 +43,7 @@ void WriteEntries(std::ostream& table, const std::optional<PropertyEntries>& ans
     {
         const Dot11ExtUIPropertyEntry& entry = *answer->entries[n];
         std::ostringstream row;
-        row << n << "  " << std::left << std::setw(12) << Utf8Of(ViewOf(entry.bstrDisplayText)) << "data key " << entry.dwDataKey;
+        row << n << "  " << std::left << std::setw(12) << Utf8Of(TextOf(entry)) << "data key " << entry.dwDataKey;
         if (n == answer->uDefault)
             row << "  (default)";
         table << Row(szTitle, row.str());
@@ -68,6 +67,33 @@ void WriteProperty(std::ostream& table, const PropertyKind& kind, const CPropert
     WriteEntries(table, property.Entries(strVendorText, context));
 }
 
+struct RecordField
+{
+    const char* szName;
+    LONG CCXConnectionSettings::*pValue;
+};
+constexpr RecordField recordFields[] = {
+    {"radioMeasurement", &CCXConnectionSettings::radioMeasurement},
+    {"locationBasedServices", &CCXConnectionSettings::locationBasedServices},
+    {"maxOffChannelTimeMs", &CCXConnectionSettings::maxOffChannelTimeMs},
+    {"minOnChannelTimeMs", &CCXConnectionSettings::minOnChannelTimeMs},
+    {"rapido", &CCXConnectionSettings::rapido},
+    {"advancedRoaming", &CCXConnectionSettings::advancedRoaming},
+    {"roamingOption", &CCXConnectionSettings::roamingOption},
+    {"keepAliveEnabled", &CCXConnectionSettings::keepAliveEnabled},
+    {"keepAlivePeriod", &CCXConnectionSettings::keepAlivePeriod},
+    {"authorizedProfile", &CCXConnectionSettings::authorizedProfile},
+    {"clientReporting", &CCXConnectionSettings::clientReporting},
+    {"diagnosticSsidLength", &CCXConnectionSettings::diagnosticSsidLength},
+};
+
+std::string ValueText(LONG lValue)
+{
+    if (lValue == CCXConnectionSettings::NotSet)
+        return "not set";
+    return lValue == CCXConnectionSettings::Invalid ? "invalid" : std::to_string(lValue);
+}
+
 void WriteConnectionRecord(std::ostream& table, const std::optional<CWideString>& strVendorText)
 {
     table << "\nConnection settings\n";
@@ -76,8 +102,12 @@ void WriteConnectionRecord(std::ostream& table, const std::optional<CWideString>
         table << "  none in the profile; the dialog begins with its defaults\n";
         return;
     }
-    for (const RecordField& field : ReadConnectionRecord(*strVendorText))
-        table << Row("  " + std::string(field.szName), ValueText(field.lValue));
+    CCXConnectionSettings record;
+    // Reading leaves it alone where the text has none.
+    record.roamingOption = CCXConnectionSettings::NotSet;
+    record.Parse(strVendorText->c_str());
+    for (const RecordField& field : recordFields)
+        table << Row("  " + std::string(field.szName), ValueText(record.*field.pValue));
 }
 
 std::string Table(IDot11ExtUI& root, const CProfileFile& profile)
@@ -95,16 +125,15 @@ std::string Table(IDot11ExtUI& root, const CProfileFile& profile)
 
 void Show(const ShowArguments& arguments)
 {
-    const CProfileFile profile(PathOf(arguments.strProfile));
+    const CProfileFile profile(PathOf(arguments.target.strProfile));
     const bool bMachine = !arguments.service.strFolder.empty() || !arguments.service.strAdapter.empty();
     // Without the machine being asked for, no service is needed, and none is touched.
     const auto pService = bMachine ? CWlanService::Open(arguments.service, true) : nullptr;
     CSession session(arguments.session, {profile.File()});
-    session.Print(NamingFile(profile.File(), [&] { return Table(session.Root(), profile); }));
+    session.Print(Naming(profile.Title(), [&] { return Table(session.Root(), profile); }));
     if (pService)
     {
-        const CWideString strName = arguments.strName.empty() ? profile.ProfileName() : WideOf(arguments.strName);
-        session.Print(AdapterTable(*pService, GuidOf(arguments.service.strAdapter), strName));
+        session.Print(AdapterTable(*pService, GuidOf(arguments.service.strAdapter), NameInService(arguments.target, profile)));
     }
     session.Close();
 }
@@ -114,9 +143,11 @@ void AddShowCommand(CLI::App& app, CommandWork& chosen)
 {
     const auto pArguments = std::make_shared<ShowArguments>();
     CLI::App* pCommand = app.add_subcommand("show", "Show what the extension answers about a profile");
-    pCommand->add_option("PROFILE", pArguments->strProfile, "The profile, as the platform exports it")->required()->type_name("");
+    pCommand->add_option("PROFILE", pArguments->target.strProfile, "The profile, as the platform exports it")
+        ->required()
+        ->type_name("");
     AddServiceArguments(*pCommand, pArguments->service);
-    AddStoredNameArgument(*pCommand, pArguments->strName);
+    AddStoredNameArgument(*pCommand, pArguments->target.strName);
     AddSessionArguments(*pCommand, pArguments->session);
     pCommand->footer("With --service or --adapter the machine's wireless adapters are shown as well.");
     pCommand->callback([pArguments, &chosen] { chosen = [pArguments] { Show(*pArguments); }; });

@@ -10,16 +10,11 @@ public:
     // Throws CHostError when the adapter has no profile of the name. The service is borrowed.
     CStoredProfile(const CWlanService& service, const GUID& adapter, const CWideString& strName);
 
-    const GUID& Adapter() const
-    {
-        return m_adapter;
-    }
     DWORD Flags() const
     {
         return m_dwFlags;
     }
-    // Throws CHostError, with the profile's title.
-    void Store() const;
+    void Store() const override;
 
 private:
     CStoredProfile(const CWlanService& service, const GUID& adapter, const StoredText& stored, const std::string& strTitle);

@@ -1,7 +1,6 @@
 #include "host/WlanService.h"
 
 #include "host/HostError.h"
-#include "host/Library.h"
 
 #include <rpc.h>
 
@@ -20,32 +19,12 @@ constexpr std::size_t cbRequest = 32;
 constexpr std::size_t objectIdentifierOffset = 4;
 constexpr std::size_t payloadLengthOffset = 12;
 
-// What a person can do something about.
-struct ErrorMeaning
-{
-    DWORD dwError;
-    const char* szMeaning;
-};
-constexpr ErrorMeaning errorMeanings[] = {
-    {ERROR_ACCESS_DENIED, " (access is denied)"},
-    {ERROR_DISK_FULL, " (the disk is full)"},
-    {ERROR_INVALID_DATA, " (invalid data; a simulated service's call log says what is wrong with its adapters.json)"},
-};
-
-const char* MeaningOf(DWORD dwError)
-{
-    const auto* const pFound = std::find_if(std::begin(errorMeanings), std::end(errorMeanings),
-                                            [&](const ErrorMeaning& row) { return row.dwError == dwError; });
-    return pFound != std::end(errorMeanings) ? pFound->szMeaning : "";
-}
-
 void RequireDone(DWORD dwError, const char* szCall)
 {
     if (dwError == ERROR_SERVICE_NOT_ACTIVE)
         throw CHostError("there is no WLAN service; name a simulated one with --service DIR");
     if (dwError != ERROR_SUCCESS)
-        throw CHostError(std::string("the WLAN service answered ") + szCall + " with error " + std::to_string(dwError) +
-                         MeaningOf(dwError));
+        throw CHostError(std::string("the WLAN service answered ") + szCall + " with " + ErrorText(dwError));
 }
 
 void SetVariable(const WCHAR* szName, const std::string& strPath)
@@ -84,9 +63,8 @@ CWlanService::CWlanService(const ServiceOptions& options)
     : m_library(LoadService(options)), m_pFreeMemory(Export<decltype(&WlanFreeMemory)>(m_library.Get(), "WlanFreeMemory"))
 {
     DWORD dwVersion = 0;
-    RequireDone(
-        Export<decltype(&WlanOpenHandle)>(m_library.Get(), "WlanOpenHandle")(clientVersion, nullptr, &dwVersion, &m_hClient),
-        "WlanOpenHandle");
+    RequireDone(Call<decltype(WlanOpenHandle)>("WlanOpenHandle", clientVersion, nullptr, &dwVersion, &m_hClient),
+                "WlanOpenHandle");
 }
 
 std::unique_ptr<CWlanService> CWlanService::Open(const ServiceOptions& options, bool bNeeded)
@@ -106,14 +84,13 @@ std::unique_ptr<CWlanService> CWlanService::Open(const ServiceOptions& options, 
 CWlanService::~CWlanService()
 {
     if (m_hClient)
-        Export<decltype(&WlanCloseHandle)>(m_library.Get(), "WlanCloseHandle")(m_hClient, nullptr);
+        Call<decltype(WlanCloseHandle)>("WlanCloseHandle", m_hClient, nullptr);
 }
 
 std::vector<WlanAdapter> CWlanService::Adapters() const
 {
     PWLAN_INTERFACE_INFO_LIST pList = nullptr;
-    RequireDone(Export<decltype(&WlanEnumInterfaces)>(m_library.Get(), "WlanEnumInterfaces")(m_hClient, nullptr, &pList),
-                "WlanEnumInterfaces");
+    RequireDone(Call<decltype(WlanEnumInterfaces)>("WlanEnumInterfaces", m_hClient, nullptr, &pList), "WlanEnumInterfaces");
     const auto list = Own(pList);
     std::vector<WlanAdapter> adapters;
     for (DWORD n = 0; n < list->dwNumberOfItems; ++n)
@@ -138,8 +115,8 @@ std::optional<StoredText> CWlanService::Profile(const GUID& adapter, const CWide
     StoredText profile{};
     LPWSTR szText = nullptr;
     DWORD dwAccess = 0;
-    const DWORD dwError = Export<decltype(&WlanGetProfile)>(m_library.Get(), "WlanGetProfile")(
-        m_hClient, &adapter, strName.c_str(), nullptr, &szText, &profile.dwFlags, &dwAccess);
+    const DWORD dwError = Call<decltype(WlanGetProfile)>("WlanGetProfile", m_hClient, &adapter, strName.c_str(), nullptr, &szText,
+                                                         &profile.dwFlags, &dwAccess);
     if (dwError == ERROR_NOT_FOUND)
         return std::nullopt;
     RequireDone(dwError, "WlanGetProfile");
@@ -151,8 +128,8 @@ std::optional<StoredText> CWlanService::Profile(const GUID& adapter, const CWide
 void CWlanService::Store(const GUID& adapter, const StoredText& profile) const
 {
     DWORD dwReason = 0;
-    const DWORD dwError = Export<decltype(&WlanSetProfile)>(m_library.Get(), "WlanSetProfile")(
-        m_hClient, &adapter, profile.dwFlags, profile.strText.c_str(), nullptr, TRUE, nullptr, &dwReason);
+    const DWORD dwError = Call<decltype(WlanSetProfile)>("WlanSetProfile", m_hClient, &adapter, profile.dwFlags,
+                                                         profile.strText.c_str(), nullptr, TRUE, nullptr, &dwReason);
     if (dwError == ERROR_BAD_PROFILE)
         throw CHostError("the WLAN service refuses the profile with reason " + std::to_string(dwReason));
     RequireDone(dwError, "WlanSetProfile");
@@ -161,9 +138,9 @@ void CWlanService::Store(const GUID& adapter, const StoredText& profile) const
 std::vector<unsigned> CWlanService::PhyTypes(const GUID& adapter) const
 {
     PWLAN_INTERFACE_CAPABILITY pCapability = nullptr;
-    RequireDone(Export<decltype(&WlanGetInterfaceCapability)>(m_library.Get(), "WlanGetInterfaceCapability")(
-                    m_hClient, &adapter, nullptr, &pCapability),
-                "WlanGetInterfaceCapability");
+    RequireDone(
+        Call<decltype(WlanGetInterfaceCapability)>("WlanGetInterfaceCapability", m_hClient, &adapter, nullptr, &pCapability),
+        "WlanGetInterfaceCapability");
     const auto capability = Own(pCapability);
     std::vector<unsigned> types;
     for (DWORD n = 0; n < capability->dwNumberOfSupportedPhys; ++n)
@@ -179,9 +156,9 @@ std::string CWlanService::AskDriver(const GUID& adapter, DWORD dwObjectIdentifie
     std::string strReply(cbHeader + cbMost, '\0');
     DWORD cbReturned = 0;
     // A driver that does not know the query is no failure: it has no answer.
-    Export<decltype(&WlanIhvControl)>(m_library.Get(), "WlanIhvControl")(
-        m_hClient, &adapter, wlan_ihv_control_type_driver, static_cast<DWORD>(request.size()), request.data(),
-        static_cast<DWORD>(strReply.size()), strReply.data(), &cbReturned);
+    Call<decltype(WlanIhvControl)>("WlanIhvControl", m_hClient, &adapter, wlan_ihv_control_type_driver,
+                                   static_cast<DWORD>(request.size()), request.data(), static_cast<DWORD>(strReply.size()),
+                                   strReply.data(), &cbReturned);
     const std::size_t cbValid = std::min<std::size_t>(cbReturned, strReply.size());
     return cbValid > cbHeader ? strReply.substr(cbHeader, cbValid - cbHeader) : std::string();
 }

@@ -1,7 +1,7 @@
 // The WLAN service as the host itself asks it, which is the one that the module meets.
 #pragma once
 
-#include "host/ComOwners.h"
+#include "host/Library.h"
 
 #include <wlanapi.h>
 
@@ -56,6 +56,12 @@ public:
     std::string AskDriver(const GUID& adapter, DWORD dwObjectIdentifier, DWORD cbPayload, std::size_t cbMost) const;
 
 private:
+    // Calls the library's function of this type and name.
+    template <class Function, class... Arguments>
+    DWORD Call(const char* szName, Arguments... arguments) const
+    {
+        return Export<Function*>(m_library.Get(), szName)(arguments...);
+    }
     template <class Record>
     auto Own(Record* pRecord) const
     {

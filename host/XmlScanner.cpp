@@ -4,19 +4,14 @@
 
 namespace
 {
-// The forms of markup that are told by their first characters and end at a fixed text.
+// The forms of markup that are no tags: told by their first characters, and ending at a fixed text.
 struct Delimited
 {
     CWideView opening;
     CWideView closing;
-    XmlTokenKind kind;
 };
 constexpr Delimited delimited[] = {
-    {OLESTR("<!--"), OLESTR("-->"), XmlTokenKind::Comment},
-    {OLESTR("<![CDATA["), OLESTR("]]>"), XmlTokenKind::CData},
-    {OLESTR("<?"), OLESTR("?>"), XmlTokenKind::Instruction},
-};
-constexpr CWideView documentType = OLESTR("<!DOCTYPE");
+    {OLESTR("<!--"), OLESTR("-->")}, {OLESTR("<![CDATA["), OLESTR("]]>")}, {OLESTR("<?"), OLESTR("?>")}};
 constexpr const WCHAR* endOfName = OLESTR(" \t\r\n/>");
 
 bool IsQuote(WCHAR ch)
@@ -24,9 +19,24 @@ bool IsQuote(WCHAR ch)
     return ch == OLESTR('"') || ch == OLESTR('\'');
 }
 
-[[noreturn]] void RefuseUnended()
+std::size_t Behind(CWideView text, CWideView closing, std::size_t nPosition)
 {
-    throw CHostError("a piece of markup does not end");
+    const std::size_t nFound = text.find(closing, nPosition);
+    if (nFound == CWideView::npos)
+        throw CHostError("a piece of markup does not end");
+    return nFound + closing.size();
+}
+
+// A quoted value may hold the closing character.
+std::size_t EndOfTag(CWideView text, std::size_t nPosition)
+{
+    for (;; ++nPosition)
+    {
+        nPosition = text.find_first_of(OLESTR(">\"'"), nPosition);
+        if (nPosition == CWideView::npos || text[nPosition] == OLESTR('>'))
+            return Behind(text, OLESTR(">"), nPosition);
+        nPosition = Behind(text, text.substr(nPosition, 1), nPosition + 1) - 1;
+    }
 }
 } // namespace
 
@@ -53,83 +63,19 @@ void CXmlScanner::ScanMarkup(XmlToken& token) const
 {
     const CWideView rest = m_text.substr(m_nPosition);
     for (const Delimited& form : delimited)
-    {
-        if (!rest.starts_with(form.opening))
-            continue;
-        token.kind = form.kind;
-        token.nEnd = Behind(form.closing, m_nPosition + form.opening.size());
-        return;
-    }
-    if (rest.starts_with(documentType))
-    {
-        token.kind = XmlTokenKind::DocumentType;
-        token.nEnd = EndOfDocumentType(m_nPosition + documentType.size());
-        return;
-    }
+        if (rest.starts_with(form.opening))
+        {
+            token.nEnd = Behind(m_text, form.closing, m_nPosition + form.opening.size());
+            return;
+        }
     const bool bEndTag = rest.starts_with(OLESTR("</"));
     const std::size_t nName = m_nPosition + (bEndTag ? 2 : 1);
-    token.nEnd = EndOfTag(nName);
+    token.nEnd = EndOfTag(m_text, nName);
     token.name = m_text.substr(nName, m_text.find_first_of(endOfName, nName) - nName);
     if (bEndTag)
         token.kind = XmlTokenKind::EndTag;
     else
         token.kind = m_text[token.nEnd - 2] == OLESTR('/') ? XmlTokenKind::EmptyTag : XmlTokenKind::StartTag;
-}
-
-std::size_t CXmlScanner::EndOfTag(std::size_t nPosition) const
-{
-    for (; nPosition < m_text.size(); ++nPosition)
-    {
-        const WCHAR ch = m_text[nPosition];
-        if (ch == OLESTR('>'))
-            return nPosition + 1;
-        if (IsQuote(ch))
-            nPosition = Behind(m_text.substr(nPosition, 1), nPosition + 1) - 1;
-    }
-    RefuseUnended();
-}
-
-// The internal subset holds declarations with quotes, comments and instructions, any of which may hold the closing
-// characters.
-std::size_t CXmlScanner::EndOfDocumentType(std::size_t nPosition) const
-{
-    bool bInSubset = false;
-    while (nPosition < m_text.size())
-    {
-        const WCHAR ch = m_text[nPosition];
-        const CWideView rest = m_text.substr(nPosition);
-        if (IsQuote(ch))
-        {
-            nPosition = Behind(rest.substr(0, 1), nPosition + 1);
-            continue;
-        }
-        if (rest.starts_with(OLESTR("<!--")))
-        {
-            nPosition = Behind(OLESTR("-->"), nPosition + 4);
-            continue;
-        }
-        if (rest.starts_with(OLESTR("<?")))
-        {
-            nPosition = Behind(OLESTR("?>"), nPosition + 2);
-            continue;
-        }
-        ++nPosition;
-        if (ch == OLESTR('['))
-            bInSubset = true;
-        else if (ch == OLESTR(']'))
-            bInSubset = false;
-        else if (ch == OLESTR('>') && !bInSubset)
-            return nPosition;
-    }
-    RefuseUnended();
-}
-
-std::size_t CXmlScanner::Behind(CWideView closing, std::size_t nPosition) const
-{
-    const std::size_t nFound = m_text.find(closing, nPosition);
-    if (nFound == CWideView::npos)
-        RefuseUnended();
-    return nFound + closing.size();
 }
 
 std::vector<XmlAttribute> ScanAttributes(CWideView inner)
@@ -172,9 +118,4 @@ CWideView PrefixOf(CWideView name)
 CWideView LocalNameOf(CWideView name)
 {
     return name.substr(name.find(OLESTR(':')) + 1);
-}
-
-bool IsXmlWhiteSpace(CWideView text)
-{
-    return text.find_first_not_of(xmlWhiteSpace) == CWideView::npos;
 }

@@ -1,5 +1,5 @@
-// Where the pieces of an XML text begin and end. The scanner only finds positions: whether the text is well-formed is
-// the document component's judgement, made before.
+// Where the pieces of an XML text begin and end. The scanner only finds positions: whether the text is well-formed, and
+// that it has no document type, is the document component's judgement, made before.
 #pragma once
 
 #include "values/WideText.h"
@@ -10,11 +10,7 @@ inline constexpr const WCHAR* xmlWhiteSpace = OLESTR(" \t\r\n");
 
 enum class XmlTokenKind
 {
-    Text,
-    CData,
-    Comment,
-    Instruction, // the XML declaration too
-    DocumentType,
+    Text, // and everything else that is no tag
     StartTag,
     EmptyTag, // <name/>
     EndTag,
@@ -41,9 +37,6 @@ public:
 
 private:
     void ScanMarkup(XmlToken& token) const;
-    std::size_t EndOfTag(std::size_t nPosition) const;
-    std::size_t EndOfDocumentType(std::size_t nPosition) const;
-    std::size_t Behind(CWideView closing, std::size_t nPosition) const;
 
     CWideView m_text;
     std::size_t m_nPosition = 0;
@@ -68,5 +61,3 @@ std::vector<XmlAttribute> AttributesOf(CWideView text, const XmlToken& tag);
 // The parts of a name before and behind the colon; the first is empty when there is none.
 CWideView PrefixOf(CWideView name);
 CWideView LocalNameOf(CWideView name);
-
-bool IsXmlWhiteSpace(CWideView text);

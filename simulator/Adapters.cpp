@@ -36,10 +36,10 @@ const std::string& TextOf(const Json& value)
     return value.get_ref<const std::string&>();
 }
 
-WideText WideTextOf(const Json& value)
+CWideString WideTextOf(const Json& value)
 {
     // The parser has refused what is not UTF-8 already.
-    return FromUtf8(TextOf(value)).value_or(WideText());
+    return WideOf(TextOf(value));
 }
 
 DWORD NumberOf(const Json& value)
@@ -51,7 +51,7 @@ DWORD NumberOf(const Json& value)
 
 GUID GuidOf(const Json& value)
 {
-    WideText text = WideTextOf(value);
+    CWideString text = WideTextOf(value);
     GUID guid{};
     if (text.size() != 36 || UuidFromStringW(reinterpret_cast<RPC_WSTR>(text.data()), &guid) != RPC_S_OK)
         Refuse("not a GUID: " + value.dump());
@@ -145,10 +145,10 @@ Adapter FindAdapter(const std::filesystem::path& serviceFolder, const GUID& guid
     throw CServiceError(ERROR_NOT_FOUND, "no such adapter");
 }
 
-WideText GuidText(const GUID& guid)
+CWideString GuidText(const GUID& guid)
 {
     constexpr std::size_t cchGuid = 36;
-    WideText text(cchGuid, WCHAR{});
+    CWideString text(cchGuid, WCHAR{});
     UUID uuid = guid;
     RPC_WSTR szText = nullptr;
     if (UuidToStringW(&uuid, &szText) != RPC_S_OK)

@@ -1,7 +1,7 @@
 // The machine's wireless adapters, as adapters.json lists them.
 #pragma once
 
-#include "simulator/Text.h"
+#include "values/Utf8Text.h"
 
 #include <windows.h>
 #include <wlanapi.h>
@@ -16,7 +16,7 @@ namespace simulator
 struct Adapter
 {
     GUID guid{};
-    WideText description;
+    CWideString description;
     WLAN_INTERFACE_STATE state = wlan_interface_state_disconnected;
     std::vector<DOT11_PHY_TYPE> phyTypes; // at most WLAN_MAX_PHY_INDEX
     // What the driver answers; a query without an answer here is one that the driver does not know.
@@ -36,5 +36,5 @@ std::vector<Adapter> ReadAdapters(const std::filesystem::path& serviceFolder);
 Adapter FindAdapter(const std::filesystem::path& serviceFolder, const GUID& guid);
 
 // The 36 characters in lower case, without braces.
-WideText GuidText(const GUID& guid);
+CWideString GuidText(const GUID& guid);
 } // namespace simulator

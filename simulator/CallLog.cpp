@@ -20,7 +20,7 @@ std::string Formatted(const char* szFormat, unsigned long long value)
     return std::string(text, static_cast<std::size_t>(std::max(cch, 0)));
 }
 
-std::string Quoted(WideView text)
+std::string Quoted(CWideView text)
 {
     std::string quoted = "\"";
     for (const WCHAR unit : text)
@@ -70,7 +70,7 @@ CCallLine& CCallLine::Interface(const GUID* pGuid) noexcept
         [&]
         {
             m_line += " interface=";
-            m_line += pGuid ? ToUtf8(GuidText(*pGuid)).value_or("") : "null";
+            m_line += pGuid ? Utf8Of(GuidText(*pGuid)) : "null";
         });
 }
 
@@ -92,7 +92,8 @@ CCallLine& CCallLine::Hex(const char* szWhat, DWORD dwValue) noexcept
 CCallLine& CCallLine::Length(const char* szWhat, LPCWSTR szText) noexcept
 {
     return Add(
-        [&] { m_line += std::string(" ") + szWhat + (szText ? ".length=" + std::to_string(WideView(szText).size()) : "=null"); });
+        [&]
+        { m_line += std::string(" ") + szWhat + (szText ? ".length=" + std::to_string(CWideView(szText).size()) : "=null"); });
 }
 
 CCallLine& CCallLine::Bytes(const char* szWhat, const void* pBytes, std::size_t cb) noexcept

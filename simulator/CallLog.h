@@ -2,7 +2,7 @@
 // are logged by their length.
 #pragma once
 
-#include "simulator/Text.h"
+#include "values/Utf8Text.h"
 
 #include <windows.h>
 

@@ -30,12 +30,9 @@ constexpr FunctionState Function(const char* szName, bool bHasResult = true)
 std::mutex tableMutex;
 
 FunctionState functionTable[] = {
-    Function("WlanOpenHandle"),        Function("WlanCloseHandle"),
-    Function("WlanEnumInterfaces"),    Function("WlanGetInterfaceCapability"),
-    Function("WlanGetProfile"),        Function("WlanGetProfileList"),
-    Function("WlanSetProfile"),        Function("WlanDeleteProfile"),
-    Function("WlanIhvControl"),        Function("WlanReasonCodeToString"),
-    Function("WlanFreeMemory", false),
+    Function("WlanOpenHandle"), Function("WlanCloseHandle"),       Function("WlanEnumInterfaces"),
+    Function("WlanGetProfile"), Function("WlanSetProfile"),        Function("WlanGetInterfaceCapability"),
+    Function("WlanIhvControl"), Function("WlanFreeMemory", false),
 };
 
 FunctionState* FindFunction(const char* szFunction)

@@ -4,6 +4,7 @@
 
 #include "simulator/CallLog.h"
 #include "simulator/ServiceError.h"
+#include "simulator/files/File.h"
 
 #include <windows.h>
 
@@ -27,6 +28,11 @@ DWORD RunCall(CCallLine& line, Act act) noexcept
     catch (const CServiceError& error)
     {
         line.Reason(error.Reason());
+        return error.Code();
+    }
+    catch (const CFileError& error)
+    {
+        line.Reason(std::string("a file ") + error.what());
         return error.Code();
     }
     catch (const std::bad_alloc&)

@@ -1,7 +1,8 @@
 // What a profile text says about itself.
 #pragma once
 
-#include "simulator/Text.h"
+#include "values/ComRef.h"
+#include "values/WideText.h"
 
 #include <msxml2.h>
 #include <objbase.h>
@@ -25,8 +26,8 @@ private:
 
 struct ProfileVerdict
 {
-    DWORD dwReason; // reasonSuccess, or why the service refuses the text
-    WideText name;  // with reasonSuccess only
+    DWORD dwReason;   // reasonSuccess, or why the service refuses the text
+    CWideString name; // with reasonSuccess only
 };
 
 // Reads profiles through the platform's document component. Lives and is used on one thread.
@@ -35,15 +36,12 @@ class CProfileReader
 public:
     // Throws CServiceError when the document component cannot be had.
     CProfileReader();
-    ~CProfileReader();
-    CProfileReader(const CProfileReader&) = delete;
-    CProfileReader& operator=(const CProfileReader&) = delete;
 
     // Accepts a well-formed document with the root WLANProfile and a name of 1 to 255 code units.
-    ProfileVerdict Read(WideView text);
+    ProfileVerdict Read(CWideView text);
 
 private:
-    CComScope m_scope;
-    IXMLDOMDocument* m_pDocument = nullptr;
+    CComScope m_scope; // first: it outlives the other
+    CComRef<IXMLDOMDocument> m_document;
 };
 } // namespace simulator

@@ -3,7 +3,9 @@
 #include "simulator/Adapters.h"
 #include "simulator/ReasonCodes.h"
 #include "simulator/ServiceError.h"
-#include "simulator/ServiceFiles.h"
+#include "simulator/ServiceFolder.h"
+#include "simulator/files/StagedFile.h"
+#include "values/Utf8Text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -22,17 +24,17 @@ constexpr std::size_t cchLongestStem = 80;
 
 bool IsFileNameCharacter(WCHAR unit)
 {
-    constexpr WideView others = OLESTR("-_ ");
+    constexpr CWideView others = OLESTR("-_ ");
     return (unit >= OLESTR('a') && unit <= OLESTR('z')) || (unit >= OLESTR('A') && unit <= OLESTR('Z')) ||
-           (unit >= OLESTR('0') && unit <= OLESTR('9')) || others.find(unit) != WideView::npos;
+           (unit >= OLESTR('0') && unit <= OLESTR('9')) || others.find(unit) != CWideView::npos;
 }
 
 // The name that the platform's own export gives a profile's file, with what a file system may refuse written as the
 // code unit's number. The words in front keep device names ("con") ordinary.
-WideText FileStem(WideView name)
+CWideString FileStem(CWideView name)
 {
-    constexpr WideView digits = OLESTR("0123456789ABCDEF");
-    WideText stem = OLESTR("Wi-Fi-");
+    constexpr CWideView digits = OLESTR("0123456789ABCDEF");
+    CWideString stem = OLESTR("Wi-Fi-");
     for (const WCHAR unit : name)
     {
         if (stem.size() >= cchLongestStem)
@@ -47,6 +49,27 @@ WideText FileStem(WideView name)
             stem.push_back(digits[(static_cast<unsigned>(unit) >> shift) & 0xF]);
     }
     return stem;
+}
+
+// The text of a file that a person or a tool wrote: UTF-8 or UTF-16. Nothing when it is neither.
+std::optional<CWideString> DecodeFile(std::string_view bytes)
+{
+    const auto [form, cbMark] = BeginningOf(bytes);
+    bytes.remove_prefix(cbMark);
+    if (form == UnicodeForm::Utf8)
+        return WideOfUtf8(bytes);
+    return bytes.size() % 2 == 0 ? std::optional(WideOfUtf16(bytes, form)) : std::nullopt;
+}
+
+std::optional<std::string> ReadFileIfPresent(const fs::path& path)
+{
+    return IsFile(path) ? std::optional(CFile(path, GENERIC_READ, OPEN_EXISTING).ReadAll()) : std::nullopt;
+}
+
+void EnsureFolder(const fs::path& folder)
+{
+    if (!CreateDirectoryW(folder.string<WCHAR>().c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS)
+        throw CFileError("a folder cannot be made");
 }
 
 fs::path FlagsFile(fs::path file)
@@ -83,13 +106,16 @@ void Replace(const fs::path& file, std::string_view encodedText, DWORD dwFlags)
     }
 }
 
-void Remove(const fs::path& file)
-{
-    RemoveFile(file);
-    if (IsFile(FlagsFile(file)))
-        RemoveFile(FlagsFile(file));
-}
 } // namespace
+
+std::optional<std::string> EncodeFile(CWideView text)
+{
+    auto bytes = Utf8OfWide(text);
+    // A mark that belongs to the text gets one before it that belongs to the file.
+    if (bytes && BeginningOf(*bytes).cbMark != 0)
+        bytes->insert(0, bytes->substr(0, BeginningOf(*bytes).cbMark));
+    return bytes;
+}
 
 CProfileStore::CProfileStore(const fs::path& serviceFolder, const GUID& guid)
     : m_serviceFolder(serviceFolder), m_folder(serviceFolder / "profiles" / fs::path(GuidText(guid)))
@@ -128,21 +154,7 @@ std::vector<StoredProfile> CProfileStore::ReadFolder()
     return profiles;
 }
 
-std::vector<StoredProfile> CProfileStore::List()
-{
-    std::vector<StoredProfile> profiles;
-    for (StoredProfile& profile : ReadFolder())
-    {
-        const auto known = std::find_if(profiles.begin(), profiles.end(), [&](const auto& p) { return p.name == profile.name; });
-        if (known == profiles.end())
-            profiles.push_back(std::move(profile));
-        else if (profile.file.stem() == fs::path(FileStem(profile.name)))
-            *known = std::move(profile);
-    }
-    return profiles;
-}
-
-std::optional<StoredProfile> CProfileStore::Find(WideView name)
+std::optional<StoredProfile> CProfileStore::Find(CWideView name)
 {
     const auto usual = m_folder / fs::path(FileStem(name) + OLESTR(".xml"));
     if (auto profile = ReadProfile(usual); profile && profile->name == name)
@@ -155,7 +167,7 @@ std::optional<StoredProfile> CProfileStore::Find(WideView name)
     return std::nullopt;
 }
 
-fs::path CProfileStore::FreeFile(WideView name) const
+fs::path CProfileStore::FreeFile(CWideView name) const
 {
     const fs::path stem = m_folder / fs::path(FileStem(name));
     for (unsigned uTry = 1;; ++uTry)
@@ -169,26 +181,13 @@ fs::path CProfileStore::FreeFile(WideView name) const
     }
 }
 
-void CProfileStore::Store(WideView name, std::string_view encodedText, DWORD dwFlags, bool bOverwrite)
+void CProfileStore::Store(CWideView name, std::string_view encodedText, DWORD dwFlags, bool bOverwrite)
 {
     EnsureFolder(m_serviceFolder / "profiles");
     EnsureFolder(m_folder);
-    RemoveLeftovers(m_folder);
+    RemoveLeftovers(m_folder, {});
     const auto existing = Find(name);
     Require(!existing || bOverwrite, ERROR_ALREADY_EXISTS);
     Replace(existing ? existing->file : FreeFile(name), encodedText, dwFlags);
-}
-
-bool CProfileStore::Delete(WideView name)
-{
-    bool bFound = false;
-    for (const StoredProfile& profile : ReadFolder())
-    {
-        if (profile.name != name)
-            continue;
-        Remove(profile.file);
-        bFound = true;
-    }
-    return bFound;
 }
 } // namespace simulator

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "simulator/ProfileReader.h"
-#include "simulator/Text.h"
 
 #include <windows.h>
 
@@ -14,35 +13,35 @@ namespace simulator
 {
 struct StoredProfile
 {
-    WideText name;
-    WideText text;
+    CWideString name;
+    CWideString text;
     DWORD dwFlags;
     std::filesystem::path file;
 };
 
-// Works on the folder as it is at each call; the caller holds a CServiceLock, the writing kind for Store and Delete.
-// Failures of the file system are thrown as CServiceError with the platform's code.
+// UTF-8 such that reading the file gives back exactly the text. Nothing when the text holds a lone surrogate: it has no such
+// form, and a substitute would alter it.
+std::optional<std::string> EncodeFile(CWideView text);
+
+// Works on the folder as it is at each call; the caller holds a CServiceLock.
+// Failures of the file system are thrown as CFileError.
 class CProfileStore
 {
 public:
     CProfileStore(const std::filesystem::path& serviceFolder, const GUID& guid);
 
-    // Every readable profile in the order of the file names. Of several files with one profile name the one that the
-    // service itself would have written comes first and counts; the others are left out.
-    std::vector<StoredProfile> List();
-    std::optional<StoredProfile> Find(WideView name);
+    // Of several files with one profile name the one that the service itself would have written counts, else the first in
+    // the order of the file names.
+    std::optional<StoredProfile> Find(CWideView name);
 
     // Afterwards either the old profile is there, whole, or the new one. Throws ERROR_ALREADY_EXISTS when the profile
     // exists and bOverwrite is false.
-    void Store(WideView name, std::string_view encodedText, DWORD dwFlags, bool bOverwrite);
-
-    // Deletes every file that holds the profile; false when there was none.
-    bool Delete(WideView name);
+    void Store(CWideView name, std::string_view encodedText, DWORD dwFlags, bool bOverwrite);
 
 private:
     std::optional<StoredProfile> ReadProfile(const std::filesystem::path& file);
     std::vector<StoredProfile> ReadFolder();
-    std::filesystem::path FreeFile(WideView name) const;
+    std::filesystem::path FreeFile(CWideView name) const;
 
     std::filesystem::path m_serviceFolder;
     std::filesystem::path m_folder;

@@ -6,7 +6,6 @@
 namespace simulator
 {
 inline constexpr DWORD reasonSuccess = 0;
-inline constexpr DWORD reasonUnknown = 0x10001;
 inline constexpr DWORD reasonInvalidProfileSchema = 0x80001;
 inline constexpr DWORD reasonInvalidProfileName = 0x80003;
 } // namespace simulator

@@ -34,11 +34,4 @@ inline void Require(bool bHolds, DWORD dwCode = ERROR_INVALID_PARAMETER)
     if (!bHolds)
         throw CServiceError(dwCode);
 }
-
-// To be called right after the platform function that failed.
-[[noreturn]] inline void ThrowLastError(const char* szWhat)
-{
-    const DWORD dwError = GetLastError();
-    throw CServiceError(dwError != ERROR_SUCCESS ? dwError : DWORD{ERROR_GEN_FAILURE}, szWhat);
-}
 } // namespace simulator

@@ -1,7 +1,7 @@
 #include "simulator/ServiceFolder.h"
 
 #include "simulator/ServiceError.h"
-#include "simulator/Text.h"
+#include "values/Utf8Text.h"
 
 #include <objbase.h>
 
@@ -16,7 +16,7 @@ std::mutex processMutex;
 
 std::optional<fs::path> PathFromEnvironment(LPCWSTR szName)
 {
-    WideText value(MAX_PATH, WCHAR{});
+    CWideString value(MAX_PATH, WCHAR{});
     for (;;)
     {
         const DWORD cch = GetEnvironmentVariableW(szName, value.data(), static_cast<DWORD>(value.size()));
@@ -44,14 +44,20 @@ fs::path AdaptersFile(const fs::path& serviceFolder)
     return serviceFolder / "adapters.json";
 }
 
+bool IsFile(const fs::path& path)
+{
+    std::error_code ignored;
+    return fs::is_regular_file(path, ignored);
+}
+
 CServiceLock::CServiceLock(const fs::path& serviceFolder, Access access) : m_processLock(processMutex)
 {
     try
     {
-        m_lockFile = std::make_unique<CFile>(serviceFolder / "service.lock", GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS);
-        m_lockFile->Lock(access == Access::Write);
+        m_lockFile.emplace(serviceFolder / "service.lock", GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS);
+        m_lockFile->Lock(true);
     }
-    catch (const CServiceError&)
+    catch (const CFileError&)
     {
         if (access == Access::Write)
             throw;

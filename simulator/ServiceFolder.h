@@ -1,10 +1,9 @@
 // The folder that holds the service's state, and the right to use it for one operation.
 #pragma once
 
-#include "simulator/ServiceFiles.h"
+#include "simulator/files/File.h"
 
 #include <filesystem>
-#include <memory>
 #include <mutex>
 #include <optional>
 
@@ -19,9 +18,11 @@ std::filesystem::path ServiceFolder();
 
 std::filesystem::path AdaptersFile(const std::filesystem::path& serviceFolder);
 
-// Held by every operation on profiles: one thread of this process at a time, and among processes either one writer or
-// many readers. Readers take part because an open file cannot be replaced on the platform. A folder in which the lock
-// file cannot be made can only be read, and is then read without it.
+bool IsFile(const std::filesystem::path& path);
+
+// Held by every operation on profiles: one at a time, among the threads of this process and among processes. Readers take
+// part because an open file cannot be replaced on the platform. A folder in which the lock file cannot be made can only be
+// read, and is then read without it.
 class CServiceLock
 {
 public:
@@ -34,6 +35,6 @@ public:
 
 private:
     std::lock_guard<std::mutex> m_processLock;
-    std::unique_ptr<CFile> m_lockFile;
+    std::optional<CFile> m_lockFile;
 };
 } // namespace simulator

@@ -2,7 +2,6 @@
 #include "simulator/Adapters.h"
 #include "simulator/Calls.h"
 #include "simulator/Clients.h"
-#include "simulator/ReasonCodes.h"
 #include "simulator/ServiceFolder.h"
 
 #include <windows.h>
@@ -22,33 +21,13 @@ constexpr DWORD lowestVersion = 1;
 constexpr DWORD highestVersion = 2;
 
 // Copies what fits and ends it with a zero; the rest of the buffer stays.
-void CopyTruncated(WideView text, WCHAR* szBuffer, std::size_t cchBuffer)
+void CopyTruncated(CWideView text, WCHAR* szBuffer, std::size_t cchBuffer)
 {
     const std::size_t cch = std::min(text.size(), cchBuffer - 1);
     std::copy_n(text.data(), cch, szBuffer);
     szBuffer[cch] = WCHAR{};
 }
 
-struct ReasonText
-{
-    DWORD dwReason;
-    LPCWSTR szText;
-};
-constexpr ReasonText reasonTexts[] = {
-    {reasonSuccess, OLESTR("Nothing went wrong.")},
-    {reasonInvalidProfileSchema, OLESTR("The text is not a wireless profile.")},
-    {reasonInvalidProfileName, OLESTR("The profile has no usable name.")},
-};
-
-LPCWSTR TextOfReason(DWORD dwReason)
-{
-    for (const ReasonText& entry : reasonTexts)
-    {
-        if (entry.dwReason == dwReason)
-            return entry.szText;
-    }
-    return OLESTR("The reason is not known.");
-}
 } // namespace
 
 DWORD WINAPI WlanOpenHandle(DWORD dwClientVersion, PVOID pReserved, PDWORD pdwNegotiatedVersion, PHANDLE phClientHandle)
@@ -123,17 +102,6 @@ DWORD WINAPI WlanGetInterfaceCapability(HANDLE hClientHandle, const GUID* pInter
             std::copy(adapter.phyTypes.begin(), adapter.phyTypes.end(), pCapability->dot11PhyTypes);
             *ppCapability = pCapability;
             line.Number("phys", pCapability->dwNumberOfSupportedPhys);
-        });
-}
-
-DWORD WINAPI WlanReasonCodeToString(DWORD dwReasonCode, DWORD cchBuffer, PWCHAR szBuffer, PVOID pReserved)
-{
-    return ServiceCall(
-        "WlanReasonCodeToString", [&](CCallLine& line) { line.Hex("reason", dwReasonCode).Number("size", cchBuffer); },
-        [&](CCallLine&)
-        {
-            Require(szBuffer && cchBuffer != 0 && !pReserved);
-            CopyTruncated(TextOfReason(dwReasonCode), szBuffer, cchBuffer);
         });
 }
 

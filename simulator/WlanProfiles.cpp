@@ -10,8 +10,6 @@
 
 #include <wlanapi.h>
 
-#include <algorithm>
-#include <cstddef>
 #include <cstring>
 
 using namespace simulator;
@@ -70,32 +68,6 @@ DWORD WINAPI WlanGetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, LP
         });
 }
 
-DWORD WINAPI WlanGetProfileList(HANDLE hClientHandle, const GUID* pInterfaceGuid, PVOID pReserved,
-                                PWLAN_PROFILE_INFO_LIST* ppProfileList)
-{
-    return ServiceCall(
-        "WlanGetProfileList", [&](CCallLine& line) { line.Handle(hClientHandle).Interface(pInterfaceGuid); },
-        [&](CCallLine& line)
-        {
-            RequireClient(hClientHandle);
-            Require(pInterfaceGuid && ppProfileList && !pReserved);
-            const auto profiles = CLockedStore(*pInterfaceGuid, CServiceLock::Access::Read)->List();
-            const std::size_t cb = offsetof(WLAN_PROFILE_INFO_LIST, ProfileInfo) + profiles.size() * sizeof(WLAN_PROFILE_INFO);
-            auto* pList = static_cast<PWLAN_PROFILE_INFO_LIST>(AllocateBlock(std::max(cb, sizeof(WLAN_PROFILE_INFO_LIST))));
-            WLAN_PROFILE_INFO* pInfo = pList->ProfileInfo;
-            for (const StoredProfile& profile : profiles)
-            {
-                // Shorter than the field, or the reader would have refused the profile.
-                std::copy(profile.name.begin(), profile.name.end(), pInfo->strProfileName);
-                pInfo->dwFlags = profile.dwFlags;
-                ++pInfo;
-            }
-            pList->dwNumberOfItems = static_cast<DWORD>(profiles.size());
-            *ppProfileList = pList;
-            line.Number("items", pList->dwNumberOfItems);
-        });
-}
-
 DWORD WINAPI WlanSetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, DWORD dwFlags, LPCWSTR szProfileXml,
                             LPCWSTR szAllUserProfileSecurity, BOOL bOverwrite, PVOID pReserved, DWORD* pdwReasonCode)
 {
@@ -127,17 +99,5 @@ DWORD WINAPI WlanSetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, DW
             CLockedStore(*pInterfaceGuid, CServiceLock::Access::Write)
                 ->Store(verdict.name, *encodedText, dwFlags, bOverwrite != FALSE);
             *pdwReasonCode = reasonSuccess;
-        });
-}
-
-DWORD WINAPI WlanDeleteProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, LPCWSTR szProfileName, PVOID pReserved)
-{
-    return ServiceCall(
-        "WlanDeleteProfile", [&](CCallLine& line) { line.Handle(hClientHandle).Interface(pInterfaceGuid).Name(szProfileName); },
-        [&](CCallLine&)
-        {
-            RequireClient(hClientHandle);
-            Require(pInterfaceGuid && szProfileName && !pReserved);
-            Require(CLockedStore(*pInterfaceGuid, CServiceLock::Access::Write)->Delete(szProfileName), ERROR_NOT_FOUND);
         });
 }

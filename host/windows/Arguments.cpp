@@ -1,6 +1,6 @@
 #include "host/Arguments.h"
 
-#include "host/Utf8.h"
+#include "values/Utf8Text.h"
 
 #include <memory>
 #include <shellapi.h>

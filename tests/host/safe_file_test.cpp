@@ -20,37 +20,24 @@ std::set<std::string> FilesIn(const CTestFolder& folder)
     return names;
 }
 
-TEST(SafeFileTest, TakesAwayWhatKilledWritersLeft)
-{
-    for (const bool bExists : {false, true})
-    {
-        const CTestFolder folder;
-        const auto target = folder.Path() / "office.xml";
-        if (bExists)
-            WriteBytes(target, "old");
-        for (const char* szLeftover : {"office.xml.korihost-1234", "office.xml.korihost-aB3xYz"})
-            WriteBytes(folder.Path() / szLeftover, "half of the n");
-        WriteSafely(target, "new");
-        EXPECT_EQ("new", ReadBytes(target));
-        EXPECT_EQ(std::set<std::string>{"office.xml"}, FilesIn(folder));
-    }
-}
-
-TEST(SafeFileTest, LeavesTheFilesOfOthers)
+TEST(SafeFileTest, TakesAwayWhatKilledWritersLeftAndNothingOfOthers)
 {
     const CTestFolder folder;
-    const std::set<std::string> others = {"office.xml.backup", "office.xml.tmp", "office.xml.korihos",
-                                          "other.xml.korihost-aB3xYz", "x.office.xml.korihost-aB3xYz"};
-    for (const std::string& strName : others)
-        WriteBytes(folder.Path() / strName, "other");
+    const auto target = folder.Path() / "office.xml";
     // A folder of such a name cannot be taken away, and is no obstacle.
-    const auto obstacle = folder.Path() / "office.xml.korihost-folder";
-    std::filesystem::create_directories(obstacle / "full");
-    WriteSafely(folder.Path() / "office.xml", "new");
-    std::set<std::string> expected = others;
-    expected.insert({"office.xml", "office.xml.korihost-folder"});
-    EXPECT_EQ(expected, FilesIn(folder));
-    EXPECT_EQ("other", ReadBytes(folder.Path() / "office.xml.backup"));
+    std::set<std::string> expected = {"office.xml.backup", "office.xml.unfinished", "other.xml.unfinished-12",
+                                      "x.office.xml.unfinished-12", "office.xml.unfinished-folder"};
+    std::filesystem::create_directories(folder.Path() / "office.xml.unfinished-folder/full");
+    for (const std::string& strName : expected)
+        WriteBytes(folder.Path() / strName, "other");
+    expected.insert("office.xml");
+    for (const char* szText : {"new", "newer"})
+    {
+        WriteBytes(folder.Path() / "office.xml.unfinished-1234", "half of the n");
+        WriteSafely(target, szText);
+        EXPECT_EQ(szText, ReadBytes(target));
+        EXPECT_EQ(expected, FilesIn(folder));
+    }
 }
 
 // One that tidies up must not take the other's file for a leftover.
@@ -82,15 +69,31 @@ TEST(SafeFileTest, WritersOfOneFileLeaveEachOtherAlone)
     EXPECT_EQ(std::set<std::string>{"office.xml"}, FilesIn(folder));
 }
 
-TEST(SafeFileTest, KeepsThePermissions)
+TEST(SafeFileTest, KeepsThePermissionsAlsoThroughALink)
+{
+    const CTestFolder folder;
+    const auto target = folder.Path() / "office.xml";
+    const auto link = folder.Path() / "link.xml";
+    WriteBytes(target, "old");
+    std::filesystem::permissions(target, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    const auto before = std::filesystem::status(target).permissions();
+    std::error_code error;
+    std::filesystem::create_symlink(target, link, error); // not every system lets everybody make one
+    WriteSafely(error ? target : link, "new");
+    EXPECT_EQ("new", ReadBytes(target));
+    EXPECT_EQ(before, std::filesystem::status(target).permissions());
+    EXPECT_TRUE(error || std::filesystem::is_symlink(link));
+}
+
+TEST(SafeFileTest, LeavesAProtectedFileAlone)
 {
     const CTestFolder folder;
     const auto target = folder.Path() / "office.xml";
     WriteBytes(target, "old");
-    std::filesystem::permissions(target, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
-    const auto before = std::filesystem::status(target).permissions();
-    WriteSafely(target, "new");
-    EXPECT_EQ("new", ReadBytes(target));
-    EXPECT_EQ(before, std::filesystem::status(target).permissions());
+    std::filesystem::permissions(target, std::filesystem::perms::owner_write, std::filesystem::perm_options::remove);
+    EXPECT_THROW(WriteSafely(target, "new"), CHostError);
+    EXPECT_EQ("old", ReadBytes(target));
+    std::filesystem::permissions(target, std::filesystem::perms::owner_write, std::filesystem::perm_options::add);
+    EXPECT_EQ(std::set<std::string>{"office.xml"}, FilesIn(folder));
 }
 } // namespace

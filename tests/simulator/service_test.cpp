@@ -1,347 +1,447 @@
-#include "tests/simulator/ServiceUnderTest.h"
+// The simulated service as its clients see it: a module loaded by its path, functions found by their names, a folder.
+#include "simulator/SimulatedWlan.h"
+#include "tests/support/ModuleUnderTest.h"
+#include "tests/support/TestFolder.h"
+#include "values/Utf8Text.h"
 
-#include <objbase.h>
+#include <windows.h>
 
-namespace service_test
-{
+#include <wlanapi.h>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <set>
+#include <thread>
+
 namespace
 {
-constexpr DWORD success = ERROR_SUCCESS;
-constexpr DWORD badName = 0x80003;
+using namespace tests;
+namespace fs = std::filesystem;
 
-struct Request
-{
-    unsigned char bytes[32] = {};
-    Request(DWORD dwObjectIdentifier, unsigned char cbPayload)
-    {
-        for (unsigned i = 0; i < 4; ++i)
-            bytes[4 + i] = static_cast<unsigned char>(dwObjectIdentifier >> (8 * i));
-        bytes[12] = cbPayload;
-    }
-};
+constexpr DWORD success = ERROR_SUCCESS;
+constexpr DWORD badSchema = 0x80001;
+constexpr DWORD badName = 0x80003;
 constexpr DWORD vendorQuery = 0x0001010D;
 constexpr DWORD rapidoQuery = 0xFF000040;
+constexpr auto driver = wlan_ihv_control_type_driver;
 
-TEST_F(ServiceTest, OpensVersionsOneAndTwoAndNothingElse)
+constexpr GUID firstGuid = {0x11112222, 0x3333, 0x4444, {0x55, 0x55, 0x66, 0x66, 0x77, 0x77, 0x88, 0x88}};
+constexpr GUID secondGuid = {0xaaaabbbb, 0xcccc, 0xdddd, {0xee, 0xee, 0xff, 0xff, 0x00, 0x00, 0x11, 0x11}};
+constexpr GUID unknownGuid = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
+constexpr const char* firstAdapter = R"("guid": "11112222-3333-4444-5555-666677778888")";
+constexpr const char* twoAdapters = R"([
+    // the second one is the maker's
+    {"guid": "11112222-3333-4444-5555-666677778888", "description": "Plain Adapter", "state": "connected",
+     "phyTypes": [6, 7], "vendor": "Some Other Maker"},
+    {"guid": "aaaabbbb-cccc-dddd-eeee-ffff00001111", "description": "Maker's Adapter",
+     "phyTypes": [4, 5, 6, 7], "vendor": "Korvane Test Adapter", "rapido": 1}
+])";
+
+CWideString Profile(CWideView name, CWideView more = {})
 {
-    for (const DWORD dwVersion : {0u, 1u, 2u, 3u})
-    {
-        const bool bKnown = dwVersion == 1 || dwVersion == 2;
-        DWORD dwNegotiated = 77;
-        HANDLE hOther = nullptr;
-        EXPECT_EQ(wlan->Open(dwVersion, nullptr, &dwNegotiated, &hOther), bKnown ? success : DWORD{ERROR_NOT_SUPPORTED});
-        EXPECT_EQ(dwNegotiated, bKnown ? dwVersion : 77u);
-        EXPECT_EQ(wlan->Close(hOther, nullptr), bKnown ? success : DWORD{ERROR_INVALID_HANDLE});
-    }
+    return CWideString(OLESTR("<?xml version=\"1.0\"?>\r\n<WLANProfile xmlns=\"http://n/v1\">\r\n\t<name>"))
+        .append(name)
+        .append(OLESTR("</name>\r\n"))
+        .append(more)
+        .append(OLESTR("</WLANProfile>\r\n"));
 }
 
-TEST_F(ServiceTest, IsNotActiveWithoutItsFolder)
+std::string Request(DWORD dwObjectIdentifier, char chPayload)
 {
-    DWORD dwNegotiated = 77;
+    std::string bytes(32, '\0');
+    for (unsigned i = 0; i < 4; ++i)
+        bytes[4 + i] = static_cast<char>(static_cast<unsigned char>(dwObjectIdentifier >> (8 * i)));
+    bytes[12] = chPayload;
+    return bytes;
+}
+
+// A function of the module by its exported name.
+struct Exported
+{
+    HMODULE hModule;
+    const char* szName;
+    template <class Function>
+    operator Function*() const
+    {
+        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(hModule, szName)));
+    }
+};
+
+// A service folder of its own for each case, an open client handle, and the check that the case leaves nothing behind.
+class ServiceTest : public testing::Test
+{
+protected:
+    ServiceTest()
+    {
+        WriteAdapters(twoAdapters);
+        SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), folder.PlatformName().c_str());
+        SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), folder.PlatformName(OLESTR("calls.log")).c_str());
+        ClearFaults();
+        DWORD dwVersion = 0;
+        EXPECT_EQ(success, Open(2, nullptr, &dwVersion, &hClient));
+    }
+    ~ServiceTest() override
+    {
+        EXPECT_EQ(success, Close(hClient, nullptr));
+        EXPECT_EQ(lHandles, LiveHandles());
+        EXPECT_EQ(lBlocks, LiveBlocks());
+        SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), nullptr);
+        SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), nullptr);
+    }
+
+    void WriteAdapters(const std::string& json) const
+    {
+        WriteBytes(folder.Path() / "adapters.json", json);
+    }
+    fs::path Place(const std::string& fileName) const
+    {
+        fs::create_directories(folder.Path() / "profiles/11112222-3333-4444-5555-666677778888");
+        return folder.Path() / "profiles/11112222-3333-4444-5555-666677778888" / fileName;
+    }
+    std::set<std::string> Files() const
+    {
+        std::set<std::string> files;
+        for (const auto& entry : fs::directory_iterator(Place("").parent_path()))
+            files.insert(entry.path().filename().string());
+        return files;
+    }
+    DWORD Set(const CWideString& xml, BOOL bOverwrite = TRUE, DWORD dwFlags = 0)
+    {
+        return SetProfile(hClient, &firstGuid, dwFlags, xml.c_str(), nullptr, bOverwrite, nullptr, &dwReason);
+    }
+    DWORD Get(CWideView name, CWideString& xml, DWORD* pdwFlags = nullptr) const
+    {
+        LPWSTR szXml = nullptr;
+        const DWORD dwResult = GetProfile(hClient, &firstGuid, CWideString(name).c_str(), nullptr, &szXml, pdwFlags, nullptr);
+        EXPECT_EQ(dwResult == ERROR_SUCCESS, szXml != nullptr);
+        xml = szXml ? szXml : CWideString();
+        FreeMemory(szXml);
+        return dwResult;
+    }
+    void ExpectStored(CWideView name, const CWideString& xml) const
+    {
+        CWideString back;
+        EXPECT_EQ(success, Get(name, back)) << Utf8Of(name);
+        EXPECT_TRUE(xml == back) << Utf8Of(back);
+    }
+    DWORD Ask(std::string& request, DWORD cbOut, std::string& out, DWORD& cbReturned) const
+    {
+        return IhvControl(hClient, &firstGuid, driver, static_cast<DWORD>(request.size()), request.data(), cbOut, out.data(),
+                          &cbReturned);
+    }
+
+    const HMODULE hModule = LoadLibraryW(PlatformNameOf(BuildFolder() / "wlanapi.dll").c_str()); // never unloaded
+    const decltype(&WlanOpenHandle) Open = Exported{hModule, "WlanOpenHandle"};
+    const decltype(&WlanCloseHandle) Close = Exported{hModule, "WlanCloseHandle"};
+    const decltype(&WlanEnumInterfaces) EnumInterfaces = Exported{hModule, "WlanEnumInterfaces"};
+    const decltype(&WlanGetInterfaceCapability) GetCapability = Exported{hModule, "WlanGetInterfaceCapability"};
+    const decltype(&WlanGetProfile) GetProfile = Exported{hModule, "WlanGetProfile"};
+    const decltype(&WlanSetProfile) SetProfile = Exported{hModule, "WlanSetProfile"};
+    const decltype(&WlanIhvControl) IhvControl = Exported{hModule, "WlanIhvControl"};
+    const decltype(&WlanFreeMemory) FreeMemory = Exported{hModule, "WlanFreeMemory"};
+    const decltype(&SimulatedWlanLiveHandles) LiveHandles = Exported{hModule, "SimulatedWlanLiveHandles"};
+    const decltype(&SimulatedWlanLiveBlocks) LiveBlocks = Exported{hModule, "SimulatedWlanLiveBlocks"};
+    const decltype(&SimulatedWlanFailNext) FailNext = Exported{hModule, "SimulatedWlanFailNext"};
+    const decltype(&SimulatedWlanClearFaults) ClearFaults = Exported{hModule, "SimulatedWlanClearFaults"};
+    const decltype(&SimulatedWlanCalls) Calls = Exported{hModule, "SimulatedWlanCalls"};
+
+    // Others in the process may hold some.
+    const LONG lHandles = LiveHandles();
+    const LONG lBlocks = LiveBlocks();
+    const CTestFolder folder;
+    HANDLE hClient = nullptr;
+    DWORD dwReason = 0xDEAD;
+};
+
+TEST_F(ServiceTest, RefusesWhatIsNotAsItMustBe)
+{
+    // What the calls could write to, as no failure does.
+    PWLAN_INTERFACE_INFO_LIST pInterfaces = nullptr;
+    PWLAN_INTERFACE_CAPABILITY pCapability = nullptr;
+    LPWSTR szXml = nullptr;
+    DWORD dwOut = 77;
     HANDLE hOther = nullptr;
+    unsigned char buffer[64] = {};
+    const CWideString xml = Profile(OLESTR("Office"));
+    const LPCWSTR szName = OLESTR("Office");
+    const auto get = [&](HANDLE h, const GUID* p, LPCWSTR szWanted)
+    { return GetProfile(h, p, szWanted, nullptr, &szXml, nullptr, nullptr); };
+    const auto set = [&](HANDLE h, const GUID* p, LPCWSTR szText, LPCWSTR szSecurity)
+    { return SetProfile(h, p, 0, szText, szSecurity, TRUE, nullptr, &dwOut); };
+    const auto ask = [&](HANDLE h, const GUID* p, DWORD cbIn, void* pIn)
+    { return IhvControl(h, p, driver, cbIn, pIn, 32, buffer, &dwOut); };
+    const auto expect = [](DWORD dwExpected, const std::vector<DWORD>& results)
+    { EXPECT_EQ(std::vector<DWORD>(results.size(), dwExpected), results); };
+    const auto expectOfAll = [&](DWORD dwExpected, HANDLE h, const GUID* p)
+    {
+        expect(dwExpected, {GetCapability(h, p, nullptr, &pCapability), get(h, p, szName), set(h, p, xml.c_str(), nullptr),
+                            ask(h, p, 32, buffer)});
+    };
+
+    const HANDLE h = hClient;
+    const GUID* p = &firstGuid;
+    for (const HANDLE hWrong : {HANDLE{}, HANDLE{&hOther}})
+    {
+        expectOfAll(ERROR_INVALID_HANDLE, hWrong, p);
+        expect(ERROR_INVALID_HANDLE, {Close(hWrong, nullptr), EnumInterfaces(hWrong, nullptr, &pInterfaces)});
+    }
+    expectOfAll(ERROR_NOT_FOUND, h, &unknownGuid);
+    expect(ERROR_NOT_FOUND, {get(h, p, szName)});
+    expectOfAll(ERROR_INVALID_PARAMETER, h, nullptr);
+    expect(ERROR_INVALID_PARAMETER,
+           {Open(2, buffer, &dwOut, &hOther), Close(h, buffer), EnumInterfaces(h, nullptr, nullptr), get(h, p, nullptr),
+            set(h, p, nullptr, nullptr), ask(h, p, 23, buffer), ask(h, p, 32, Request(vendorQuery, 9).data())});
+    expect(ERROR_NOT_SUPPORTED,
+           {set(h, p, xml.c_str(), OLESTR("O:SY")), Open(0, nullptr, &dwOut, &hOther), Open(3, nullptr, &dwOut, &hOther),
+            IhvControl(h, p, wlan_ihv_control_type_service, 32, buffer, 32, buffer, &dwOut)});
     for (const WCHAR* szFolder : {static_cast<const WCHAR*>(nullptr), OLESTR("no such folder")})
     {
         SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), szFolder);
-        EXPECT_EQ(wlan->Open(2, nullptr, &dwNegotiated, &hOther), DWORD{ERROR_SERVICE_NOT_ACTIVE});
+        expect(ERROR_SERVICE_NOT_ACTIVE, {Open(2, nullptr, &dwOut, &hOther)});
     }
-    EXPECT_EQ(hOther, nullptr);
-    EXPECT_EQ(dwNegotiated, 77u);
+    EXPECT_TRUE(dwOut == 77 && !szXml && !pInterfaces && !pCapability && !hOther);
+    EXPECT_TRUE(Files().empty());
 }
 
-TEST_F(ServiceTest, LimitsOpenHandles)
-{
-    // So many lines in a log cost seconds and show nothing.
-    SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), nullptr);
-    std::vector<HANDLE> handles;
-    DWORD dwVersion = 0;
-    DWORD dwResult = success;
-    for (HANDLE hOther = nullptr; (dwResult = wlan->Open(2, nullptr, &dwVersion, &hOther)) == success;)
-        handles.push_back(hOther);
-    EXPECT_EQ(dwResult, DWORD{ERROR_REMOTE_SESSION_LIMIT_EXCEEDED});
-    EXPECT_EQ(handles.size(), 8191u); // the fixture holds one
-    for (const HANDLE hOther : handles)
-        EXPECT_EQ(wlan->Close(hOther, nullptr), success);
-}
-
-TEST_F(ServiceTest, EveryFunctionRefusesForeignHandlesAndMissingArguments)
-{
-    PWLAN_INTERFACE_INFO_LIST pInterfaces = nullptr;
-    PWLAN_INTERFACE_CAPABILITY pCapability = nullptr;
-    PWLAN_PROFILE_INFO_LIST pProfiles = nullptr;
-    LPWSTR szXml = nullptr;
-    DWORD dwOut = 77;
-    unsigned char buffer[64] = {};
-    int reserved = 0;
-    const WideText xml = Profile(OLESTR("Office"));
-    const auto control = wlan_ihv_control_type_driver;
-    const GUID* p = &firstGuid;
-    HANDLE hOther = nullptr;
-
-    for (const HANDLE h : {HANDLE{}, HANDLE{&reserved}})
-    {
-        const DWORD results[] = {
-            wlan->Close(h, nullptr),
-            wlan->EnumInterfaces(h, nullptr, &pInterfaces),
-            wlan->GetCapability(h, p, nullptr, &pCapability),
-            wlan->GetProfile(h, p, OLESTR("x"), nullptr, &szXml, nullptr, nullptr),
-            wlan->GetProfileList(h, p, nullptr, &pProfiles),
-            wlan->SetProfile(h, p, 0, xml.c_str(), nullptr, TRUE, nullptr, &dwOut),
-            wlan->DeleteProfile(h, p, OLESTR("x"), nullptr),
-            wlan->IhvControl(h, p, control, sizeof(buffer), buffer, sizeof(buffer), buffer, &dwOut),
-        };
-        for (const DWORD& dwResult : results)
-            EXPECT_EQ(dwResult, DWORD{ERROR_INVALID_HANDLE}) << &dwResult - results;
-    }
-
-    const HANDLE h = hClient;
-    const DWORD results[] = {
-        wlan->Open(2, nullptr, nullptr, &hOther),
-        wlan->Open(2, nullptr, &dwOut, nullptr),
-        wlan->Open(2, &reserved, &dwOut, &hOther),
-        wlan->Close(h, &reserved),
-        wlan->EnumInterfaces(h, nullptr, nullptr),
-        wlan->EnumInterfaces(h, &reserved, &pInterfaces),
-        wlan->GetCapability(h, nullptr, nullptr, &pCapability),
-        wlan->GetCapability(h, p, &reserved, &pCapability),
-        wlan->GetCapability(h, p, nullptr, nullptr),
-        wlan->GetProfile(h, nullptr, OLESTR("x"), nullptr, &szXml, nullptr, nullptr),
-        wlan->GetProfile(h, p, nullptr, nullptr, &szXml, nullptr, nullptr),
-        wlan->GetProfile(h, p, OLESTR("x"), &reserved, &szXml, nullptr, nullptr),
-        wlan->GetProfile(h, p, OLESTR("x"), nullptr, nullptr, nullptr, nullptr),
-        wlan->GetProfileList(h, nullptr, nullptr, &pProfiles),
-        wlan->GetProfileList(h, p, &reserved, &pProfiles),
-        wlan->GetProfileList(h, p, nullptr, nullptr),
-        wlan->SetProfile(h, nullptr, 0, xml.c_str(), nullptr, TRUE, nullptr, &dwOut),
-        wlan->SetProfile(h, p, 0, nullptr, nullptr, TRUE, nullptr, &dwOut),
-        wlan->SetProfile(h, p, 0, xml.c_str(), nullptr, TRUE, &reserved, &dwOut),
-        wlan->SetProfile(h, p, 0, xml.c_str(), nullptr, TRUE, nullptr, nullptr),
-        wlan->DeleteProfile(h, nullptr, OLESTR("x"), nullptr),
-        wlan->DeleteProfile(h, p, nullptr, nullptr),
-        wlan->DeleteProfile(h, p, OLESTR("x"), &reserved),
-        wlan->IhvControl(h, nullptr, control, 32, buffer, 32, buffer, &dwOut),
-        wlan->IhvControl(h, p, control, 32, nullptr, 32, buffer, &dwOut),
-        wlan->IhvControl(h, p, control, 32, buffer, 32, nullptr, &dwOut),
-        wlan->IhvControl(h, p, control, 32, buffer, 32, buffer, nullptr),
-        wlan->IhvControl(h, p, control, 23, buffer, 32, buffer, &dwOut),
-        wlan->ReasonCodeToString(0, 10, nullptr, nullptr),
-        wlan->ReasonCodeToString(0, 0, reinterpret_cast<WCHAR*>(buffer), nullptr),
-        wlan->ReasonCodeToString(0, 10, reinterpret_cast<WCHAR*>(buffer), &reserved),
-    };
-    for (const DWORD& dwResult : results)
-        EXPECT_EQ(dwResult, DWORD{ERROR_INVALID_PARAMETER}) << &dwResult - results;
-
-    p = &unknownGuid;
-    const DWORD notFound[] = {
-        wlan->GetCapability(h, p, nullptr, &pCapability),
-        wlan->GetProfile(h, p, OLESTR("x"), nullptr, &szXml, nullptr, nullptr),
-        wlan->GetProfile(h, &firstGuid, OLESTR("x"), nullptr, &szXml, nullptr, nullptr),
-        wlan->GetProfileList(h, p, nullptr, &pProfiles),
-        wlan->SetProfile(h, p, 0, xml.c_str(), nullptr, TRUE, nullptr, &dwOut),
-        wlan->DeleteProfile(h, p, OLESTR("x"), nullptr),
-        wlan->DeleteProfile(h, &firstGuid, OLESTR("x"), nullptr),
-        wlan->IhvControl(h, p, control, 32, buffer, 32, buffer, &dwOut),
-    };
-    for (const DWORD& dwResult : notFound)
-        EXPECT_EQ(dwResult, DWORD{ERROR_NOT_FOUND}) << &dwResult - notFound;
-
-    EXPECT_EQ(wlan->SetProfile(h, &firstGuid, 0, xml.c_str(), OLESTR("O:SY"), TRUE, nullptr, &dwOut), DWORD{ERROR_NOT_SUPPORTED});
-    EXPECT_EQ(wlan->IhvControl(h, &firstGuid, wlan_ihv_control_type_service, 32, buffer, 32, buffer, &dwOut),
-              DWORD{ERROR_NOT_SUPPORTED});
-    EXPECT_EQ(dwOut, 77u);
-    EXPECT_EQ(szXml, nullptr);
-    EXPECT_TRUE(!pInterfaces && !pCapability && !pProfiles && !hOther);
-    EXPECT_TRUE(Names().empty());
-}
-
-TEST_F(ServiceTest, ListsAdaptersInTheOrderOfTheFile)
+TEST_F(ServiceTest, TellsOfItsAdaptersAndFreesItsOwnMemoryOnce)
 {
     PWLAN_INTERFACE_INFO_LIST pList = nullptr;
-    ASSERT_EQ(wlan->EnumInterfaces(hClient, nullptr, &pList), success);
-    ASSERT_EQ(pList->dwNumberOfItems, 2u);
+    ASSERT_EQ(success, EnumInterfaces(hClient, nullptr, &pList));
+    ASSERT_EQ(2u, pList->dwNumberOfItems);
     const WLAN_INTERFACE_INFO* pInfo = pList->InterfaceInfo;
-    EXPECT_TRUE(IsEqualGUID(pInfo[0].InterfaceGuid, firstGuid));
-    EXPECT_EQ(WideText(pInfo[0].strInterfaceDescription), OLESTR("Plain Adapter"));
-    EXPECT_EQ(pInfo[0].isState, wlan_interface_state_connected);
-    EXPECT_TRUE(IsEqualGUID(pInfo[1].InterfaceGuid, secondGuid));
-    EXPECT_EQ(pInfo[1].isState, wlan_interface_state_disconnected);
-    wlan->FreeMemory(pList);
+    EXPECT_TRUE(IsEqualGUID(pInfo[0].InterfaceGuid, firstGuid) && IsEqualGUID(pInfo[1].InterfaceGuid, secondGuid));
+    EXPECT_EQ("Plain Adapter", Narrow(pInfo[0].strInterfaceDescription));
+    EXPECT_EQ(wlan_interface_state_connected, pInfo[0].isState);
+    EXPECT_EQ(wlan_interface_state_disconnected, pInfo[1].isState);
+    int mine = 0;
+    FreeMemory(&mine);
+    EXPECT_EQ(lBlocks + 1, LiveBlocks());
+    FreeMemory(pList);
+    FreeMemory(pList);
+    EXPECT_EQ(lBlocks, LiveBlocks());
 
-    WriteAdapters("[]");
-    ASSERT_EQ(wlan->EnumInterfaces(hClient, nullptr, &pList), success);
-    EXPECT_EQ(pList->dwNumberOfItems, 0u);
-    wlan->FreeMemory(pList);
-}
-
-TEST_F(ServiceTest, ReportsPhyTypes)
-{
     PWLAN_INTERFACE_CAPABILITY pCapability = nullptr;
-    ASSERT_EQ(wlan->GetCapability(hClient, &firstGuid, nullptr, &pCapability), success);
-    EXPECT_EQ(pCapability->interfaceType, wlan_interface_type_native_802_11);
-    ASSERT_EQ(pCapability->dwNumberOfSupportedPhys, 2u);
-    EXPECT_EQ(pCapability->dot11PhyTypes[0], 6u);
-    EXPECT_EQ(pCapability->dot11PhyTypes[1], 7u);
-    wlan->FreeMemory(pCapability);
+    ASSERT_EQ(success, GetCapability(hClient, &firstGuid, nullptr, &pCapability));
+    ASSERT_EQ(2u, pCapability->dwNumberOfSupportedPhys);
+    EXPECT_EQ(6u, pCapability->dot11PhyTypes[0]);
+    EXPECT_EQ(7u, pCapability->dot11PhyTypes[1]);
+    FreeMemory(pCapability);
 }
 
 TEST_F(ServiceTest, RefusesAnAdapterFileThatItDoesNotUnderstand)
 {
-    const std::string guid = R"("guid": "11112222-3333-4444-5555-666677778888")";
-    const std::string files[] = {
-        "",
-        "{}",
-        "[{}]",
-        "[7]",
-        R"([{"guid": "{11112222-3333-4444-5555-666677778888}"}])",
-        R"([{"guid": "11112222-3333-4444-5555-66667777888x"}])",
-        "[{" + guid + R"(, "rapdio": 1}])",
-        "[{" + guid + R"(, "rapido": -1}])",
-        "[{" + guid + R"(, "rapido": 4294967296}])",
-        "[{" + guid + R"(, "state": "asleep"}])",
-        "[{" + guid + R"(, "vendorReply": "0"}])",
-        "[{" + guid + R"(, "vendorReply": "0g"}])",
-        "[{" + guid + R"(, "phyTypes": 4}])",
-        "[{" + guid + R"(, "description": "\xFF"}])" + "\xFF",
-    };
-    for (const std::string& file : files)
+    for (const std::string strAdapter :
+         {"{}", "7", R"({"guid": "{11112222-3333-4444-5555-666677778888}"})",
+          R"({"guid": "11112222-3333-4444-5555-66667777888x"})", R"({GUID, "rapdio": 1})", R"({GUID, "rapido": -1})",
+          R"({GUID, "rapido": 4294967296})", R"({GUID, "state": "asleep"})", R"({GUID, "vendorReply": "0"})",
+          R"({GUID, "vendorReply": "0g"})", R"({GUID, "phyTypes": 4})", "{GUID, \"description\": \"\xFF\"}", "}"})
     {
+        std::string file = "[" + strAdapter + "]";
+        if (const std::size_t nGuid = file.find("GUID"); nGuid != std::string::npos)
+            file.replace(nGuid, 4, firstAdapter);
         WriteAdapters(file);
         PWLAN_INTERFACE_INFO_LIST pList = nullptr;
-        EXPECT_EQ(wlan->EnumInterfaces(hClient, nullptr, &pList), DWORD{ERROR_INVALID_DATA}) << file;
-        EXPECT_EQ(pList, nullptr);
+        EXPECT_EQ(DWORD{ERROR_INVALID_DATA}, EnumInterfaces(hClient, nullptr, &pList)) << file;
+        EXPECT_EQ(nullptr, pList);
     }
 }
 
 struct DriverCase
 {
-    const char* szName;
     const char* szAdapter; // beside the GUID
     DWORD dwObjectIdentifier;
     DWORD cbOut;
     DWORD dwResult;
     std::string reply;
 };
-
-const std::string header(24, '\0');
-std::string Header(DWORD dwObjectIdentifier, unsigned char cbPayload)
-{
-    const Request request(dwObjectIdentifier, cbPayload);
-    return std::string(reinterpret_cast<const char*>(request.bytes), 24);
-}
-
+const std::string vendorHeader = Request(vendorQuery, 8).substr(0, 24);
 const DriverCase driverCases[] = {
-    {"vendor", R"("vendor": "Korvane X")", vendorQuery, 128, success, Header(vendorQuery, 8) + std::string("Korvane X", 10)},
-    {"vendor_truncated", R"("vendor": "Korvane X")", vendorQuery, 27, success, Header(vendorQuery, 8) + "Kor"},
-    {"vendor_header_only", R"("vendor": "Korvane X")", vendorQuery, 24, success, Header(vendorQuery, 8)},
-    {"vendor_no_room", R"("vendor": "Korvane X")", vendorQuery, 23, ERROR_INSUFFICIENT_BUFFER, ""},
-    {"vendor_raw", R"("vendorReply": "01 02 ff")", vendorQuery, 128, success, "\x01\x02\xFF"},
-    {"vendor_unknown", R"("rapido": 1)", vendorQuery, 128, ERROR_NOT_SUPPORTED, ""},
-    {"rapido", R"("rapido": 305419896)", rapidoQuery, 32, success, Header(rapidoQuery, 8) + "\x78\x56\x34\x12"},
-    {"rapido_raw_24", R"("rapido": 1, "rapidoReply": "000000000000000000000000000000000000000000000000")", rapidoQuery, 32,
-     success, header},
-    {"rapido_unknown", R"("vendor": "Korvane X")", rapidoQuery, 32, ERROR_NOT_SUPPORTED, ""},
-    {"driver_error", R"("vendor": "Korvane X", "driverError": 31)", vendorQuery, 128, ERROR_GEN_FAILURE, ""},
-    {"other_query", R"("vendor": "Korvane X")", 0x00010101, 128, ERROR_NOT_SUPPORTED, ""},
+    {R"("vendor": "Korvane X")", vendorQuery, 128, success, vendorHeader + std::string("Korvane X", 10)},
+    {R"("vendor": "Korvane X")", vendorQuery, 27, success, vendorHeader + "Kor"},
+    {R"("vendor": "Korvane X")", vendorQuery, 24, success, vendorHeader},
+    {R"("vendor": "Korvane X")", vendorQuery, 23, ERROR_INSUFFICIENT_BUFFER, ""},
+    {R"("vendorReply": "01 02 ff")", vendorQuery, 128, success, "\x01\x02\xFF"},
+    {R"("rapido": 1)", vendorQuery, 128, ERROR_NOT_SUPPORTED, ""},
+    {R"("rapido": 305419896)", rapidoQuery, 32, success, Request(rapidoQuery, 8).substr(0, 24) + "\x78\x56\x34\x12"},
+    {R"("rapido": 1, "rapidoReply": "2a")", rapidoQuery, 32, success, "*"},
+    {R"("vendor": "Korvane X")", rapidoQuery, 32, ERROR_NOT_SUPPORTED, ""},
+    {R"("vendor": "Korvane X", "driverError": 31)", vendorQuery, 128, ERROR_GEN_FAILURE, ""},
+    {R"("vendor": "Korvane X")", 0x00010101, 128, ERROR_NOT_SUPPORTED, ""},
 };
 
 TEST_F(ServiceTest, DriverAnswers)
 {
     for (const DriverCase& c : driverCases)
     {
-        SCOPED_TRACE(c.szName);
-        WriteAdapters(std::string(R"([{"guid": "11112222-3333-4444-5555-666677778888", )") + c.szAdapter + "}]");
-        Request request(c.dwObjectIdentifier, 8);
+        SCOPED_TRACE(std::string(c.szAdapter) + " " + std::to_string(c.dwObjectIdentifier) + " " + std::to_string(c.cbOut));
+        WriteAdapters(std::string("[{") + firstAdapter + ", " + c.szAdapter + "}]");
+        std::string request = Request(c.dwObjectIdentifier, 8);
         std::string out(256, '\xCC');
         DWORD cbReturned = 77;
-        EXPECT_EQ(wlan->IhvControl(hClient, &firstGuid, wlan_ihv_control_type_driver, sizeof(request.bytes), request.bytes,
-                                   c.cbOut, out.data(), &cbReturned),
-                  c.dwResult);
-        ASSERT_EQ(cbReturned, c.reply.size());
-        EXPECT_EQ(out.substr(0, cbReturned), c.reply);
-        EXPECT_EQ(out.find_first_not_of('\xCC', cbReturned), std::string::npos);
+        EXPECT_EQ(c.dwResult, Ask(request, c.cbOut, out, cbReturned));
+        EXPECT_EQ(c.reply.size(), cbReturned);
+        EXPECT_EQ(c.reply + std::string(256 - c.reply.size(), '\xCC'), out);
     }
-}
-
-TEST_F(ServiceTest, RefusesAPayloadLongerThanTheRequest)
-{
-    Request request(vendorQuery, 9);
-    unsigned char out[128];
-    DWORD cbReturned = 77;
-    EXPECT_EQ(wlan->IhvControl(hClient, &firstGuid, wlan_ihv_control_type_driver, 32, request.bytes, 128, out, &cbReturned),
-              DWORD{ERROR_INVALID_PARAMETER});
-    EXPECT_EQ(cbReturned, 77u);
 }
 
 TEST_F(ServiceTest, PlannedFailuresHitTheCallsThatTheyName)
 {
-    EXPECT_FALSE(wlan->FailNext("WlanFreeMemory", 1, 1, ERROR_GEN_FAILURE));
-    EXPECT_FALSE(wlan->FailNext("NoSuchFunction", 1, 1, ERROR_GEN_FAILURE));
-    wlan->ClearFaults();
-    ASSERT_EQ(Set(Profile(OLESTR("Office"))), success);
-    ASSERT_TRUE(wlan->FailNext("WlanGetProfile", 2, 2, ERROR_ACCESS_DENIED));
-    const DWORD expected[] = {success, ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED, success};
-    for (const DWORD dwExpected : expected)
-    {
-        WideText back;
-        EXPECT_EQ(Get(OLESTR("Office"), back), dwExpected);
-    }
-    EXPECT_EQ(wlan->Calls("WlanGetProfile"), 4u);
-    EXPECT_EQ(wlan->Calls("WlanSetProfile"), 1u);
-    EXPECT_EQ(wlan->Calls("NoSuchFunction"), 0u);
-
-    ASSERT_TRUE(wlan->FailNext("WlanGetProfile", 1, 1, ERROR_SUCCESS));
-    LPWSTR szXml = nullptr;
-    EXPECT_EQ(wlan->GetProfile(hClient, &firstGuid, OLESTR("Office"), nullptr, &szXml, nullptr, nullptr), success);
-    EXPECT_EQ(szXml, nullptr);
-    wlan->ClearFaults();
-    EXPECT_EQ(wlan->Calls("WlanGetProfile"), 0u);
-}
-
-TEST_F(ServiceTest, FreesOnlyWhatIsItsOwnAndOnlyOnce)
-{
-    PWLAN_INTERFACE_INFO_LIST pList = nullptr;
-    ASSERT_EQ(wlan->EnumInterfaces(hClient, nullptr, &pList), success);
-    EXPECT_EQ(wlan->LiveBlocks(), 1);
-    int mine = 0;
-    wlan->FreeMemory(nullptr);
-    wlan->FreeMemory(&mine);
-    EXPECT_EQ(wlan->LiveBlocks(), 1);
-    wlan->FreeMemory(pList);
-    wlan->FreeMemory(pList);
-    EXPECT_EQ(wlan->LiveBlocks(), 0);
-}
-
-TEST_F(ServiceTest, ReasonTextsAreTruncatedAndTerminated)
-{
-    WCHAR text[80];
-    EXPECT_EQ(wlan->ReasonCodeToString(badName, 80, text, nullptr), success);
-    EXPECT_EQ(WideText(text), OLESTR("The profile has no usable name."));
-    EXPECT_EQ(wlan->ReasonCodeToString(badName, 4, text, nullptr), success);
-    EXPECT_EQ(WideText(text), OLESTR("The"));
-    EXPECT_EQ(wlan->ReasonCodeToString(0xABCD, 80, text, nullptr), success);
-    EXPECT_EQ(WideText(text), OLESTR("The reason is not known."));
+    EXPECT_FALSE(FailNext("WlanFreeMemory", 1, 1, ERROR_GEN_FAILURE));
+    EXPECT_FALSE(FailNext("NoSuchFunction", 1, 1, ERROR_GEN_FAILURE));
+    ASSERT_EQ(success, Set(Profile(OLESTR("Office"))));
+    ASSERT_TRUE(FailNext("WlanGetProfile", 2, 2, ERROR_ACCESS_DENIED));
+    CWideString back;
+    for (const DWORD dwExpected : {success, DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_ACCESS_DENIED}, success})
+        EXPECT_EQ(dwExpected, Get(OLESTR("Office"), back));
+    EXPECT_EQ(4u, Calls("WlanGetProfile"));
+    EXPECT_EQ(0u, Calls("NoSuchFunction"));
+    ClearFaults();
+    EXPECT_EQ(0u, Calls("WlanGetProfile"));
 }
 
 TEST_F(ServiceTest, LogsEveryCallAndNoKeys)
 {
-    ASSERT_EQ(Set(Profile(OLESTR("Off\nice"), OLESTR("<keyMaterial>hidden-phrase</keyMaterial>"))), success);
-    WideText back;
+    ASSERT_EQ(success, Set(Profile(OLESTR("Off\nice"), OLESTR("<keyMaterial>hidden-phrase</keyMaterial>"))));
+    CWideString back;
     Get(OLESTR("none"), back);
-    Request request(rapidoQuery, 8);
+    std::string request = Request(vendorQuery, 8);
+    std::string out(128, '\0');
     DWORD cbReturned = 0;
-    wlan->IhvControl(hClient, &secondGuid, wlan_ihv_control_type_driver, 32, request.bytes, 32, request.bytes, &cbReturned);
-    const std::string log = Slurp(folder / "calls.log");
-    EXPECT_EQ(log.find("hidden-phrase"), std::string::npos);
-    const char* pieces[] = {
-        "WlanOpenHandle version=2 handle=0x",
-        "name=\"Off\\u000Aice\" -> 0\n",
-        "interface=11112222-3333-4444-5555-666677778888 name=\"none\" flags=null access=null -> 1168\n",
-        "WlanFreeMemory memory=null\n",
-        " in=32 input=00000000400000ff0000000008000000",
-        " out=32 returned=28 -> 0\n",
-    };
-    for (const char* szPiece : pieces)
-        EXPECT_NE(log.find(szPiece), std::string::npos) << szPiece << "\nin\n" << log;
+    Ask(request, 128, out, cbReturned);
+    const std::string log = ReadBytes(folder.Path() / "calls.log");
+    EXPECT_EQ(std::string::npos, log.find("hidden-phrase"));
+    for (const char* szPiece :
+         {"WlanOpenHandle version=2 handle=0x", "name=\"Off\\u000Aice\" -> 0\n",
+          "interface=11112222-3333-4444-5555-666677778888 name=\"none\" flags=null access=null -> 1168\n",
+          "WlanFreeMemory memory=null\n", " in=32 input=000000000d01010000000000080000", " out=128 returned=41 -> 0\n"})
+        EXPECT_NE(std::string::npos, log.find(szPiece)) << szPiece << "\nin\n" << log;
 }
 
+TEST_F(ServiceTest, GivesBackExactlyTheStoredTextAndFlags)
+{
+    DWORD dwFlags = 0;
+    for (const CWideString& text :
+         {Profile(OLESTR("Office")), Profile(OLESTR("Office"), OLESTR("<!-- \u00e4\u20ac \xD83D\xDE00 --> \n\n<x a='1'/>\t")),
+          CWideString(
+              OLESTR("<?xml version=\"1.0\" encoding=\"US-ASCII\"?><WLANProfile><name>Office</name>\u00e9</WLANProfile>")),
+          OLESTR("\xFEFF") + Profile(OLESTR("Office"))})
+    {
+        ASSERT_EQ(success, Set(text, TRUE, dwFlags));
+        ExpectStored(OLESTR("Office"), text);
+        DWORD dwBack = 77;
+        CWideString back;
+        EXPECT_EQ(success, Get(OLESTR("Office"), back, &dwBack));
+        EXPECT_EQ(dwFlags, dwBack);
+        dwFlags = dwFlags == 2 ? 0xFFFFFFFF : 2 - dwFlags;
+    }
+}
+
+TEST_F(ServiceTest, RefusesWhatIsNoProfileAndKeepsTheOldOne)
+{
+    ASSERT_EQ(success, Set(Profile(OLESTR("Office"))));
+    const std::pair<CWideString, DWORD> cases[] = {
+        {{}, badSchema},
+        {OLESTR("<WLANProfile><name>Office</name>"), badSchema},
+        {OLESTR("<Profile><name>Office</name></Profile>"), badSchema},
+        {OLESTR("<WLANProfile><x><name>Office</name></x></WLANProfile>"), badSchema},
+        {Profile({}), badName},
+        {Profile(CWideString(256, OLESTR('n'))), badName},
+        {Profile(OLESTR("Office"), OLESTR("<!-- \xD800 -->")), badSchema},
+    };
+    for (const auto& [text, dwExpected] : cases)
+    {
+        dwReason = 0xDEAD;
+        EXPECT_EQ(DWORD{ERROR_BAD_PROFILE}, Set(text)) << Utf8Of(text);
+        EXPECT_EQ(dwExpected, dwReason) << Utf8Of(text);
+    }
+    ExpectStored(OLESTR("Office"), Profile(OLESTR("Office")));
+}
+
+TEST_F(ServiceTest, KeepsNamesApart)
+{
+    const CWideString longName(255, OLESTR('n'));
+    const std::set<CWideString> names = {
+        OLESTR("Office"),    OLESTR("OFFICE"),    OLESTR("con"), OLESTR("a/b\\c:d*e?"),
+        OLESTR("..\\..\\x"), OLESTR("caf\u00e9"), longName,      longName.substr(1) + OLESTR("x")};
+    for (const CWideString& name : names)
+        ASSERT_EQ(success, Set(Profile(name), FALSE));
+    EXPECT_EQ(names.size(), Files().size());
+    for (const CWideString& name : names)
+    {
+        ExpectStored(name, Profile(name));
+        EXPECT_EQ(DWORD{ERROR_ALREADY_EXISTS}, Set(Profile(name), FALSE));
+    }
+}
+
+TEST_F(ServiceTest, ReadsFilesThatAPersonPutThere)
+{
+    const std::string ascii = R"(<?xml version="1.0"?><WLANProfile><name>Dropped</name></WLANProfile>)";
+    std::string little;
+    std::string big;
+    for (const char c : ascii)
+    {
+        little += {c, '\0'};
+        big += {'\0', c};
+    }
+    for (const std::string& bytes : {ascii, "\xEF\xBB\xBF" + ascii, little, "\xFF\xFE" + little, big, "\xFE\xFF" + big})
+    {
+        WriteBytes(Place("some file.xml"), bytes);
+        ExpectStored(OLESTR("Dropped"), Widen(ascii));
+    }
+    CWideString back;
+    for (const std::string& bytes :
+         {std::string(), std::string("\xE9"), "\xFF\xFE" + little + "x", std::string("<WLANProfile/>")})
+    {
+        WriteBytes(Place("some file.xml"), bytes);
+        EXPECT_EQ(DWORD{ERROR_NOT_FOUND}, Get(OLESTR("Dropped"), back));
+    }
+    // The person's file name stays when the service stores the profile; of two files the service's own counts.
+    WriteBytes(Place("some file.xml"), ascii);
+    ASSERT_EQ(success, Set(Profile(OLESTR("Dropped"))));
+    EXPECT_EQ((std::set<std::string>{"some file.xml"}), Files());
+    WriteBytes(Place("Wi-Fi-Dropped.xml"), ascii);
+    ExpectStored(OLESTR("Dropped"), Widen(ascii));
+}
+
+TEST_F(ServiceTest, TakesAwayWhatAKilledWriterLeft)
+{
+    ASSERT_EQ(success, Set(Profile(OLESTR("Office"))));
+    WriteBytes(Place("Wi-Fi-Office.xml.unfinished-12"), "<WLANProfile><name>Half</na");
+    WriteBytes(Place("Wi-Fi-Office.flags.unfinished-12"), "4");
+    ExpectStored(OLESTR("Office"), Profile(OLESTR("Office")));
+    ASSERT_EQ(success, Set(Profile(OLESTR("Other"))));
+    EXPECT_EQ((std::set<std::string>{"Wi-Fi-Office.xml", "Wi-Fi-Other.xml"}), Files());
+}
+
+TEST_F(ServiceTest, AFailureToStoreLeavesTheOldProfileWhole)
+{
+    ASSERT_EQ(success, Set(Profile(OLESTR("Office"))));
+    fs::permissions(Place("Wi-Fi-Office.xml"), fs::perms::owner_write, fs::perm_options::remove);
+    EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, Set(Profile(OLESTR("Office"), OLESTR("<new/>")), TRUE, 4));
+    fs::permissions(Place("Wi-Fi-Office.xml"), fs::perms::owner_write, fs::perm_options::add);
+    ExpectStored(OLESTR("Office"), Profile(OLESTR("Office")));
+    EXPECT_EQ((std::set<std::string>{"Wi-Fi-Office.xml"}), Files());
+}
+
+TEST_F(ServiceTest, ReadersNextToWritersSeeWholeProfiles)
+{
+    const CWideString longer = Profile(OLESTR("Office"), CWideString(40000, OLESTR(' ')));
+    const CWideString shorter = Profile(OLESTR("Office"));
+    ASSERT_EQ(success, Set(shorter));
+    std::vector<std::jthread> threads;
+    for (const CWideString* pText : {&longer, &shorter})
+        threads.emplace_back(
+            [&, pText]
+            {
+                CWideString back;
+                DWORD dwOwnReason = 0;
+                for (int i = 0; i < 20; ++i)
+                {
+                    EXPECT_EQ(success, SetProfile(hClient, &firstGuid, 0, pText->c_str(), nullptr, TRUE, nullptr, &dwOwnReason));
+                    EXPECT_TRUE(Get(OLESTR("Office"), back) == success && (back == longer || back == shorter));
+                }
+            });
+}
 } // namespace
-} // namespace service_test

@@ -3,11 +3,11 @@
 
 #include "values/WideText.h"
 
-struct OwnSecurity
+struct StandardSecurity
 {
     CWideString strAuthentication; // as the profile names it; empty when it names none
     CWideString strEncryption;
 };
 
 // The profile must be a well-formed document.
-OwnSecurity OwnSecurityOf(CWideView profile);
+StandardSecurity StandardSecurityOf(CWideView profile);

@@ -1,4 +1,4 @@
-#include "host/VendorPlaces.h"
+#include "host/IhvElement.h"
 
 #include "host/ElementMap.h"
 #include "host/HostError.h"
@@ -18,9 +18,6 @@ constexpr CWideView inventedType = OLESTR("00");
 // The children of the IHV element, in the order of the profile's schema.
 constexpr CWideView ihvChildren[] = {OLESTR("OUIHeader"), OLESTR("connectivity"), OLESTR("security"), OLESTR("useMSOneX")};
 constexpr std::size_t nHeader = 0;
-
-// WLANProfile, IHV, the place, the vendor's element.
-constexpr std::size_t depthInUse = 4;
 
 std::size_t ChildIndex(VendorPlace place)
 {
@@ -55,7 +52,7 @@ CWideString MissingDeclarations(CWideView profile, const XmlElement& element)
             declared.push_back(prefix);
             if (pScope == &element || !UsesPrefix(elementText, prefix))
                 continue;
-            const std::size_t nInner = pScope->openingTag.nBegin + 1 + pScope->name.size();
+            const std::size_t nInner = pScope->openingTag.nBegin + 1 + pScope->Name().size();
             strDeclarations += OLESTR(" ");
             const CWideView written = profile.substr(nInner + attribute.nBegin, attribute.nEnd - attribute.nBegin);
             strDeclarations += written.substr(written.find_first_not_of(xmlWhiteSpace));
@@ -66,21 +63,14 @@ CWideString MissingDeclarations(CWideView profile, const XmlElement& element)
 
 const XmlElement* FindPlace(const CElementMap& map, VendorPlace place)
 {
-    const XmlElement* pIhv = map.Child(map.Root(), ihvElement);
-    return pIhv ? map.Child(*pIhv, ihvChildren[ChildIndex(place)]) : nullptr;
-}
-
-const XmlElement* FindVendorElement(const CElementMap& map, VendorPlace place)
-{
-    const XmlElement* pPlace = FindPlace(map, place);
-    return pPlace ? map.Child(*pPlace, vendorElement) : nullptr;
+    return map.Child(map.Child(&map.Root(), ihvElement), ihvChildren[ChildIndex(place)]);
 }
 
 // The last child of the IHV element that stands before the place in the schema's order.
 const XmlElement* Predecessor(const CElementMap& map, const XmlElement& ihv, VendorPlace place)
 {
     for (std::size_t n = ChildIndex(place); n-- > 0;)
-        if (const XmlElement* pChild = map.Child(ihv, ihvChildren[n]))
+        if (const XmlElement* pChild = map.Child(&ihv, ihvChildren[n]))
             return pChild;
     return nullptr;
 }
@@ -101,43 +91,46 @@ std::vector<NewElement> MissingIhvChildren(VendorPlace place, CWideView prefix, 
 
 std::optional<CWideString> VendorText(CWideView profile, VendorPlace place)
 {
-    const CElementMap map(profile, depthInUse);
-    const XmlElement* pElement = FindVendorElement(map, place);
+    const CElementMap map(profile);
+    const XmlElement* pElement = map.Child(FindPlace(map, place), vendorElement);
     if (!pElement)
         return std::nullopt;
     CWideString strText(profile.substr(pElement->Begin(), pElement->nEnd - pElement->Begin()));
-    strText.insert(1 + pElement->name.size(), MissingDeclarations(profile, *pElement));
+    strText.insert(1 + pElement->Name().size(), MissingDeclarations(profile, *pElement));
     return strText;
 }
 
 CWideString WithVendorText(CWideView profile, VendorPlace place, CWideView vendorText)
 {
-    const CElementMap map(profile, depthInUse);
+    const CElementMap map(profile);
     const CProfileLayout layout(map);
     const CWideString strNew = layout.WithOwnLineEnds(vendorText);
 
-    if (const XmlElement* pElement = FindVendorElement(map, place))
+    const XmlElement* pPlace = FindPlace(map, place);
+    if (const XmlElement* pElement = map.Child(pPlace, vendorElement))
         return CWideString(profile).replace(pElement->Begin(), pElement->nEnd - pElement->Begin(), strNew);
 
-    if (const XmlElement* pPlace = FindPlace(map, place))
+    if (pPlace)
     {
-        if (const XmlElement* pOther = map.FirstChild(*pPlace))
-            throw CHostError("the IHV element belongs to another vendor: " + Utf8Of(pPlace->name) + " holds " +
-                             Utf8Of(pOther->name));
+        if (const auto others = map.Children(*pPlace); !others.empty())
+            throw CHostError("the IHV element belongs to another vendor: " + Utf8Of(pPlace->Name()) + " holds " +
+                             Utf8Of(others.front()->Name()));
         return layout.Insert(*pPlace, nullptr, {{{}, strNew, {}}});
     }
 
-    if (const XmlElement* pIhv = map.Child(map.Root(), ihvElement))
+    if (const XmlElement* pIhv = map.Child(&map.Root(), ihvElement))
     {
-        const bool bWithHeader = map.Child(*pIhv, ihvChildren[nHeader]) == nullptr;
+        const bool bWithHeader = map.Child(pIhv, ihvChildren[nHeader]) == nullptr;
         return layout.Insert(*pIhv, Predecessor(map, *pIhv, place),
-                             MissingIhvChildren(place, PrefixOf(pIhv->name), strNew, bWithHeader));
+                             MissingIhvChildren(place, PrefixOf(pIhv->Name()), strNew, bWithHeader));
     }
 
     // Elements of later additions to the profile form follow the IHV element, so it goes right behind MSM.
     const XmlElement& root = map.Root();
-    const CWideView prefix = PrefixOf(root.name);
-    const XmlElement* pMsm = map.Child(root, OLESTR("MSM"));
-    return layout.Insert(root, pMsm ? pMsm : map.LastChild(root),
+    const CWideView prefix = PrefixOf(root.Name());
+    const XmlElement* pBefore = map.Child(&root, OLESTR("MSM"));
+    if (const auto children = map.Children(root); !pBefore && !children.empty())
+        pBefore = children.back();
+    return layout.Insert(root, pBefore,
                          {{QualifiedName(prefix, ihvElement), {}, MissingIhvChildren(place, prefix, strNew, true)}});
 }

@@ -1,0 +1,29 @@
+// File descriptors of the C run-time, and what the output split needs of each system.
+#pragma once
+
+#include "values/Unique.h"
+
+#include <string>
+#include <unistd.h>
+
+struct CDescriptorCloser
+{
+    using Handle = int;
+    static int Empty()
+    {
+        return -1;
+    }
+    static void Close(int nDescriptor)
+    {
+        close(nDescriptor);
+    }
+};
+using CUniqueDescriptor = CUnique<CDescriptorCloser>;
+
+// A second descriptor of standard output, which takes UTF-8 and line ends as they are given. Empty when it is closed.
+CUniqueDescriptor KeepStandardOutput();
+
+// Files that take the module's lines, begun anew: of a name (the null device for an empty one), and one that goes with the
+// descriptor. Empty, with errno, when they cannot be made.
+CUniqueDescriptor OpenTraceFile(const std::string& strFile);
+CUniqueDescriptor OpenTemporaryTrace();

@@ -1,0 +1,25 @@
+#include "host/Descriptors.h"
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+
+CUniqueDescriptor KeepStandardOutput()
+{
+    return CUniqueDescriptor(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
+CUniqueDescriptor OpenTraceFile(const std::string& strFile)
+{
+    return CUniqueDescriptor(
+        open(strFile.empty() ? "/dev/null" : strFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0666));
+}
+
+CUniqueDescriptor OpenTemporaryTrace()
+{
+    std::string strName = (std::filesystem::temp_directory_path() / "korihost.XXXXXX").string();
+    CUniqueDescriptor descriptor(mkostemp(strName.data(), O_APPEND | O_CLOEXEC));
+    if (descriptor)
+        unlink(strName.c_str());
+    return descriptor;
+}
