@@ -160,6 +160,7 @@ const ReadCase readCases[] = {
     {"rapido_true_in_cdata", RAPIDO("<![CDATA[true]]>"), {{rapido, 1}}},
     {"rapido_other_case", RAPIDO("True"), {{rapido, 0}}},
     {"rapido_leading_blank", RAPIDO(" true"), {{rapido, 0}}},
+    {"rapido_blank_behind_a_child", RAPIDO("true<x/> "), {{rapido, 0}}},
     {"rapido_trailing_line_feed", RAPIDO("true\n"), {{rapido, 0}}},
     // Advanced Roaming
     {"roaming_disabled_wins", ROAMING("<enabled><RoamingOption>2</RoamingOption></enabled><disabled/>"), {{roaming, 0}}},

@@ -69,10 +69,13 @@ const ReadCase readCases[] = {
     Types("b_g", {OLESTR("b"), OLESTR("g")}, true, 1),
     Types("n", {OLESTR("n")}, false, 0),
     Types("capitals", {OLESTR("A"), OLESTR("G")}, false, 0),
+    Types("a_blank_g", {OLESTR("a"), OLESTR(" "), OLESTR("g")}, true, 1),
     {"on_one_line", ProfileWith(OLESTR("<connectivity><phyType>a</phyType><phyType>g</phyType></connectivity>")), true, 3},
     {"comment_alone", ProfileWith(OLESTR("<connectivity><!-- a --></connectivity>")), false, 0},
     {"no_connectivity", ProfileWith(szSecurity), true, 0},
     {"empty_connectivity", ProfileWith(OLESTR("<connectivity/>")), true, 0},
+    {"white_space_alone", ProfileWith(OLESTR("<connectivity> \r\n\t</connectivity>")), true, 0},
+    {"white_space_beside_an_element", ProfileWith(OLESTR("<connectivity>\n<phyType>a</phyType>g</connectivity>")), true, 3},
     {"connectivity_elsewhere", OLESTR("<WLANProfile><connectivity><phyType>g</phyType></connectivity></WLANProfile>"), true, 0},
     {"not_xml", OLESTR("<WLANProfile><MSM>"), false, 0},
 };
@@ -147,6 +150,10 @@ TEST_F(BandsWriting, TakesTheFirstEmptyDeclarationAwayAndNoOther)
         {OLESTR("<WLANProfile xmlns=\"urn:w\"><MSM><security/></MSM></WLANProfile>"),
          OLESTR("<WLANProfile "
                 "xmlns=\"urn:w\"><MSM><connectivity><phyType>g</phyType></connectivity><security/></MSM></WLANProfile>")},
+        {OLESTR("<WLANProfile xmlns=\"urn:w\"><x xmlns=\"\"/><MSM><security/></MSM></WLANProfile>"),
+         OLESTR(
+             "<WLANProfile xmlns=\"urn:w\"><x/><MSM><connectivity xmlns=\"\"><phyType>g</phyType></connectivity><security/></MSM>"
+             "</WLANProfile>")},
         {OLESTR("<WLANProfile xmlns=\"urn:w\"><MSM><security/></MSM><x xmlns=\"\"/></WLANProfile>"),
          OLESTR(
              "<WLANProfile xmlns=\"urn:w\"><MSM><connectivity><phyType>g</phyType></connectivity><security/></MSM><x xmlns=\"\"/>"
