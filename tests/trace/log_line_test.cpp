@@ -1,11 +1,12 @@
 // One line of the trace log: its bytes in the file, its levels, its echo.
+#include "platform/testing/Faults.h"
 #include "tests/module/Operation.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"
+#include "trace/LogLine.h"
 
-#include <clocale>
 #include <cstdio>
 #include <optional>
 #include <regex>
@@ -188,9 +189,11 @@ TEST(LogLine, EchoHappensWhateverTheSwitchesSay)
             testing::internal::CaptureStdout();
             IhvuiTrace(traceLevelInfo, OLESTR("shown\n"));
             IhvuiTrace(traceLevelInfo, OLESTR("%s"), tests::Widen(Xs(3000)).c_str());
+            IhvuiTrace(traceLevelInfo, OLESTR("%s"), OLESTR("\x4E2D\xD83D\xDE00\xFC\n"));
             const auto shown = testing::internal::GetCapturedStdout();
             KorCmnTracer::Stop();
-            EXPECT_EQ(bEcho ? "|shown\n\n|" + Xs(1963) + "...\n\n" : "", std::regex_replace(shown, std::regex(szPrefix), "|"));
+            EXPECT_EQ(bEcho ? "|shown\n\n|" + Xs(1963) + "...\n\n|???\xFC\n\n" : "",
+                      std::regex_replace(shown, std::regex(szPrefix), "|"));
             EXPECT_EQ("", log.Bytes());
         }
 }
@@ -203,6 +206,23 @@ TEST(LogLine, NothingIsWrittenBeforeTheStart)
     EXPECT_EQ("", testing::internal::GetCapturedStdout());
     const auto program = tests::ProgramFile();
     EXPECT_FALSE(std::filesystem::exists(program.parent_path() / (program.stem().string() + "Log.txt")));
+}
+
+// Only remembered: nothing is written there before a start.
+TEST(LogLine, DefaultPathIsTheProgramsOwn)
+{
+    WCHAR szPath[MAX_PATH + 1] = {};
+    FormDefaultLogPath(szPath, std::size(szPath));
+    const std::string whole = tests::Narrow(szPath);
+    EXPECT_TRUE(whole.ends_with("\\" + tests::ProgramFile().stem().string() + "Log.txt")) << whole;
+    for (const std::size_t cchCut : {0u, 1u, 9u})
+    {
+        FormDefaultLogPath(szPath, whole.size() + 1 - cchCut);
+        EXPECT_EQ(whole.substr(0, whole.size() - cchCut), tests::Narrow(szPath));
+    }
+    const platform::testing::CFailNth fault("GetModuleFileNameW", 1);
+    FormDefaultLogPath(szPath, std::size(szPath));
+    EXPECT_EQ("Log.txt", tests::Narrow(szPath));
 }
 
 // A format as an argument of a template.
