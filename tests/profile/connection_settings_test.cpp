@@ -299,7 +299,6 @@ const WriteCase writeCases[] = {
      {{rm, 5}, {timer, 2}, {period, 9}},
      "<RadioMeasurement><disabled/></RadioMeasurement>" + least,
      {{rm, 0}, {rapido, 0}, {roaming, 0}, {timer, 0}, {period, 0}}},
-    {"services_not_set", true, {{services, -1}}, measured + "<Rapido>true</Rapido>" + roamingOn + diagnosed, {{services, 1}}},
     {"reporting_alone",
      false,
      {{ssid, 0}, {reporting, 1}},

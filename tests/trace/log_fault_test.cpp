@@ -31,63 +31,41 @@ bool Lock(const CUniqueFile& file, DWORD dwOffset, DWORD cbLock)
     return LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, cbLock, 0, &region) != FALSE;
 }
 
-TEST(LogFaults, WhileWriting)
+// Three lines, and the calls that fail from the start on.
+TEST(LogFaults, CostALineOrTheLog)
 {
+    const Lines all = {"one\n", "two\n", "three\n"};
     const struct
     {
         const char* szFunction;
-        unsigned uCalls; // that fail
-        bool bDisables;
+        unsigned uFirst, uCount;
+        DWORD dwError;
+        Lines written;
     } rows[] = {
-        {"WaitForSingleObject", 1, true}, {"LockFileEx", 1, true}, {"GetFileSize", 1, true},
-        {"SetFilePointer", 1, false},     {"WriteFile", 2, false}, // the text and its line end
+        {"_wfopen", 1, 1, ERROR_ACCESS_DENIED, {}},
+        {"_wfopen", 1, 1, ERROR_PATH_NOT_FOUND, all}, // the second try
+        {"CreateFileW", 1, 1, 0, {}},
+        {"CreateMutexW", 1, 1, 0, {}},
+        {"WaitForSingleObject", 2, 1, 0, {"one\n"}},
+        {"LockFileEx", 2, 1, 0, {"one\n"}},
+        {"GetFileSize", 2, 1, 0, {"one\n"}},
+        {"SetFilePointer", 2, 1, 0, {"one\n", "three\n"}},
+        {"WriteFile", 3, 2, 0, {"one\n", "three\n"}}, // the text and its line end
     };
     for (const auto& row : rows)
     {
         SCOPED_TRACE(row.szFunction);
         tests::CTraceLog log;
         const auto live = tests::LiveObjects();
+        platform::testing::PlanFault(row.szFunction, row.uFirst, row.uCount, row.dwError);
         KorCmnTracer::Start(OLESTR("unused"), false, false);
-        IhvuiTrace(traceLevelError, OLESTR("before\n"));
-        platform::testing::PlanFault(row.szFunction, 1, row.uCalls);
-        IhvuiTrace(traceLevelError, OLESTR("lost\n"));
-        EXPECT_EQ(row.uCalls, platform::testing::CountFaults(row.szFunction));
+        for (const auto& line : all)
+            IhvuiTrace(traceLevelError, OLESTR("%s"), tests::Widen(line).c_str());
+        EXPECT_EQ(row.uCount, platform::testing::CountFaults(row.szFunction));
         platform::testing::ClearFaults();
-        IhvuiTrace(traceLevelError, OLESTR("after\n"));
-        EXPECT_EQ(row.bDisables ? Lines{"before\n"} : (Lines{"before\n", "after\n"}), log.Take());
-        EXPECT_TRUE(Lock(OpenByAnother(log), 0, 2)) << "the log's lock is still held";
+        EXPECT_TRUE(row.written.empty() || Lock(OpenByAnother(log), 0, 2)) << "the log's lock is still held";
         KorCmnTracer::Stop();
-        EXPECT_EQ(live, tests::LiveObjects());
-    }
-}
-
-TEST(LogFaults, WhileStarting)
-{
-    const struct
-    {
-        const char* name;
-        const char* szFunction;
-        DWORD dwError;
-        bool bOn;
-    } rows[] = {
-        {"no_handle", "CreateFileW", ERROR_SHARING_VIOLATION, false},
-        {"no_mutex", "CreateMutexW", ERROR_NOT_ENOUGH_MEMORY, false},
-        {"not_created", "_wfopen", ERROR_ACCESS_DENIED, false},
-        {"created_at_the_second_try", "_wfopen", ERROR_PATH_NOT_FOUND, true},
-        {"seems_missing", "_waccess", ERROR_FILE_NOT_FOUND, true},
-        {"no_backup", "MoveFileW", ERROR_ACCESS_DENIED, true},
-    };
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE(row.name);
-        tests::CTraceLog log;
-        const auto live = tests::LiveObjects();
-        const CFailNth fault(row.szFunction, 1, row.dwError);
-        KorCmnTracer::Start(OLESTR("unused"), false, false);
-        IhvuiTrace(traceLevelError, OLESTR("x\n"));
-        KorCmnTracer::Stop();
-        EXPECT_TRUE(fault.HasFired());
-        EXPECT_EQ(row.bOn ? Lines{"x\n"} : Lines{}, log.Take());
+        EXPECT_EQ(row.written, log.Take());
         EXPECT_EQ(live, tests::LiveObjects());
     }
 }
@@ -95,37 +73,30 @@ TEST(LogFaults, WhileStarting)
 // Whichever reading fails, its own default takes its place and the other switches keep theirs.
 TEST(LogFaults, ReadingTheSwitches)
 {
-    const auto off = [] { return CRegistryValue(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), DWORD{0}); };
     for (const char* szFunction : {"RegOpenKeyExW", "RegQueryValueExW"})
     {
-        SCOPED_TRACE(szFunction);
         std::set<std::string> outcomes;
         bool bFired = true;
         for (unsigned uCall = 1; bFired && uCall < 100; ++uCall)
         {
-            {
-                // A failed reading keeps the state of the start before.
-                const auto value = off();
-                KorCmnTracer::Start(OLESTR("unused"), false, false);
-            }
+            // Without the switch the state is that of the start before.
+            KorCmnTracer::Start(OLESTR(""), false, false);
+            const tests::CTestFolder folder;
             tests::CTraceLog log;
             const CRegistryValue level(HKEY_LOCAL_MACHINE, tests::szTraceLevelsKey, OLESTR("Ihvui"), 1);
-            const tests::CTestFolder folder;
-            const auto live = tests::LiveObjects();
             const CFailNth fault(szFunction, uCall, ERROR_ACCESS_DENIED);
             KorCmnTracer::Start(folder.PlatformName(OLESTR("given.txt")).c_str(), false, false);
             IhvuiTrace(traceLevelError, OLESTR("1"));
             IhvuiTrace(traceLevelInfo, OLESTR("2"));
             KorCmnTracer::Stop();
             bFired = fault.HasFired();
-            EXPECT_EQ(live, tests::LiveObjects());
-            std::string outcome = std::filesystem::exists(log.File()) ? "configured" : "";
+            const auto given = tests::ReadBytes(folder.Path() / "given.txt");
+            std::string outcome = given.empty() ? "configured" : "given " + given.substr(33);
             for (const auto& line : log.Take())
                 outcome += " " + line;
-            const auto given = tests::ReadBytes(folder.Path() / "given.txt");
-            outcomes.insert(outcome + (given.empty() ? "" : "given " + given.substr(33)));
+            outcomes.insert(outcome);
         }
-        EXPECT_EQ((std::set<std::string>{"", "configured 1", "configured 1 2", "given 1"}), outcomes);
+        EXPECT_EQ((std::set<std::string>{"configured", "configured 1", "configured 1 2", "given 1"}), outcomes) << szFunction;
     }
 }
 

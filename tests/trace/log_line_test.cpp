@@ -8,7 +8,6 @@
 #include "trace/LogLine.h"
 
 #include <cstdio>
-#include <optional>
 #include <regex>
 
 namespace
@@ -101,40 +100,24 @@ TEST(LogLine, TimeAndThread)
     EXPECT_TRUE(after < before || (before <= log.Bytes() && log.Bytes() <= after)) << log.Bytes(); // but for midnight
 }
 
-TEST(LogLine, LevelsDecideWhatIsWritten)
-{
-    for (const LONG lConfigured : {-1, 0, 1, 2, 3})
-    {
-        std::optional<CRegistryValue> value;
-        if (lConfigured != 2) // which stands for none
-            value.emplace(Level(OLESTR("Ihvui"), static_cast<DWORD>(lConfigured)));
-        CStartedLog log;
-        Lines expected;
-        for (const LONG lLevel : {-1, 0, 1, 2, 3})
-        {
-            IhvuiTrace(lLevel, OLESTR("%d\n"), lLevel);
-            if (lLevel <= lConfigured)
-                expected.push_back(std::to_string(lLevel) + "\n");
-        }
-        EXPECT_EQ(expected, log.Take());
-    }
-}
-
 TEST(LogLine, EachModuleHasItsWordAndItsLevel)
 {
     const WCHAR* const words[] = {OLESTR("Any"), OLESTR("Ihvs"), OLESTR("Ihvui"), OLESTR("CCXLib"), OLESTR("IhvsMini")};
-    for (const WCHAR* szSilent : words)
-    {
-        const auto level = Level(szSilent, 0);
-        const CStartedLog log;
-        std::string expected;
-        for (int i = 0; i < KorCmnTracer::moduleCount; ++i)
+    for (const WCHAR* szConfigured : words)
+        for (const LONG lConfigured : {-1, 0, 1, 3})
         {
-            KorCmnTracer::WriteLine(1, static_cast<KorCmnTracer::ModuleIndex>(i), OLESTR(";"));
-            expected += words[i] == szSilent ? "" : tests::Narrow(words[i]) + ": ;";
+            const auto value = Level(szConfigured, static_cast<DWORD>(lConfigured));
+            const CStartedLog log;
+            std::string expected;
+            for (int i = 0; i < KorCmnTracer::moduleCount; ++i)
+                for (const LONG lLevel : {-1, 0, 1, 2, 3})
+                {
+                    KorCmnTracer::WriteLine(lLevel, static_cast<KorCmnTracer::ModuleIndex>(i), OLESTR(";"));
+                    if (lLevel <= (words[i] == szConfigured ? lConfigured : 2))
+                        expected += tests::Narrow(words[i]) + ": ;";
+                }
+            EXPECT_EQ(expected, std::regex_replace(log.Bytes(), std::regex(R"([\d:.]{12} \[.{8}\]   )"), ""));
         }
-        EXPECT_EQ(expected, std::regex_replace(log.Bytes(), std::regex(R"([\d:.]{12} \[.{8}\]   )"), ""));
-    }
 }
 
 // What all the module's operations leave in the log with this level.

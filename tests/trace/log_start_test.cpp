@@ -11,10 +11,9 @@ namespace
 {
 using tests::CModuleUnderTest;
 using tests::CRegistryValue;
-using tests::CTestFolder;
 using tests::ReadBytes;
 using tests::WriteBytes;
-using Bytes = std::vector<BYTE>;
+constexpr std::size_t cbLine = sizeof("12:34:56.789 [     A3C]   Ihvui: x\r\n") - 1;
 
 // A folder that is the current one as well, so that names without a folder can be tried.
 class LogStart : public testing::Test
@@ -24,26 +23,26 @@ protected:
     {
         GetCurrentDirectoryW(MAX_PATH, m_szBefore);
         EXPECT_TRUE(SetCurrentDirectoryW(m_folder.PlatformName().c_str()));
+        GetCurrentDirectoryW(MAX_PATH, m_szFolder);
     }
     ~LogStart() override
     {
         SetCurrentDirectoryW(m_szBefore);
     }
-    // One message of the module: loads it, asks it for a class, unloads it.
-    static void TraceThroughModule()
+    static CRegistryValue Value(const WCHAR* szName, DWORD dwType, const std::vector<BYTE>& bytes)
     {
-        const CModuleUnderTest module(CModuleUnderTest::Registration::None);
-        CComRef<IUnknown> factory;
-        EXPECT_EQ(S_OK, module.GetClassObject(CLSID_ExtUI, IID_IUnknown, factory.PutVoid()));
+        return {HKEY_LOCAL_MACHINE, tests::szTraceKey, szName, dwType, bytes};
     }
-    static CRegistryValue Enable(DWORD dwType = REG_DWORD, const Bytes& bytes = {1, 0, 0, 0})
+    static CRegistryValue Enable(DWORD dwType = REG_DWORD, const std::vector<BYTE>& bytes = {1, 0, 0, 0})
     {
-        return {HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), dwType, bytes};
+        return Value(OLESTR("EnableTraceLog"), dwType, bytes);
     }
-    static CRegistryValue LogPath(const CWideString& path, DWORD dwType = REG_SZ, std::size_t cchTerminator = 1)
+    static void WriteLog(const CWideString& path)
     {
-        return {HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("LogPath"), dwType,
-                CRegistryValue::BytesOf(path.c_str(), (path.size() + cchTerminator) * sizeof(WCHAR))};
+        KorCmnTracer::Start(path.c_str(), false, false);
+        SetLastError(ERROR_ACCESS_DENIED); // of something before
+        IhvuiTrace(traceLevelError, OLESTR("x\n"));
+        KorCmnTracer::Stop();
     }
     // A name in the folder that makes a path of so many code units.
     CWideString Padded(std::size_t cchPath) const
@@ -52,95 +51,75 @@ protected:
         return path.append(cchPath - path.size(), WCHAR{'p'});
     }
 
-    CTestFolder m_folder;
+    tests::CTestFolder m_folder;
     WCHAR m_szBefore[MAX_PATH] = {};
+    WCHAR m_szFolder[MAX_PATH] = {}; // with backslashes, whatever the machine's own separator is
 };
 
 TEST_F(LogStart, SwitchIsWhateverNumberFitsFourBytes)
 {
     const struct
     {
-        const char* name;
-        std::optional<DWORD> dwType;
-        Bytes bytes;
+        DWORD dwType;
+        std::vector<BYTE> bytes;
         bool bOn;
     } rows[] = {
-        {"absent", std::nullopt, {}, false},
-        {"one", REG_DWORD, {1, 0, 0, 0}, true},
-        {"zero", REG_DWORD, {0, 0, 0, 0}, false},
-        {"highest_bit", REG_DWORD, {0, 0, 0, 0x80}, true},
-        {"one_byte", REG_BINARY, {1}, true},
-        {"no_byte", REG_BINARY, {}, false},
-        {"text_of_one_character", REG_SZ, {'0', 0, 0, 0}, true},
-        {"text_of_two_characters", REG_SZ, {'1', 0, '1', 0, 0, 0}, false},
-        {"five_bytes", REG_BINARY, {1, 0, 0, 0, 0}, false},
+        {REG_DWORD, {1, 0, 0, 0}, true},
+        {REG_DWORD, {0, 0, 0, 0}, false},
+        {REG_DWORD, {0, 0, 0, 0x80}, true},
+        {REG_BINARY, {1}, true},
+        {REG_BINARY, {}, false},
+        {REG_SZ, {'0', 0, 0, 0}, true},
+        {REG_SZ, {0, 0}, false},
+        {REG_SZ, {'1', 0, '1', 0, 0, 0}, false},
+        {REG_BINARY, {1, 0, 0, 0, 0}, false},
     };
     for (const auto& row : rows)
     {
-        const auto path = LogPath(OLESTR("log.txt"));
-        std::optional<CRegistryValue> enable;
-        if (row.dwType)
-            enable.emplace(Enable(*row.dwType, row.bytes));
-        TraceThroughModule();
-        EXPECT_EQ(row.bOn, ReadBytes("log.txt").ends_with("   Ihvui: GetClassObject\r\n")) << row.name;
-        EXPECT_EQ(row.bOn, std::filesystem::remove("log.txt")) << row.name;
+        WriteLog({}); // leaves it off, as a value that cannot be read does
+        const auto enable = Enable(row.dwType, row.bytes);
+        WriteLog(OLESTR("log.txt"));
+        EXPECT_EQ(row.bOn, std::filesystem::remove("log.txt")) << testing::PrintToString(row.bytes);
     }
 }
 
 TEST_F(LogStart, LogPathIsWhateverFits)
 {
-    constexpr const WCHAR* szDefaultLog = OLESTR("c:\\WlanLogs\\KorIHVui.txt");
-    const auto removeDefault = [&]
-    {
-        const bool bThere = DeleteFileW(szDefaultLog) != FALSE;
-        RemoveDirectoryW(OLESTR("c:\\WlanLogs"));
-        return bThere;
-    };
     const struct
     {
-        const char* name;
-        std::optional<CWideString> path;
+        CWideString path;
         DWORD dwType;
         std::size_t cchTerminator;
-        std::string file; // "default" for the default one, "" for none
+        const char* szFile; // "" for none
     } rows[] = {
-        {"absent", std::nullopt, REG_SZ, 1, "default"},
-        {"empty", OLESTR(""), REG_SZ, 1, "default"},
-        {"one_character", OLESTR("p"), REG_SZ, 1, "p"},
-        {"without_terminator", OLESTR("raw.txt"), REG_SZ, 0, "raw.txt"},
-        {"of_another_type", OLESTR("binary.txt"), REG_BINARY, 1, "binary.txt"},
-        {"missing_folders", m_folder.PlatformName(OLESTR("one\\two/log.txt")), REG_SZ, 1, "one/two/log.txt"},
-        {"missing_folder_of_one_character", OLESTR("a\\log.txt"), REG_SZ, 1, "a/log.txt"},
-        {"longest_which_nothing_opens", Padded(260), REG_SZ, 1, ""},
-        {"too_long", Padded(261), REG_SZ, 1, "default"},
-        {"without_room_for_a_terminator", Padded(261), REG_SZ, 0, "default"},
+        {OLESTR(""), REG_SZ, 1, "given.txt"},
+        {OLESTR("p"), REG_SZ, 1, "p"},
+        {OLESTR("raw.txt"), REG_SZ, 0, "raw.txt"},
+        {OLESTR("binary.txt"), REG_BINARY, 1, "binary.txt"},
+        {m_folder.PlatformName(OLESTR("one\\two/log.txt")), REG_SZ, 1, "one/two/log.txt"},
+        {OLESTR("a\\log.txt"), REG_SZ, 1, "a/log.txt"},
+        {m_folder.PlatformName() + OLESTR("\\"), REG_SZ, 1, ""},
+        {Padded(260), REG_SZ, 1, ""}, // fits, but no system opens it
+        {Padded(261), REG_SZ, 1, "given.txt"},
+        {Padded(261), REG_SZ, 0, "given.txt"},
     };
+    const auto enable = Enable();
     for (const auto& row : rows)
     {
-        SCOPED_TRACE(row.name);
-        removeDefault();
-        const auto enable = Enable();
-        std::optional<CRegistryValue> path;
-        if (row.path)
-            path.emplace(LogPath(*row.path, row.dwType, row.cchTerminator));
-        TraceThroughModule();
-        EXPECT_EQ(row.file == "default", removeDefault());
-        EXPECT_EQ(row.file != "default" && !row.file.empty(), ReadBytes(row.file).ends_with("GetClassObject\r\n"));
+        const auto path = Value(OLESTR("LogPath"), row.dwType,
+                                CRegistryValue::BytesOf(row.path.c_str(), (row.path.size() + row.cchTerminator) * sizeof(WCHAR)));
+        std::filesystem::remove("given.txt");
+        WriteLog(OLESTR("given.txt"));
+        for (const char* szFile : {row.szFile, "given.txt"})
+            EXPECT_EQ(szFile == std::string(row.szFile) && *szFile ? cbLine : 0, ReadBytes(szFile).size())
+                << tests::Narrow(row.path);
     }
-}
-
-// A folder cannot be opened, and a path beyond the limit would, shortened, name some other file.
-TEST_F(LogStart, APathThatCannotBeLeavesTheLogOff)
-{
-    const auto enable = Enable();
-    for (const CWideString& path : {CWideString(OLESTR("log.txt")), m_folder.PlatformName(OLESTR("")), Padded(261)})
-    {
-        KorCmnTracer::Start(path.c_str(), false, false);
-        IhvuiTrace(traceLevelError, OLESTR("x\n"));
-        KorCmnTracer::Stop();
-    }
-    EXPECT_EQ(36u, ReadBytes("log.txt").size()) << "the first path's line alone";
-    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator("."), {}));
+    // Shortened, it would name some other file; the one of the start before is not taken either.
+    std::filesystem::remove("given.txt");
+    WriteLog(OLESTR("given.txt"));
+    WriteLog(Padded(261));
+    EXPECT_EQ(cbLine, ReadBytes("given.txt").size());
+    EXPECT_FALSE(std::filesystem::exists(Padded(260)));
 }
 
 TEST_F(LogStart, BackupOfTheLogBefore)
@@ -148,23 +127,19 @@ TEST_F(LogStart, BackupOfTheLogBefore)
     using File = std::optional<std::string>;
     const struct
     {
-        const char* name;
         bool bFresh;
         File log, last;                 // before
         File expectedLog, expectedLast; // after
     } rows[] = {
-        {"existing_log_is_continued", false, "old", "older", "old", "older"},
-        {"missing_log_drops_the_backup", false, {}, "older", "", {}},
-        {"fresh_replaces_the_backup", true, "old", "older", "", "old"},
-        {"fresh_makes_the_backup", true, "old", {}, "", "old"},
+        {false, "old", "older", "old", "older"},
+        {false, {}, "older", "", {}},
+        {true, "old", "older", "", "old"},
+        {true, "old", {}, "", "old"},
     };
     const auto enable = Enable();
-    WCHAR szFolder[MAX_PATH] = {}; // with backslashes, whatever the machine's own separator is
-    GetCurrentDirectoryW(MAX_PATH, szFolder);
-    for (const CWideString& folder : {szFolder + CWideString(OLESTR("\\")), CWideString()})
+    for (const CWideString& folder : {m_szFolder + CWideString(OLESTR("\\")), CWideString()})
         for (const auto& row : rows)
         {
-            SCOPED_TRACE(row.name);
             for (const auto& [szFile, text] : {std::pair("ihv.txt", row.log), {"lastihv.txt", row.last}})
             {
                 std::filesystem::remove(szFile);
@@ -180,18 +155,27 @@ TEST_F(LogStart, BackupOfTheLogBefore)
         }
 }
 
-TEST_F(LogStart, UnloadingReleasesTheLogAndLoadingAgainContinuesIt)
+TEST_F(LogStart, ModuleHoldsItsOwnFileUntilItIsUnloaded)
 {
+    const WCHAR* const szLog = OLESTR("c:\\WlanLogs\\KorIHVui.txt");
+    const auto remove = [&] { return DeleteFileW(szLog) && RemoveDirectoryW(OLESTR("c:\\WlanLogs")); };
+    const auto request = [&]
+    {
+        const CModuleUnderTest module(CModuleUnderTest::Registration::None);
+        CComRef<IUnknown> factory;
+        EXPECT_EQ(S_OK, module.GetClassObject(CLSID_ExtUI, IID_IUnknown, factory.PutVoid()));
+        EXPECT_FALSE(remove());
+    };
+    remove();
+    request();
     const auto enable = Enable();
-    const auto path = LogPath(OLESTR("log.txt"));
-    TraceThroughModule();
-    const auto once = ReadBytes("log.txt");
-    TraceThroughModule();
-    EXPECT_EQ(2 * once.size(), ReadBytes("log.txt").size());
-    EXPECT_TRUE(ReadBytes("log.txt").starts_with(once));
-    EXPECT_TRUE(DeleteFileW(OLESTR("log.txt"))) << "error " << GetLastError();
-    const CModuleUnderTest module(CModuleUnderTest::Registration::None);
-    EXPECT_FALSE(DeleteFileW(OLESTR("log.txt"))) << "a log in use cannot be deleted";
+    request();
+    request();
+    {
+        const CUniqueFile file(CreateFileW(szLog, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        EXPECT_EQ(2 * (cbLine + sizeof("GetClassObject") - sizeof("x")), GetFileSize(file.Get(), nullptr));
+    }
+    EXPECT_TRUE(remove());
 }
 
 // The size comes in two halves, and the error value is the low half of some sizes.
@@ -207,11 +191,8 @@ TEST_F(LogStart, AppendsToALogOfAnySize)
     for (const auto& row : rows)
     {
         std::filesystem::resize_file("large.txt", row.cbLog);
-        KorCmnTracer::Start(OLESTR("large.txt"), false, false);
-        SetLastError(ERROR_ACCESS_DENIED); // of something before
-        IhvuiTrace(traceLevelError, OLESTR("x\n"));
-        KorCmnTracer::Stop();
-        EXPECT_EQ(row.cbLog + (row.bAppends ? 36 : 0), std::filesystem::file_size("large.txt"));
+        WriteLog(OLESTR("large.txt"));
+        EXPECT_EQ(row.cbLog + (row.bAppends ? cbLine : 0), std::filesystem::file_size("large.txt"));
     }
     std::ifstream log("large.txt", std::ios::binary);
     std::string beginning(5, ' ');
