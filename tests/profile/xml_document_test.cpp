@@ -5,6 +5,7 @@
 #include "tests/support/XmlVerbs.h"
 
 #include <cstring>
+#include <vector>
 
 namespace
 {
@@ -46,6 +47,49 @@ TEST_F(XmlDocument, RefusesADocumentTypeWhereverItStands)
         EXPECT_EQ(row.text.ends_with(OLESTR("--><a/>")), CXmlDocument().Load(row.text.c_str()));
         EXPECT_EQ(row.bHasOne ? 0u : 1u, CountCalls("loadXML"));
     }
+}
+
+// The component is the document's own; an explicit instantiation may name it all the same.
+template <CComRef<IXMLDOMDocument> CXmlDocument::*pMember>
+struct CComponentOf
+{
+    friend IXMLDOMDocument* ComponentOf(const CXmlDocument& document)
+    {
+        return (document.*pMember).Get();
+    }
+};
+template struct CComponentOf<&CXmlDocument::m_document>;
+IXMLDOMDocument* ComponentOf(const CXmlDocument& document);
+
+HRESULT hrLoad;
+VARIANT_BOOL bLoad;
+HRESULT STDMETHODCALLTYPE AnswerLoad(IXMLDOMDocument*, BSTR, VARIANT_BOOL* pbSuccessful)
+{
+    *pbSuccessful = bLoad;
+    return hrLoad;
+}
+
+TEST_F(XmlDocument, HasLoadedWhenResultOrFlagSaysSo)
+{
+    CXmlDocument document;
+    // One component's table of functions up to this one, exchanged for a copy with another answer.
+    const auto pLoad = &IXMLDOMDocument::loadXML;
+    std::size_t cbSlot = 0;
+    std::memcpy(&cbSlot, &pLoad, sizeof(cbSlot));
+    const std::size_t nSlot = (cbSlot - 1) / sizeof(void*);
+    auto*** const ppTable = reinterpret_cast<void***>(ComponentOf(document));
+    void** const pTable = *ppTable;
+    std::vector<void*> table(pTable, pTable + nSlot);
+    table.push_back(reinterpret_cast<void*>(&AnswerLoad));
+    *ppTable = table.data();
+    for (const bool bResult : {true, false})
+        for (const bool bFlag : {true, false})
+        {
+            hrLoad = bResult ? S_OK : S_FALSE;
+            bLoad = bFlag ? VARIANT_TRUE : VARIANT_FALSE;
+            EXPECT_EQ(bResult || bFlag, document.Load(OLESTR("<a/>"))) << bResult << bFlag;
+        }
+    *ppTable = pTable;
 }
 
 // Deeper trees than a text can bring must not use up the host's stack.
