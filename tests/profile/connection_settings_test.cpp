@@ -1,5 +1,6 @@
 // The connection options of an IHV profile: what is read from a text, the defaults, the bounds, what is written.
 #include "profile/CCXConnectionSettings.h"
+#include "profile/IhvProfile.h"
 #include "tests/support/ModuleUnderTest.h"
 #include "tests/support/XmlVerbs.h"
 
@@ -315,5 +316,11 @@ const WriteCase writeCases[] = {
      least + "<Diagnostics><Channel>" + ssidName + "</Channel></Diagnostics>",
      ClearedAnd({{ssid, 18}})},
 };
+TEST_F(ConnectionRecord, IsWrittenWithoutIndentation)
+{
+    EXPECT_EQ("<a><b> c </b><d/></a>", tests::Narrow(WithoutIndentation(OLESTR("<a>\n \t<b> c </b>\r\n<d/> </a>\r\n"))));
+    EXPECT_EQ("<a> b<c/>d </a>", tests::Narrow(WithoutIndentation(OLESTR("<a> b<c/>d </a>"))));
+}
+
 INSTANTIATE_TEST_SUITE_P(Records, ConnectionWriting, testing::ValuesIn(writeCases), CaseName<WriteCase>);
 } // namespace
