@@ -113,12 +113,22 @@ TEST_F(WirelessProfileTest, IsStoredWithTheContextsFlagsOverTheOld)
 
 TEST_F(WirelessProfileTest, CapabilitiesAreFlagsOfTheListedTypes)
 {
+    const auto zeros = [](int nCount)
+    { return std::regex_replace(std::string(static_cast<std::size_t>(nCount), '0'), std::regex("0"), "0, "); };
     const struct
     {
         std::string phyTypes;
         const char* szFlags;
     } rows[] = {
-        {"", "0000"}, {"4", "1000"}, {"5", "0100"}, {"6, 7", "0011"}, {"7, 7, 4, 4", "1001"}, {"0, 8, 3", "0000"},
+        {zeros(63) + "4", "1000"},
+        {zeros(64) + "4", "0000"}, // more than the record holds
+
+        {"", "0000"},
+        {"4", "1000"},
+        {"5", "0100"},
+        {"6, 7", "0011"},
+        {"7, 7, 4, 4", "1001"},
+        {"0, 8, 3", "0000"},
     };
     for (const auto& row : rows)
     {
