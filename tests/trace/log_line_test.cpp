@@ -194,18 +194,18 @@ TEST(LogLine, NothingIsWrittenBeforeTheStart)
 // Only remembered: nothing is written there before a start.
 TEST(LogLine, DefaultPathIsTheProgramsOwn)
 {
-    WCHAR szPath[MAX_PATH + 1] = {};
-    FormDefaultLogPath(szPath, std::size(szPath));
-    const std::string whole = tests::Narrow(szPath);
+    const auto form = [](std::size_t cchCapacity)
+    {
+        WCHAR szPath[MAX_PATH + 1] = {};
+        FormDefaultLogPath(szPath, cchCapacity);
+        return tests::Narrow(szPath);
+    };
+    const std::string whole = form(MAX_PATH + 1);
     EXPECT_TRUE(whole.ends_with("\\" + tests::ProgramFile().stem().string() + "Log.txt")) << whole;
     for (const std::size_t cchCut : {0u, 1u, 9u})
-    {
-        FormDefaultLogPath(szPath, whole.size() + 1 - cchCut);
-        EXPECT_EQ(whole.substr(0, whole.size() - cchCut), tests::Narrow(szPath));
-    }
+        EXPECT_EQ(whole.substr(0, whole.size() - cchCut), form(whole.size() + 1 - cchCut));
     const platform::testing::CFailNth fault("GetModuleFileNameW", 1);
-    FormDefaultLogPath(szPath, std::size(szPath));
-    EXPECT_EQ("Log.txt", tests::Narrow(szPath));
+    EXPECT_EQ("Log.txt", form(MAX_PATH + 1));
 }
 
 // A format as an argument of a template.
