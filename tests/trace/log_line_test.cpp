@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <regex>
 
+#include <unistd.h>
+
 namespace
 {
 using tests::CRegistryValue;
@@ -171,6 +173,7 @@ TEST(LogLine, EchoHappensWhateverTheSwitchesSay)
             KorCmnTracer::Start(OLESTR("unused"), bEcho, false);
             testing::internal::CaptureStdout();
             IhvuiTrace(traceLevelInfo, OLESTR("shown\n"));
+            EXPECT_EQ(bEcho, lseek(1, 0, SEEK_CUR) != 0) << "not when the host ends";
             IhvuiTrace(traceLevelInfo, OLESTR("%s"), tests::Widen(Xs(3000)).c_str());
             IhvuiTrace(traceLevelInfo, OLESTR("%s"), OLESTR("\x4E2D\xD83D\xDE00\xFC\n"));
             const auto shown = testing::internal::GetCapturedStdout();

@@ -1,4 +1,5 @@
 // How the trace log begins: its switches, its place, its backup.
+#include "platform/testing/Faults.h"
 #include "tests/support/ModuleUnderTest.h"
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
@@ -120,6 +121,10 @@ TEST_F(LogStart, LogPathIsWhateverFits)
     WriteLog(Padded(261));
     EXPECT_EQ(cbLine, ReadBytes("given.txt").size());
     EXPECT_FALSE(std::filesystem::exists(Padded(260)));
+    // A name without a folder has none that could be missing.
+    const platform::testing::CFailNth fault("_wfopen", 1, ERROR_PATH_NOT_FOUND);
+    WriteLog(OLESTR("bare.txt"));
+    EXPECT_FALSE(std::filesystem::exists("bare.txt"));
 }
 
 TEST_F(LogStart, BackupOfTheLogBefore)

@@ -29,6 +29,7 @@ Texts List()
     for (LONG i = 0; i < adapters.GetCount(); ++i)
         texts.push_back(Narrow(adapters.GetGuidString(i)));
     EXPECT_EQ(nullptr, adapters.GetGuidString(adapters.GetCount()));
+    EXPECT_EQ(nullptr, adapters.GetGuidString(-1));
     return texts;
 }
 
