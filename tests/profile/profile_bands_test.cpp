@@ -83,7 +83,8 @@ TEST_F(ProfileBands, ReadTheChoice)
 }
 
 #define CONNECTIVITY(types) OLESTR("<connectivity>" types "</connectivity>")
-#define WITHIN(content) OLESTR("<WLANProfile xmlns=\"urn:w\">" content "</WLANProfile>")
+// With a line of its own, because some components indent what has none.
+#define WITHIN(content) OLESTR("<WLANProfile xmlns=\"urn:w\">\n" content "</WLANProfile>")
 
 TEST_F(ProfileBands, PutsTheSectionBeforeSecurityAndKeepsTheRest)
 {
@@ -107,7 +108,7 @@ TEST_F(ProfileBands, WithoutAPlaceForTheSectionTheResultIsFalse)
 {
     Check(ProfileWith(CONNECTIVITY("<phyType>b</phyType>") OLESTR("<x/>")), bandsBoth, false, ProfileWith(OLESTR("<x/>")));
     Check(WITHIN("<security/>"), bandsBoth, false, WITHIN("<security/>"));
-    Check(OLESTR("<other><MSM><security/></MSM></other>"), bandsBoth, false, OLESTR("<other><MSM><security/></MSM></other>"));
+    Check(OLESTR("<other>\n<MSM><security/></MSM></other>"), bandsBoth, false, OLESTR("<other>\n<MSM><security/></MSM></other>"));
     Check(OLESTR("<WLANProfile><MSM><security/></MSM>"), bandsBoth, false, OLESTR("<WLANProfile><MSM><security/></MSM>"));
     // Of eight lengths in a row one fills the memory that the allocator sets aside to the last byte.
     for (CWideString profile = WITHIN("<x/>"); profile.size() < 60; profile.insert(profile.find(OLESTR('/')), 1, OLESTR('x')))
