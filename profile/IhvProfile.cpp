@@ -1,27 +1,18 @@
 #include "profile/IhvProfile.h"
 
-#include <algorithm>
-
-namespace
-{
-// Some versions of the document component indent what they write. No element here has both text and elements in it, so
-// white space between two tags was never anybody's content.
 CWideString WithoutIndentation(CWideView xml)
 {
     CWideString text;
-    text.reserve(xml.size());
-    while (!xml.empty())
+    const auto trimmed = [&] { return CWideView(text).substr(0, text.find_last_not_of(OLESTR(" \t\r\n")) + 1); };
+    for (const WCHAR ch : xml)
     {
-        const auto nTagEnd = std::min(xml.find(OLESTR('>')), xml.size() - 1) + 1;
-        text += xml.substr(0, nTagEnd);
-        xml.remove_prefix(nTagEnd);
-        const auto nNext = std::min(xml.find_first_not_of(OLESTR(" \t\r\n")), xml.size());
-        if (nNext == xml.size() || xml[nNext] == OLESTR('<'))
-            xml.remove_prefix(nNext);
+        if (ch == OLESTR('<') && trimmed().ends_with(OLESTR('>')))
+            text.resize(trimmed().size());
+        text += ch;
     }
+    text.resize(trimmed().size());
     return text;
 }
-} // namespace
 
 CXmlNode OpenIhvProfile(const WCHAR* szIHVProfile)
 {

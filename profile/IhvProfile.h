@@ -13,6 +13,10 @@ inline constexpr const WCHAR* szCcxNamespaceUri = OLESTR("http://www.korvane.com
 // Loads a text for reading and gives its root element; empty for a null, empty or unreadable text.
 CXmlNode OpenIhvProfile(const WCHAR* szIHVProfile);
 
+// The text form of a profile without white space between two tags or behind the last one: some versions of the document
+// component indent what they write. No element here has both text and elements in it, so it was never anybody's content.
+CWideString WithoutIndentation(CWideView xml);
+
 // A profile being written: the default profile, to which the caller appends its elements.
 class CIhvProfileWriter
 {

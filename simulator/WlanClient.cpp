@@ -94,7 +94,9 @@ DWORD WINAPI WlanGetInterfaceCapability(HANDLE hClientHandle, const GUID* pInter
             RequireClient(hClientHandle);
             Require(pInterfaceGuid && ppCapability && !pReserved);
             const Adapter adapter = FindAdapter(ServiceFolder(), *pInterfaceGuid);
-            auto* pCapability = static_cast<PWLAN_INTERFACE_CAPABILITY>(AllocateBlock(sizeof(WLAN_INTERFACE_CAPABILITY)));
+            // A driver may list more types than the record has room for.
+            const std::size_t cb = sizeof(WLAN_INTERFACE_CAPABILITY) + adapter.phyTypes.size() * sizeof(DOT11_PHY_TYPE);
+            auto* pCapability = static_cast<PWLAN_INTERFACE_CAPABILITY>(AllocateBlock(cb));
             pCapability->interfaceType = wlan_interface_type_native_802_11;
             pCapability->dwMaxDesiredSsidListSize = 1;
             pCapability->dwMaxDesiredBssidListSize = 1;

@@ -67,7 +67,7 @@ constexpr Query queries[] = {
 
 std::string DriverReply(const Adapter& adapter, std::string_view request, DWORD cbOutBuffer)
 {
-    Require(!adapter.driverError, adapter.driverError.value_or(ERROR_GEN_FAILURE));
+    Require(!adapter.driverError || adapter.vendorReply || adapter.rapidoReply, adapter.driverError.value_or(ERROR_SUCCESS));
     Require(cbOutBuffer >= cbHeader, ERROR_INSUFFICIENT_BUFFER);
     const DWORD dwObjectIdentifier = WordAt(request, objectIdentifierAt);
     for (const Query& query : queries)
@@ -107,5 +107,6 @@ DWORD WINAPI WlanIhvControl(HANDLE hClientHandle, const GUID* pInterfaceGuid, WL
             std::memcpy(pOutBuffer, reply.data(), cbReply);
             *pcbReturned = static_cast<DWORD>(cbReply);
             line.Number("returned", *pcbReturned);
+            Require(!adapter.driverError, adapter.driverError.value_or(ERROR_SUCCESS)); // after an answer given all the same
         });
 }

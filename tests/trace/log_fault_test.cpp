@@ -1,121 +1,71 @@
 // The trace log when the platform fails it: it goes quiet, and nobody else is disturbed.
 #include "platform/testing/Faults.h"
 #include "tests/support/LiveObjects.h"
-#include "tests/support/ModuleUnderTest.h"
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"
 
-#include <map>
+#include <regex>
+#include <set>
+#include <thread>
+
+#include <sys/stat.h>
 
 namespace
 {
 using platform::testing::CFailNth;
-using tests::CModuleUnderTest;
 using tests::CRegistryValue;
 using Lines = std::vector<std::string>;
 
-TEST(LogFaults, WhileWriting)
+// The log's file as another program opens it.
+CUniqueFile OpenByAnother(const tests::CTraceLog& log)
 {
+    return CUniqueFile(CreateFileW(tests::PlatformNameOf(log.File()).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                   nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+bool Lock(const CUniqueFile& file, DWORD dwOffset, DWORD cbLock)
+{
+    OVERLAPPED region = {};
+    region.Offset = dwOffset;
+    return LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, cbLock, 0, &region) != FALSE;
+}
+
+// Three lines, and the calls that fail from the start on.
+TEST(LogFaults, CostALineOrTheLog)
+{
+    const Lines all = {"one\n", "two\n", "three\n"};
     const struct
     {
         const char* szFunction;
-        unsigned uCalls; // that fail
-        bool bDisables;
+        unsigned uFirst, uCount;
+        DWORD dwError;
+        Lines written;
     } rows[] = {
-        {"WaitForSingleObject", 1, true},
-        {"LockFileEx", 1, true},
-        {"GetFileSize", 1, true},
-        {"WriteFile", 2, false}, // the text and its line end
+        {"_wfopen", 1, 1, ERROR_ACCESS_DENIED, {}},
+        {"_wfopen", 1, 1, ERROR_PATH_NOT_FOUND, all}, // the second try
+        {"CreateFileW", 1, 1, 0, {}},
+        {"CreateMutexW", 1, 1, 0, {}},
+        {"WaitForSingleObject", 2, 1, 0, {"one\n"}},
+        {"LockFileEx", 2, 1, 0, {"one\n"}},
+        {"GetFileSize", 2, 1, 0, {"one\n"}},
+        {"SetFilePointer", 2, 1, 0, {"one\n", "three\n"}},
+        {"WriteFile", 3, 2, 0, {"one\n", "three\n"}}, // the text and its line end
     };
     for (const auto& row : rows)
     {
         SCOPED_TRACE(row.szFunction);
         tests::CTraceLog log;
         const auto live = tests::LiveObjects();
-        {
-            const CModuleUnderTest module(CModuleUnderTest::Registration::None);
-            const auto request = [&]
-            {
-                CComRef<IUnknown> factory;
-                EXPECT_EQ(S_OK, module.GetClassObject(CLSID_ExtUI, IID_IUnknown, factory.PutVoid()));
-            };
-            request();
-            EXPECT_EQ(Lines{"GetClassObject\n"}, log.Take());
-
-            platform::testing::PlanFault(row.szFunction, 1, row.uCalls);
-            testing::internal::CaptureStdout();
-            request();
-            EXPECT_TRUE(testing::internal::GetCapturedStdout().ends_with("GetClassObject\n\n"));
-            EXPECT_EQ(row.uCalls, platform::testing::CountFaults(row.szFunction));
-            platform::testing::ClearFaults();
-            EXPECT_EQ(Lines{}, log.Take());
-
-            request();
-            EXPECT_EQ(row.bDisables ? Lines{} : Lines{"GetClassObject\n"}, log.Take());
-
-            CUniqueFile file(CreateFileW(tests::PlatformNameOf(log.File()).c_str(), GENERIC_WRITE,
-                                         FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
-                                         nullptr));
-            OVERLAPPED region = {};
-            EXPECT_TRUE(LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 2, 0, &region))
-                << "the log's lock is still held";
-        }
-        EXPECT_EQ(live, tests::LiveObjects());
-    }
-}
-
-// Starts the program's own tracer as a module does when it is loaded, and writes one line of each level.
-void TraceOnce(const CWideString& given)
-{
-    KorCmnTracer::Start(given.c_str(), false, false);
-    IhvuiTrace(traceLevelError, OLESTR("error\n"));
-    IhvuiTrace(traceLevelInfo, OLESTR("info\n"));
-    KorCmnTracer::Stop();
-}
-
-// A failed reading keeps the state of the start before.
-void SwitchOff()
-{
-    const CRegistryValue enable(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), DWORD{0});
-    TraceOnce(OLESTR("unused"));
-}
-
-CRegistryValue SwitchOn()
-{
-    return {HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), 1};
-}
-
-TEST(LogFaults, WhileStarting)
-{
-    const struct
-    {
-        const char* name;
-        const char* szFunction;
-        DWORD dwError;
-        bool bOn;
-    } rows[] = {
-        {"no_handle", "CreateFileW", ERROR_SHARING_VIOLATION, false},
-        {"no_mutex", "CreateMutexW", ERROR_NOT_ENOUGH_MEMORY, false},
-        {"not_created", "_wfopen", ERROR_ACCESS_DENIED, false},
-        {"created_at_the_second_try", "_wfopen", ERROR_PATH_NOT_FOUND, true},
-        {"seems_missing", "_waccess", ERROR_FILE_NOT_FOUND, true},
-        {"no_old_backup", "DeleteFileW", ERROR_FILE_NOT_FOUND, true},
-        {"no_backup", "MoveFileW", ERROR_ACCESS_DENIED, true},
-    };
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE(row.name);
-        SwitchOff();
-        const auto live = tests::LiveObjects();
-        const tests::CTestFolder folder;
-        {
-            const auto enable = SwitchOn();
-            const CFailNth fault(row.szFunction, 1, row.dwError);
-            TraceOnce(folder.PlatformName(OLESTR("log.txt")));
-            EXPECT_TRUE(fault.HasFired());
-        }
-        EXPECT_EQ(row.bOn, tests::ReadBytes(folder.Path() / "log.txt").ends_with("info\r\n"));
+        platform::testing::PlanFault(row.szFunction, row.uFirst, row.uCount, row.dwError);
+        KorCmnTracer::Start(OLESTR("unused"), false, false);
+        for (const auto& line : all)
+            IhvuiTrace(traceLevelError, OLESTR("%s"), tests::Widen(line).c_str());
+        EXPECT_EQ(row.uCount, platform::testing::CountFaults(row.szFunction));
+        platform::testing::ClearFaults();
+        EXPECT_TRUE(row.written.empty() || Lock(OpenByAnother(log), 0, 2)) << "the log's lock is still held";
+        KorCmnTracer::Stop();
+        EXPECT_EQ(row.written, log.Take());
         EXPECT_EQ(live, tests::LiveObjects());
     }
 }
@@ -125,44 +75,100 @@ TEST(LogFaults, ReadingTheSwitches)
 {
     for (const char* szFunction : {"RegOpenKeyExW", "RegQueryValueExW"})
     {
-        SCOPED_TRACE(szFunction);
-        std::map<std::string, unsigned> outcomes;
+        std::set<std::string> outcomes;
         bool bFired = true;
-        unsigned uReadings = 0;
-        for (; bFired && uReadings < 100; ++uReadings)
+        for (unsigned uCall = 1; bFired && uCall < 100; ++uCall)
         {
-            SwitchOff();
-            const auto live = tests::LiveObjects();
+            // Without the switch the state is that of the start before.
+            KorCmnTracer::Start(OLESTR(""), false, false);
             const tests::CTestFolder folder;
-            {
-                const auto enable = SwitchOn();
-                const CRegistryValue level(HKEY_LOCAL_MACHINE, tests::szTraceLevelsKey, OLESTR("Ihvui"), 1);
-                const CRegistryValue path(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("LogPath"),
-                                          folder.PlatformName(OLESTR("configured.txt")));
-                const auto held = tests::LiveObjects();
-                const CFailNth fault(szFunction, uReadings + 1, ERROR_ACCESS_DENIED);
-                TraceOnce(folder.PlatformName(OLESTR("given.txt")));
-                bFired = fault.HasFired();
-                EXPECT_EQ(held, tests::LiveObjects());
-            }
-            std::string outcome;
-            for (const char* szFile : {"configured.txt", "given.txt"})
-            {
-                const auto bytes = tests::ReadBytes(folder.Path() / szFile);
-                if (!bytes.empty())
-                    outcome += std::string(szFile) + (bytes.ends_with("info\r\n") ? " with both lines" : " with the error line");
-            }
-            ++outcomes[outcome];
-            EXPECT_EQ(live, tests::LiveObjects());
+            tests::CTraceLog log;
+            const CRegistryValue level(HKEY_LOCAL_MACHINE, tests::szTraceLevelsKey, OLESTR("Ihvui"), 1);
+            const CFailNth fault(szFunction, uCall, ERROR_ACCESS_DENIED);
+            KorCmnTracer::Start(folder.PlatformName(OLESTR("given.txt")).c_str(), false, false);
+            IhvuiTrace(traceLevelError, OLESTR("1"));
+            IhvuiTrace(traceLevelInfo, OLESTR("2"));
+            KorCmnTracer::Stop();
+            bFired = fault.HasFired();
+            const auto given = tests::ReadBytes(folder.Path() / "given.txt");
+            std::string outcome = given.empty() ? "configured" : "given " + given.substr(33);
+            for (const auto& line : log.Take())
+                outcome += " " + line;
+            outcomes.insert(outcome);
         }
-        // The path, five levels, the switch, and the time when nothing failed.
-        const std::map<std::string, unsigned> expected = {
-            {"given.txt with the error line", 1},
-            {"configured.txt with both lines", 1},
-            {"configured.txt with the error line", 5},
-            {"", 1},
-        };
-        EXPECT_EQ(expected, outcomes);
+        EXPECT_EQ((std::set<std::string>{"configured", "configured 1", "configured 1 2", "given 1"}), outcomes) << szFunction;
     }
+}
+
+// Until the system tells of somebody who waits for a lock of the file. Windows does not tell, and knows no such numbers.
+void AwaitWaiter(const std::filesystem::path& file)
+{
+    struct stat status = {};
+    ASSERT_EQ(0, stat(file.string().c_str(), &status));
+    const std::regex waiter("-> .*:" + std::to_string(status.st_ino) + " ");
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60 * SLOWED_DOWN);
+    while (status.st_ino != 0 && !std::regex_search(tests::ReadBytes("/proc/locks"), waiter))
+    {
+        ASSERT_LT(std::chrono::steady_clock::now(), end) << "the writer does not wait for the lock";
+        std::this_thread::yield();
+    }
+}
+
+// All writers of the log, in whatever process, lock its first two bytes for one line.
+TEST(LogFaults, WritersWaitForTheFirstTwoBytesAlone)
+{
+    const struct
+    {
+        DWORD dwOffset;
+        DWORD cbHeld;
+        bool bWaits;
+    } rows[] = {{0, 1, true}, {1, 1, true}, {2, 9, false}};
+    for (const auto& row : rows)
+    {
+        const tests::CTraceLog log;
+        tests::WriteBytes(log.File(), "what was before\n");
+        KorCmnTracer::Start(OLESTR("unused"), false, false);
+        auto another = OpenByAnother(log);
+        EXPECT_TRUE(Lock(another, row.dwOffset, row.cbHeld));
+        std::thread writer([] { IhvuiTrace(traceLevelError, OLESTR("x\n")); });
+        if (row.bWaits)
+        {
+            AwaitWaiter(log.File());
+            // The writer looks for the end when it has the lock, and so finds it behind this.
+            SetFilePointer(another.Get(), 0, nullptr, FILE_END);
+            DWORD cbWritten = 0;
+            EXPECT_TRUE(WriteFile(another.Get(), "held\n", 5, &cbWritten, nullptr));
+            another.Reset();
+        }
+        writer.join();
+        const std::string expected = std::string("what was before\n") + (row.bWaits ? "held\n" : "");
+        EXPECT_EQ(expected.size() + 36, log.Bytes().size());
+        EXPECT_TRUE(log.Bytes().starts_with(expected)) << log.Bytes();
+        KorCmnTracer::Stop();
+    }
+}
+
+// The mutex is the tracer's own; an explicit instantiation may name it all the same.
+template <CUniqueMutex* pMutex>
+struct CMutexOf
+{
+    friend HANDLE TracersMutex()
+    {
+        return pMutex->Get();
+    }
+};
+template struct CMutexOf<&KorCmnTracer::s_lock>;
+HANDLE TracersMutex();
+
+TEST(LogFaults, AnAbandonedMutexCostsOneLine)
+{
+    tests::CTraceLog log;
+    KorCmnTracer::Start(OLESTR("unused"), false, false);
+    std::thread([] { WaitForSingleObject(TracersMutex(), INFINITE); }).join();
+    IhvuiTrace(traceLevelError, OLESTR("lost\n"));
+    std::thread([] { IhvuiTrace(traceLevelError, OLESTR("next\n")); }).join();
+    IhvuiTrace(traceLevelError, OLESTR("own\n"));
+    EXPECT_EQ((Lines{"next\n", "own\n"}), log.Take());
+    KorCmnTracer::Stop();
 }
 } // namespace

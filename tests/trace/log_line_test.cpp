@@ -1,18 +1,25 @@
 // One line of the trace log: its bytes in the file, its levels, its echo.
+#include "platform/testing/Faults.h"
+#include "tests/module/Operation.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"
+#include "trace/LogLine.h"
 
 #include <cstdio>
 #include <regex>
+
+#include <unistd.h>
 
 namespace
 {
 using tests::CRegistryValue;
 using tests::CTraceLog;
+using Lines = std::vector<std::string>;
 
 constexpr std::size_t cchPrefix = 33; // "12:34:56.789 [     A3C]   Ihvui: "
+constexpr const char* szPrefix = R"([\d:.]{12} \[[ 0-9A-F]{8}\]   Ihvui: )";
 
 // The log written by the program's own tracer, for as long as the object lives.
 class CStartedLog : public CTraceLog
@@ -27,6 +34,11 @@ public:
         KorCmnTracer::Stop();
     }
 };
+
+CRegistryValue Level(const WCHAR* szModuleWord, DWORD dwLevel)
+{
+    return {HKEY_LOCAL_MACHINE, tests::szTraceLevelsKey, szModuleWord, dwLevel};
+}
 
 std::string Xs(std::size_t count)
 {
@@ -45,12 +57,10 @@ TEST(LogLine, StoredBytes)
         {"leading_and_inner_line_feeds_stay_bare", "\none\ntwo\n", "\none\ntwo\r\n"},
         {"without_line_feed", "no end", "no end"},
         {"only_a_line_feed", "\n", "\r\n"},
-        {"empty", "", ""},
-        {"one_of_two_final_line_feeds_is_widened", "x\n\n", "x\n\r\n"},
         {"2000_characters_are_kept", Xs(1966) + "\n", Xs(1966) + "\r\n"},
         {"2000_characters_without_line_feed_are_kept", Xs(1967), Xs(1967)},
         {"2001_characters_are_cut", Xs(1967) + "\n", Xs(1963) + "...\r\n"},
-        {"4095_characters_are_cut", Xs(4095), Xs(1963) + "...\r\n"},
+        {"5000_characters_are_cut", Xs(5000), Xs(1963) + "...\r\n"},
     };
     for (const auto& row : rows)
     {
@@ -79,89 +89,155 @@ TEST(LogLine, TimeAndThread)
     {
         SYSTEMTIME time = {};
         GetLocalTime(&time);
-        char szTime[40];
-        std::snprintf(szTime, sizeof(szTime), "%02d:%02d:%02d.%03d", time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
+        char szTime[100];
+        std::snprintf(szTime, sizeof(szTime), "%02d:%02d:%02d.%03d [%8lX]   Ihvui: x\r\n", time.wHour, time.wMinute, time.wSecond,
+                      time.wMilliseconds, static_cast<unsigned long>(GetCurrentThreadId()));
         return std::string(szTime);
     };
     const CStartedLog log;
     const auto before = now();
     IhvuiTrace(traceLevelInfo, OLESTR("x\n"));
     const auto after = now();
-    const auto bytes = log.Bytes();
-    char szThread[40];
-    std::snprintf(szThread, sizeof(szThread), " [%8lX]   Ihvui: x\r\n", static_cast<unsigned long>(GetCurrentThreadId()));
-    EXPECT_EQ(szThread, bytes.substr(std::min<std::size_t>(12, bytes.size())));
-    if (before <= after) // not over midnight
-    {
-        EXPECT_LE(before, bytes.substr(0, 12));
-        EXPECT_GE(after, bytes.substr(0, 12));
-    }
-}
-
-TEST(LogLine, LevelsDecideWhatIsWritten)
-{
-    const struct
-    {
-        const char* name;
-        std::vector<LONG> configured; // none or one
-        std::vector<LONG> written;
-    } rows[] = {
-        {"absent", {}, {-1, 0, 1, 2}}, {"two", {2}, {-1, 0, 1, 2}}, {"one", {1}, {-1, 0, 1}},
-        {"zero", {0}, {-1, 0}},        {"negative", {-1}, {-1}},    {"three", {3}, {-1, 0, 1, 2, 3}},
-    };
-    for (const auto& row : rows)
-    {
-        SCOPED_TRACE(row.name);
-        std::vector<CRegistryValue> values;
-        for (const LONG lLevel : row.configured)
-            values.emplace_back(HKEY_LOCAL_MACHINE, tests::szTraceLevelsKey, OLESTR("Ihvui"), static_cast<DWORD>(lLevel));
-        CStartedLog log;
-        std::vector<std::string> expected;
-        for (const LONG lLevel : {-1, 0, 1, 2, 3})
-            IhvuiTrace(lLevel, OLESTR("%d\n"), lLevel);
-        for (const LONG lLevel : row.written)
-            expected.push_back(std::to_string(lLevel) + "\n");
-        EXPECT_EQ(expected, log.Take());
-    }
+    EXPECT_EQ(after.substr(12), log.Bytes().substr(12));
+    EXPECT_TRUE(after < before || (before <= log.Bytes() && log.Bytes() <= after)) << log.Bytes(); // but for midnight
 }
 
 TEST(LogLine, EachModuleHasItsWordAndItsLevel)
 {
-    const CRegistryValue ihvs(HKEY_LOCAL_MACHINE, tests::szTraceLevelsKey, OLESTR("Ihvs"), DWORD{0});
-    const CRegistryValue ccx(HKEY_LOCAL_MACHINE, tests::szTraceLevelsKey, OLESTR("CCXLib"), REG_SZ, {'1', 0, 0, 0, 0, 0});
-    const CStartedLog log;
-    for (int i = 0; i < KorCmnTracer::moduleCount; ++i)
-        KorCmnTracer::WriteLine(1, static_cast<KorCmnTracer::ModuleIndex>(i), OLESTR(";"));
-    EXPECT_EQ("Any: ;Ihvui: ;CCXLib: ;IhvsMini: ;", std::regex_replace(log.Bytes(), std::regex(R"([\d:.]{12} \[.{8}\]   )"), ""));
+    const WCHAR* const words[] = {OLESTR("Any"), OLESTR("Ihvs"), OLESTR("Ihvui"), OLESTR("CCXLib"), OLESTR("IhvsMini")};
+    for (const WCHAR* szConfigured : words)
+        for (const LONG lConfigured : {-1, 0, 1, 3})
+        {
+            const auto value = Level(szConfigured, static_cast<DWORD>(lConfigured));
+            const CStartedLog log;
+            std::string expected;
+            for (int i = 0; i < KorCmnTracer::moduleCount; ++i)
+                for (const LONG lLevel : {-1, 0, 1, 2, 3})
+                {
+                    KorCmnTracer::WriteLine(lLevel, static_cast<KorCmnTracer::ModuleIndex>(i), OLESTR(";"));
+                    if (lLevel <= (words[i] == szConfigured ? lConfigured : 2))
+                        expected += tests::Narrow(words[i]) + ": ;";
+                }
+            EXPECT_EQ(expected, std::regex_replace(log.Bytes(), std::regex(R"([\d:.]{12} \[.{8}\]   )"), ""));
+        }
+}
+
+// What all the module's operations leave in the log with this level.
+Lines LinesOfTheModule(DWORD dwLevel)
+{
+    using namespace tests::walk;
+    const auto level = Level(OLESTR("Ihvui"), dwLevel);
+    testing::internal::CaptureStdout();
+    CWorld world;
+    for (const auto operations : {ModuleOperations(), ObjectOperations(), PropertyOperations(), DialogOperations()})
+        for (const auto& operation : operations)
+        {
+            if (operation.Loads())
+                world.Unload();
+            else if (!world.IsLoaded())
+                world.Load();
+            operation.run(world, nullptr);
+        }
+    world.Unload();
+    world.Service().SetAdapters("[]");
+    world.Load();
+    DialogOperations()[0].run(world, nullptr);
+    testing::internal::GetCapturedStdout();
+    const auto bytes = world.Log().Bytes();
+    const std::regex prefix(szPrefix);
+    Lines lines(std::sregex_token_iterator(bytes.begin(), bytes.end(), prefix, -1), {});
+    std::erase(lines, "");
+    return lines;
+}
+
+TEST(LogLine, OfAnErrorIsOfTheFirstLevel)
+{
+    auto lines = LinesOfTheModule(2);
+    const std::regex ofAnError(R"(\*\*\*[^\n]*\r\n|Didnt find korvane interface\r\n)");
+    std::erase_if(lines, [&](const std::string& line) { return !std::regex_match(line, ofAnError); });
+    for (const char* szLine : {"***Error: returning CLASS_E_CLASSNOTAVAILABLE\r\n", "***invalid profile, setting defaults\r\n",
+                               "*** Error: invalid profile.\r\n", "Didnt find korvane interface\r\n"})
+        EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(), szLine)) << szLine;
+    EXPECT_EQ(lines, LinesOfTheModule(1));
+    EXPECT_EQ(Lines{}, LinesOfTheModule(0));
 }
 
 TEST(LogLine, EchoHappensWhateverTheSwitchesSay)
 {
+    const auto level = Level(OLESTR("Ihvui"), 0);
     for (const DWORD dwEnable : {1u, 0u})
-    {
-        const CRegistryValue level(HKEY_LOCAL_MACHINE, tests::szTraceLevelsKey, OLESTR("Ihvui"), DWORD{0});
-        CTraceLog log;
-        const CRegistryValue enable(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), dwEnable);
         for (const bool bEcho : {true, false})
         {
+            CTraceLog log;
+            const CRegistryValue enable(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), dwEnable);
             KorCmnTracer::Start(OLESTR("unused"), bEcho, false);
             testing::internal::CaptureStdout();
             IhvuiTrace(traceLevelInfo, OLESTR("shown\n"));
+            EXPECT_EQ(bEcho, lseek(1, 0, SEEK_CUR) != 0) << "not when the host ends";
             IhvuiTrace(traceLevelInfo, OLESTR("%s"), tests::Widen(Xs(3000)).c_str());
+            IhvuiTrace(traceLevelInfo, OLESTR("%s"), OLESTR("\x4E2D\xD83D\xDE00\xFC\n"));
             const auto shown = testing::internal::GetCapturedStdout();
             KorCmnTracer::Stop();
-            const std::regex expected(bEcho ? R"(.{12} \[.{8}\]   Ihvui: shown\n\n.{12} \[.{8}\]   Ihvui: x{1963}\.\.\.\n\n)"
-                                            : "");
-            EXPECT_TRUE(std::regex_match(shown, expected)) << "switch " << dwEnable << " echo " << bEcho << "\n" << shown;
+            EXPECT_EQ(bEcho ? "|shown\n\n|" + Xs(1963) + "...\n\n|???\xFC\n\n" : "",
+                      std::regex_replace(shown, std::regex(szPrefix), "|"));
+            EXPECT_EQ("", log.Bytes());
         }
-        EXPECT_EQ("", log.Bytes());
-    }
 }
 
+// Neither in a file beside the program nor on standard output.
 TEST(LogLine, NothingIsWrittenBeforeTheStart)
 {
+    testing::internal::CaptureStdout();
     IhvuiTrace(traceLevelError, OLESTR("too early\n"));
+    EXPECT_EQ("", testing::internal::GetCapturedStdout());
     const auto program = tests::ProgramFile();
     EXPECT_FALSE(std::filesystem::exists(program.parent_path() / (program.stem().string() + "Log.txt")));
+}
+
+// Only remembered: nothing is written there before a start.
+TEST(LogLine, DefaultPathIsTheProgramsOwn)
+{
+    const auto form = [](std::size_t cchCapacity)
+    {
+        WCHAR szPath[MAX_PATH + 1] = {};
+        FormDefaultLogPath(szPath, cchCapacity);
+        return tests::Narrow(szPath);
+    };
+    const std::string whole = form(MAX_PATH + 1);
+    EXPECT_TRUE(whole.ends_with("\\" + tests::ProgramFile().stem().string() + "Log.txt")) << whole;
+    for (const std::size_t cchCut : {0u, 1u, 9u})
+        EXPECT_EQ(whole.substr(0, whole.size() - cchCut), form(whole.size() + 1 - cchCut));
+    const platform::testing::CFailNth fault("GetModuleFileNameW", 1);
+    EXPECT_EQ("Log.txt", form(MAX_PATH + 1));
+}
+
+// A format as an argument of a template.
+template <std::size_t cchFormat>
+struct CFormat
+{
+    // NOLINTNEXTLINE(google-explicit-constructor): a literal is meant to convert.
+    consteval CFormat(const WCHAR (&szFormat)[cchFormat])
+    {
+        std::copy_n(szFormat, cchFormat, szText);
+    }
+    WCHAR szText[cchFormat] = {};
+};
+template <CFormat format, class... Arguments>
+concept Accepted = requires
+{
+    typename std::bool_constant<(TraceFormat::CChecked<Arguments...>(format.szText), true)>;
+};
+
+TEST(LogLine, FormatIsHeldAgainstItsArguments)
+{
+    EXPECT_TRUE((Accepted<OLESTR("%s %s %p%u, %d %x %X\n"), WCHAR*, const WCHAR*, void*, DWORD, int, DWORD, DWORD>));
+    EXPECT_FALSE((Accepted<OLESTR("%d"), const WCHAR*>));
+    EXPECT_FALSE((Accepted<OLESTR("%s"), const char*>));
+    EXPECT_FALSE((Accepted<OLESTR("%d"), long long>));
+    EXPECT_FALSE((Accepted<OLESTR("%d"), float>));
+    EXPECT_FALSE((Accepted<OLESTR("%c"), int>));
+    EXPECT_FALSE((Accepted<OLESTR("%d %d"), int>));
+    EXPECT_FALSE((Accepted<OLESTR("%d"), int, int>));
+    EXPECT_FALSE((Accepted<OLESTR("%"), int>));
 }
 } // namespace
