@@ -78,11 +78,11 @@ std::string FirstDialog(CWorld& world, CFault* pFault)
 
 // Cancelled because OK had no effect; -1 is a dialog that could not be made. On the stand-in the simulated service meets the
 // faults of the functions that it shares with the module, so that any of them may change its answers.
+#define ANSWERS "S_OK (0 kept|-?1 \\(null\\)|-?1 <CCX.*>)( traced invalid)?"
+#define MEMORY_RAN_OUT OUT_OF_MEMORY("0 kept( traced invalid)?")
+// A dialog that ran out of memory before it was whole ends; one that did later is confirmed by the next try.
 const std::vector<Operation::Failure> anyFailure = {
-    {"operator new|SysAllocStringLen", "E_OUTOFMEMORY 0 kept( traced invalid)? traced E_OUTOFMEMORY|"
-                                       "S_OK (0 kept|-?1 \\(null\\)|-?1 <CCX.*>)( traced invalid)?"},
-    {".*", "S_OK (0 kept|-?1 \\(null\\)|-?1 <CCX.*>)( traced invalid)?"},
-};
+    {"operator new", MEMORY_RAN_OUT}, {"SysAllocStringLen", MEMORY_RAN_OUT "|" ANSWERS}, {".*", ANSWERS}};
 
 const Operation dialogOperations[] = {
     {"dialog_ok", Kind::Dialog, ShowDialog<ok>, anyFailure},

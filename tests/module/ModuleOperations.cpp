@@ -93,6 +93,9 @@ std::string GetProperties(CWorld& world, CFault* pFault)
     return ResultText(hr) + " " + std::to_string(cProperties) + (ppProperties ? " array" : " null");
 }
 
+// COM has words of its own for a class object that could not be made.
+#define NOT_ACTIVATED "(E_OUTOFMEMORY|80040154) 0 null( traced E_OUTOFMEMORY)?"
+
 const Operation moduleOperations[] = {
     {"load", Kind::Loads, Load},
     {"load_without_log", Kind::Loads, LoadWithoutLog},
@@ -116,16 +119,14 @@ const Operation moduleOperations[] = {
     {"Dot11ExtUIGetProperties_connection",
      Kind::Plain,
      GetProperties<propertyKindConnection>,
-     {{"CoTaskMemAlloc", "E_OUTOFMEMORY 0 null"},
-      {"CoCreateInstance", "80040154 0 null"},
-      {"operator new", "E_OUTOFMEMORY 0 null( traced E_OUTOFMEMORY)?"}}},
+     {{"CoTaskMemAlloc", "E_OUTOFMEMORY 0 null"}, {"CoCreateInstance", "80040154 0 null"}, {"operator new", NOT_ACTIVATED}}},
     {"Dot11ExtUIGetProperties_security",
      Kind::Plain,
      GetProperties<propertyKindSecurity>,
      {{"CoTaskMemAlloc", "E_OUTOFMEMORY 0 null"},
       {"CoCreateInstance", "80040154 0 null"},
       // The last allocation is that of the entries, which a property can do without.
-      {"operator new", "E_OUTOFMEMORY 0 null( traced E_OUTOFMEMORY)?|S_OK 1 array"}}},
+      {"operator new", NOT_ACTIVATED "|S_OK 1 array"}}},
 };
 } // namespace
 

@@ -45,6 +45,9 @@ struct Operation
     }
 };
 
+// The outcome of running out of memory, for a row's table.
+#define OUT_OF_MEMORY(outputs) "E_OUTOFMEMORY " outputs " traced E_OUTOFMEMORY"
+
 inline void PrintTo(const Operation& operation, std::ostream* pStream)
 {
     *pStream << operation.name;

@@ -102,10 +102,10 @@ std::string SetDisplayInfo(CWorld& world, CFault* pFault)
 }
 
 #define DOCUMENTS                                                                                                                \
-    "CoCreateInstance|CreateDocument|loadXML|get_.*|selectSingleNode|createElement|appendChild|put_text|SysAllocString"
+    "CoCreateInstance|CreateDocument|loadXML|get_.*|selectSingleNode|createElement|appendChild|insertBefore|put_text|"           \
+    "SysAllocString"
 // A new profile that holds what could be written, or none because no document could be made.
 #define WRITTEN "S_OK 1 (\\(null\\)|<CCX.*>)"
-#define OUT_OF_MEMORY(outputs) "E_OUTOFMEMORY " outputs " traced E_OUTOFMEMORY"
 
 const Operation propertyOperations[] = {
     // A text that could not be allocated is left null.

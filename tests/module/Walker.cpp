@@ -111,7 +111,7 @@ private:
             std::ranges::find_if(failures, [&](const auto& row) { return std::regex_match(name, std::regex(row.szFunctions)); });
         // What fails for the log may cost it a line, and changes nothing else.
         const bool bLogFails = function == operatorNew || IsIn(function, quietingFunctions) || IsIn(function, lineFunctions);
-        if (bLogFails && outcome == m_usual.substr(0, m_usual.find(" traced ")))
+        if (bLogFails && (outcome == m_usual || outcome == m_usual.substr(0, m_usual.find(" traced "))))
             return true;
         if (failure == failures.end())
             return outcome == m_usual;
