@@ -19,15 +19,13 @@ struct SelectCase
 #define DIAGNOSED                                                                                                                \
     "<Diagnostics><AuthorizedProfile>true</AuthorizedProfile><Channel><SSID><Name>Diagnostic Channel</Name></SSID>"              \
     "<EnableClientReporting>true</EnableClientReporting></Channel></Diagnostics>"
-#define DEFAULTS(level, timer) "<CCX>" MEASURED("50", "400") "<Rapido>true</Rapido>" ROAMING(level) timer DIAGNOSED "</CCX>"
+#define DEFAULTS "<CCX>" MEASURED("50", "400") "<Rapido>true</Rapido>" ROAMING("0") DIAGNOSED "</CCX>"
 #define LEAST "<CCX><Rapido>false</Rapido><AdvancedRoaming><disabled/></AdvancedRoaming></CCX>"
 
 constexpr const char* szInvalid = "*** Error: invalid profile.\n";
 constexpr SelectCase selectCases[] = {
-    {"none", nullptr, "--- NULL profile, setting defaults\n", DEFAULTS("0", "")},
+    {"none", nullptr, "--- NULL profile, setting defaults\n", DEFAULTS},
     {"empty", OLESTR(""), nullptr, LEAST},
-    {"not_xml", OLESTR("<CCX>"), nullptr, LEAST},
-    {"root_alone", OLESTR("<CCX/>"), nullptr, "<CCX>" MEASURED("50", "400") "<Rapido>false</Rapido>" ROAMING("0") "</CCX>"},
     {"valid_loses_what_others_wrote",
      OLESTR("<CCX><openNetwork/><!-- x "
             "--><Rapido>true</Rapido><RadioMeasurement><enabled><MaxOffChannelTimeMs>20</MaxOffChannelTimeMs>"
@@ -37,10 +35,7 @@ constexpr SelectCase selectCases[] = {
      OLESTR(
          "<CCX><RadioMeasurement><enabled><MaxOffChannelTimeMs>60</MaxOffChannelTimeMs><MinOnChannelTimeMs>7</MinOnChannelTimeMs>"
          "</enabled></RadioMeasurement><Rapido>false</Rapido></CCX>"),
-     szInvalid, DEFAULTS("0", "")},
-    {"timer_and_level_outlive_the_defaults",
-     OLESTR("<CCX><KeepAliveTimer/><AdvancedRoaming><enabled><RoamingOption>4</RoamingOption></enabled></AdvancedRoaming></CCX>"),
-     szInvalid, DEFAULTS("4", "<KeepAliveTimer><Period>0</Period></KeepAliveTimer>")},
+     szInvalid, DEFAULTS},
 };
 
 TEST(ConnectionPropertySelection, AlwaysHandsBackAWholeProfile)

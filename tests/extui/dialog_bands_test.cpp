@@ -1,6 +1,5 @@
 // The band check-boxes and the WLAN service behind the dialog: what the interface is capable of, what the wireless profile
 // says, what is stored, and what is asked in which order.
-#include "platform/testing/Faults.h"
 #include "tests/support/DialogScenario.h"
 
 namespace tests
@@ -46,11 +45,9 @@ void PrintTo(const BandCase& row, std::ostream* pOut)
 constexpr const char* noSecurity = "<WLANProfile><name>Office</name><MSM>" CONNECTIVITY(A) "</MSM></WLANProfile>";
 const BandCase bandCases[] = {
     {all, ag, {"both", "look ok", {"as usual"}}, ag},
-    {all, CONNECTIVITY(A G "<phyType>n</phyType>"), {"both_and_more", "look ok", {"as usual"}}, ag},
     {all, a, {"only_5_GHz", "look ok", {"2.4GHz-"}}, a},
     {all, g, {"only_2_4_GHz", "look ok", {"5GHz-"}}, g},
     {all, CONNECTIVITY(G A), {"named_the_other_way_round", "look ok", {"5GHz-"}}, g},
-    {all, CONNECTIVITY("<phyType>n</phyType>"), {"names_neither", "look ok", {"as usual"}}, ag},
     {all, "", {"no_connectivity", "look ok", {"as usual"}}, ag},
     {all, "<connectivity/>", {"empty_connectivity", "look cancel", {"as usual"}}, unchanged},
     {onlyG, ag, {"interface_of_2_4_GHz", "look ok", {"5GHz-!"}}, g},
@@ -59,7 +56,6 @@ const BandCase bandCases[] = {
     {neither, ag, {"interface_of_neither", "look ok box ok box cancel", {"5GHz-! 2.4GHz-!", noBandBox, noBandBox}}, unchanged},
     {listsNothing, ag, {"interface_that_lists_nothing", "look cancel", {"5GHz-! 2.4GHz-!"}}, unchanged},
     {all, ag, {"changed", "5GHz look ok", {"5GHz-"}}, g},
-    {all, a, {"changed_and_back", "2.4GHz look 2.4GHz ok", {"as usual"}}, a},
     {all, ag, {"none_twice", "5GHz 2.4GHz ok box ok box look 5GHz ok", {noBandBox, noBandBox, "5GHz- 2.4GHz-"}}, a},
     {all, ag, {"none_then_cancel", "5GHz 2.4GHz ok box cancel", {noBandBox}}, unchanged},
     {all, ag, {"changed_then_closed", "5GHz close"}, unchanged},
@@ -102,19 +98,6 @@ TEST_P(DialogBands, AreShownAndStored)
 }
 INSTANTIATE_TEST_SUITE_P(Rows, DialogBands, testing::ValuesIn(bandCases),
                          [](const auto& row) { return std::string(row.param.dialog.name); });
-
-TEST(DialogService, OldBandsStandWithoutADocument)
-{
-    const std::string old = OfficeProfile(a);
-    CDialogScenario scenario(all, old);
-    {
-        // Three read the settings and the bands before.
-        const platform::testing::CFailNth fault("CoCreateInstance", 4);
-        scenario.Expect({"", "2.4GHz ok"});
-        EXPECT_TRUE(fault.HasFired());
-    }
-    EXPECT_EQ(old, scenario.StoredProfile());
-}
 
 constexpr const char* twoAdapters =
     R"([{"guid": "5b7d2c10-8e46-4f3a-9d21-c07a64e1f3b8", "phyTypes": [4, 6], "vendor": "Plainwave"},

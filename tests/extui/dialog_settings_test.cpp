@@ -163,7 +163,6 @@ const MachineCase machineCases[] = {
     {"first_of_two_of_the_makers",
      "[" FIRST(VENDOR("Korvane") R"(, "rapido": 0)") "," SECOND(VENDOR("Korvane") R"(, "rapido": 1)") "]", tracedNotCapable},
     {"nobodys", "[" FIRST("") "]", tracedNotFound},
-    {"another_makers", "[" FIRST(VENDOR("Plainwave") R"(, "rapido": 1)") "]", tracedNotFound},
     {"lower_case_name", "[" FIRST(VENDOR("korvane") R"(, "rapido": 1)") "]", tracedNotFound},
     {"driver_says_no", "[" FIRST(VENDOR("Korvane") R"(, "rapido": 0)") "]", tracedNotCapable},
     {"driver_does_not_know", "[" FIRST(VENDOR("Korvane")) "]", tracedNotCapable},

@@ -221,7 +221,6 @@ TEST_F(SecurityProperty, ContextOfAnotherKindTurnsQualifiedNamesOn)
 
 TEST_F(SecurityProperty, IsWhatItsDescriptionSays)
 {
-    // A list of two leaves TKIP, the second row of the names, as the fallback cipher.
     CCXSecurityPropertyInfo info = {6, TRUE, TRUE, FALSE, 9, 2, {0, 4}};
     const auto property = m_module.Create<ICCXExtUIKey>(IID_ICCXExtUIKey);
     EXPECT_EQ(S_OK, property->Initialize(&info));
@@ -237,12 +236,27 @@ TEST_F(SecurityProperty, IsWhatItsDescriptionSays)
     info.ciphers[1] = 2;
     EXPECT_EQ("2: 0 None (CCX) 0 4 AES (MFP) 0 (default)", EntriesOf(*property.Get())) << "texts stay";
 
-    CBstr bstrModified;
-    bFlag = FALSE;
-    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertySetSelected(nullptr, nullptr, bstrModified.Put(), &bFlag));
-    EXPECT_EQ(NetworkTree("wpa2", "TKIP"), tests::ProfileTree(bstrModified));
+    // However many the description says, there are ten at most, and the fallback is one of the names.
+    const std::tuple<LONG, std::string, const char*> counts[] = {
+        {-1, "0:", "WEP"},        {0, "0:", "WEP"},         {1, "1: 0 None (CCX) 0 (default)", "WEP"},
+        {2, "2: 0 None", "TKIP"}, {4, "4: 0 None", "None"}, {11, "10: 0 None", "None"},
+    };
+    for (const auto& [cCiphers, entries, szFallback] : counts)
+    {
+        info.cipherCount = cCiphers;
+        EXPECT_EQ(S_OK, property->Initialize(&info));
+        EXPECT_EQ(entries, EntriesOf(*property.Get()).substr(0, entries.size()));
+        CBstr bstrModified;
+        bFlag = FALSE;
+        EXPECT_EQ(S_OK, property->Dot11ExtUIPropertySetSelected(nullptr, nullptr, bstrModified.Put(), &bFlag));
+        EXPECT_EQ(NetworkTree("wpa2", szFallback), tests::ProfileTree(bstrModified)) << cCiphers;
+    }
     EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyGetSelected(nullptr, nullptr, &bFlag));
     EXPECT_EQ(FALSE, bFlag) << "the defaults are CCKM";
+    info.bQualifiedNames = FALSE;
+    tests::CConnectionContext qualified(OLESTR("p"), GUID{}, 0, 2);
+    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, qualified.Get(), nullptr, nullptr, nullptr));
+    EXPECT_EQ(TRUE, info.bQualifiedNames);
 
     for (const auto& [auth, szName] : {std::pair(6, "(WPA2)"), {3, "(WPA)"}, {1, "Open (CCX)"}, {7, "(null)"}})
     {
