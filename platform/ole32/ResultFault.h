@@ -14,6 +14,6 @@ inline std::optional<HRESULT> ResultFault(const char* szFunction, HRESULT hrDefa
         return std::nullopt;
     const auto dwCode = testing::FaultCode(szFunction, static_cast<DWORD>(hrDefault));
     const auto hr = static_cast<HRESULT>(dwCode);
-    return FAILED(hr) ? hr : HRESULT_FROM_WIN32(dwCode);
+    return FAILED(hr) || hr == S_FALSE ? hr : HRESULT_FROM_WIN32(dwCode);
 }
 } // namespace platform

@@ -1,10 +1,13 @@
-// The band check-boxes: what the interface is capable of, what the wireless profile says, what is stored.
+// The band check-boxes and the WLAN service behind the dialog: what the interface is capable of, what the wireless profile
+// says, what is stored, and what is asked in which order.
 #include "tests/support/DialogScenario.h"
 
 namespace tests
 {
 namespace
 {
+using Calls = std::vector<std::string>;
+
 // The machine's adapter, the maker's, with these PHY types.
 #define MACHINE(phyTypes)                                                                                                        \
     R"([{"guid": "5b7d2c10-8e46-4f3a-9d21-c07a64e1f3b8", "vendor": "Korvane", "rapido": 1, "phyTypes": )" phyTypes "}]"
@@ -19,69 +22,70 @@ constexpr const char* listsNothing = MACHINE("[]");
 constexpr const char* a = CONNECTIVITY(A);
 constexpr const char* g = CONNECTIVITY(G);
 constexpr const char* ag = CONNECTIVITY(A G);
-constexpr const char* kept = nullptr;
+constexpr const char* unchanged = nullptr;
+constexpr const char* notStored = "WlanSetProfile";
 
 constexpr const char* noBandBox =
     "Korvane Connection Settings|Atleast one wireless band must be selected|button |no icon|no owner";
 
 struct BandCase
 {
-    const char* name;
     const char* szAdapters;
-    const char* szConnectivity; // of the stored profile
-    const char* szPerson;
-    std::vector<std::string> shown;
-    const char* szStored; // the connectivity afterwards
+    std::string before; // the stored profile, or its connectivity
+    DialogCase dialog;
+    const char* szStored;            // the connectivity afterwards
+    const char* szFailing = nullptr; // a function of the service
+    DWORD dwError = ERROR_GEN_FAILURE;
 };
 void PrintTo(const BandCase& row, std::ostream* pOut)
 {
-    *pOut << row.name;
+    *pOut << row.dialog.name;
 }
 
+constexpr const char* noSecurity = "<WLANProfile><name>Office</name><MSM>" CONNECTIVITY(A) "</MSM></WLANProfile>";
 const BandCase bandCases[] = {
-    {"both", all, ag, "look ok", {"5GHz+ 2.4GHz+"}, ag},
-    {"both_and_more", all, CONNECTIVITY(A G "<phyType>n</phyType>"), "look ok", {"5GHz+ 2.4GHz+"}, ag},
-    {"only_5_GHz", all, a, "look ok", {"5GHz+ 2.4GHz-"}, a},
-    {"only_2_4_GHz", all, g, "look ok", {"5GHz- 2.4GHz+"}, g},
-    {"named_the_other_way_round", all, CONNECTIVITY(G A), "look ok", {"5GHz- 2.4GHz+"}, g},
-    {"names_neither", all, CONNECTIVITY("<phyType>n</phyType>"), "look ok", {"5GHz+ 2.4GHz+"}, ag},
-    {"no_connectivity", all, "", "look ok", {"5GHz+ 2.4GHz+"}, ag},
-    {"empty_connectivity", all, "<connectivity/>", "look cancel", {"5GHz+ 2.4GHz+"}, kept},
-    {"interface_of_2_4_GHz", onlyG, ag, "look ok", {"5GHz-! 2.4GHz+"}, g},
-    {"interface_of_5_GHz", onlyA, ag, "look ok", {"5GHz+ 2.4GHz-!"}, a},
-    {"interface_without_the_profiles_band", onlyG, a, "look ok box 2.4GHz ok", {"5GHz-! 2.4GHz-", noBandBox}, g},
-    {"interface_of_neither", neither, ag, "look ok box ok box cancel", {"5GHz-! 2.4GHz-!", noBandBox, noBandBox}, kept},
-    {"interface_that_lists_nothing", listsNothing, ag, "look cancel", {"5GHz-! 2.4GHz-!"}, kept},
-    {"changed", all, ag, "5GHz look ok", {"5GHz- 2.4GHz+"}, g},
-    {"changed_and_back", all, a, "2.4GHz look 2.4GHz ok", {"5GHz+ 2.4GHz+"}, a},
-    {"none_twice", all, ag, "5GHz 2.4GHz ok box ok box look 5GHz ok", {noBandBox, noBandBox, "5GHz- 2.4GHz-"}, a},
-    {"none_then_cancel", all, ag, "5GHz 2.4GHz ok box cancel", {noBandBox}, kept},
-    {"changed_then_closed", all, ag, "5GHz close", {}, kept},
+    {all, ag, {"both", "look ok", {"as usual"}}, ag},
+    {all, a, {"only_5_GHz", "look ok", {"2.4GHz-"}}, a},
+    {all, g, {"only_2_4_GHz", "look ok", {"5GHz-"}}, g},
+    {all, CONNECTIVITY(G A), {"named_the_other_way_round", "look ok", {"5GHz-"}}, g},
+    {all, "", {"no_connectivity", "look ok", {"as usual"}}, ag},
+    {all, "<connectivity/>", {"empty_connectivity", "look cancel", {"as usual"}}, unchanged},
+    {onlyG, ag, {"interface_of_2_4_GHz", "look ok", {"5GHz-!"}}, g},
+    {onlyA, ag, {"interface_of_5_GHz", "look ok", {"2.4GHz-!"}}, a},
+    {onlyG, a, {"interface_without_the_profiles_band", "look ok box 2.4GHz ok", {"5GHz-! 2.4GHz-", noBandBox}}, g},
+    {neither, ag, {"interface_of_neither", "look ok box ok box cancel", {"5GHz-! 2.4GHz-!", noBandBox, noBandBox}}, unchanged},
+    {listsNothing, ag, {"interface_that_lists_nothing", "look cancel", {"5GHz-! 2.4GHz-!"}}, unchanged},
+    {all, ag, {"changed", "5GHz look ok", {"5GHz-"}}, g},
+    {all, ag, {"none_twice", "5GHz 2.4GHz ok box ok box look 5GHz ok", {noBandBox, noBandBox, "5GHz- 2.4GHz-"}}, a},
+    {all, ag, {"none_then_cancel", "5GHz 2.4GHz ok box cancel", {noBandBox}}, unchanged},
+    {all, ag, {"changed_then_closed", "5GHz close"}, unchanged},
+    {all, "no profile", {"no_profile", "look ok", {"as usual"}}, unchanged},
+    {all, noSecurity, {"profile_without_security", "look 2.4GHz ok", {"2.4GHz-"}}, unchanged},
+    {all, a, {"profile_not_given", "look ok", {"as usual"}}, unchanged, "WlanGetProfile"},
+    {all, a, {"success_without_a_text", "look ok", {"as usual"}}, unchanged, "WlanGetProfile", ERROR_SUCCESS},
+    {all, a, {"profile_not_stored", "2.4GHz ok"}, unchanged, notStored},
+    {all,
+     a,
+     {"capabilities_not_given", "look ok box cancel", {"5GHz- 2.4GHz-", noBandBox}},
+     unchanged,
+     "WlanGetInterfaceCapability"},
 };
 
-class DialogBandsTest : public testing::TestWithParam<BandCase>
+class DialogBands : public testing::TestWithParam<BandCase>
 {
 };
-
-// With everything else off.
-std::vector<std::string> WithTheRest(std::vector<std::string> shown)
-{
-    for (auto& seen : shown)
-        seen = (seen.starts_with("5GHz") ? "measure- rapido- roaming- level=Default! " : "") + seen;
-    return shown;
-}
-} // namespace
-
-TEST_P(DialogBandsTest, AreShownAndStored)
+TEST_P(DialogBands, AreShownAndStored)
 {
     const BandCase& row = GetParam();
-    const std::string before = OfficeProfile(row.szConnectivity);
+    const std::string before = row.before == "no profile" ? ""
+                               : row.before == noSecurity ? noSecurity
+                                                          : OfficeProfile(row.before);
     CDialogScenario scenario(row.szAdapters, before);
-    const bool bConfirmed = std::string_view(row.szPerson).ends_with("ok");
-
-    const auto outcome = scenario.Show(szAllOff, row.szPerson);
-    CDialogScenario::ExpectOutcome(outcome, szAllOff, bConfirmed, tracedCapable);
-    EXPECT_EQ(WithTheRest(row.shown), outcome.shown);
+    if (row.szFailing)
+        scenario.Service().FailNext(row.szFailing, 1, 100, row.dwError);
+    scenario.Expect(row.dialog);
+    EXPECT_TRUE(!row.szFailing || scenario.Service().CountCalls(row.szFailing) != 0);
+    scenario.Service().ClearFaults();
 
     const std::string after = scenario.StoredProfile();
     if (row.szStored)
@@ -89,66 +93,104 @@ TEST_P(DialogBandsTest, AreShownAndStored)
     else
         EXPECT_EQ(before, after);
     EXPECT_EQ(std::string::npos, after.find(R"( xmlns="")"));
-    EXPECT_EQ(row.szStored ? 1u : 0u, scenario.CallsOf("WlanSetProfile").size());
+    EXPECT_EQ(row.szStored || row.szFailing == notStored ? 1u : 0u, scenario.CallsOf("WlanSetProfile").size());
+    EXPECT_EQ(0, scenario.Service().LiveBlocks());
 }
+INSTANTIATE_TEST_SUITE_P(Rows, DialogBands, testing::ValuesIn(bandCases),
+                         [](const auto& row) { return std::string(row.param.dialog.name); });
 
-INSTANTIATE_TEST_SUITE_P(Rows, DialogBandsTest, testing::ValuesIn(bandCases),
-                         [](const auto& row) { return std::string(row.param.name); });
+constexpr const char* twoAdapters =
+    R"([{"guid": "5b7d2c10-8e46-4f3a-9d21-c07a64e1f3b8", "phyTypes": [4, 6], "vendor": "Plainwave"},
+    {"guid": "91e4a6f2-30bc-4d58-a7e9-5c8f1b2d6073", "vendor": "Korvane", "rapido": 1}])";
 
-namespace
+Calls operator+(Calls left, const Calls& right)
 {
-// A profile that cannot be read, or not be stored, and a service that does not answer.
-struct ServiceCase
-{
-    const char* name;
-    const char* szFailing; // the function; null for none
-    DWORD dwError;
-    std::string before; // "" for no profile
-    const char* szPerson;
-    std::vector<std::string> shown;
-};
-void PrintTo(const ServiceCase& row, std::ostream* pOut)
-{
-    *pOut << row.name;
+    left.insert(left.end(), right.begin(), right.end());
+    return left;
 }
+const Calls listAdapters = {"WlanOpenHandle", "WlanEnumInterfaces", "WlanFreeMemory"};
+const Calls openShared = {"WlanOpenHandle"};
+const Calls readProfile = {"WlanGetProfile", "WlanFreeMemory"};
+const Calls readCapabilities = {"WlanGetInterfaceCapability", "WlanFreeMemory"};
+const Calls close = {"WlanCloseHandle"};
+const Calls select = listAdapters + close;
+const Calls askDriver = {"WlanOpenHandle", "WlanIhvControl", "WlanCloseHandle"};
+const Calls storeProfile = {"WlanSetProfile"};
 
-constexpr const char* noSecurity = "<WLANProfile><name>Office</name><MSM>" CONNECTIVITY(A) "</MSM></WLANProfile>";
-const ServiceCase serviceCases[] = {
-    {"no_profile", nullptr, 0, "", "look ok", {"5GHz+ 2.4GHz+"}},
-    {"profile_without_security", nullptr, 0, noSecurity, "look 2.4GHz ok", {"5GHz+ 2.4GHz-"}},
-    {"profile_not_given", "WlanGetProfile", ERROR_ACCESS_DENIED, OfficeProfile(a), "look ok", {"5GHz+ 2.4GHz+"}},
-    {"success_without_a_text", "WlanGetProfile", ERROR_SUCCESS, OfficeProfile(a), "look ok", {"5GHz+ 2.4GHz+"}},
-    {"profile_not_stored", "WlanSetProfile", ERROR_ACCESS_DENIED, OfficeProfile(a), "2.4GHz ok", {}},
-    {"capabilities_not_given",
-     "WlanGetInterfaceCapability",
-     ERROR_GEN_FAILURE,
-     OfficeProfile(a),
-     "look ok box cancel",
-     {"5GHz- 2.4GHz-", noBandBox}},
-};
-
-class DialogServiceTest : public testing::TestWithParam<ServiceCase>
+TEST(DialogService, IsAskedInThisOrderAndGetsBackAllButTheSharedHandle)
 {
-};
-} // namespace
+    CDialogScenario scenario(twoAdapters);
+    const LONG lHandles = scenario.Service().LiveHandles();
+    const Calls look = readProfile + readCapabilities + select + askDriver + select + askDriver + askDriver;
+    const Calls first = listAdapters + openShared + look;
+    scenario.Expect({"", "cancel"});
+    EXPECT_EQ(first, scenario.CalledFunctions());
 
-TEST_P(DialogServiceTest, OldProfileStands)
-{
-    const ServiceCase& row = GetParam();
-    CDialogScenario scenario(all, row.before);
-    if (row.szFailing)
-        scenario.Service().FailNext(row.szFailing, 1, 100, row.dwError);
-    const bool bConfirmed = std::string_view(row.szPerson).ends_with("ok");
-
-    const auto outcome = scenario.Show(szAllOff, row.szPerson);
-    CDialogScenario::ExpectOutcome(outcome, szAllOff, bConfirmed, tracedCapable);
-    EXPECT_EQ(WithTheRest(row.shown), outcome.shown);
-    EXPECT_TRUE(!row.szFailing || scenario.Service().CountCalls(row.szFailing) != 0);
-    scenario.Service().ClearFaults();
-    EXPECT_EQ(row.before, scenario.StoredProfile());
+    // The adapters are listed once for the process, the shared handle opened once.
+    const Calls second = first + look + readProfile + storeProfile;
+    scenario.Expect({"", "ok"});
+    EXPECT_EQ(second, scenario.CalledFunctions());
+    EXPECT_EQ(lHandles + 2, scenario.Service().LiveHandles()) << "the list's and the shared one";
+    scenario.Unload();
+    EXPECT_EQ(second + close, scenario.CalledFunctions());
+    EXPECT_EQ(lHandles + 1, scenario.Service().LiveHandles()) << "the shared one is never closed";
     EXPECT_EQ(0, scenario.Service().LiveBlocks());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, DialogServiceTest, testing::ValuesIn(serviceCases),
-                         [](const auto& row) { return std::string(row.param.name); });
+TEST(DialogService, IsPassedWhatTheContextNames)
+{
+    CDialogScenario scenario(twoAdapters);
+    scenario.Expect({"", "ok"});
+    const std::string office = "interface=5b7d2c10-8e46-4f3a-9d21-c07a64e1f3b8 ";
+    const std::string get = "WlanGetProfile " + office + "name=\"Office\" flags=null access=null -> 0";
+    EXPECT_EQ((Calls{get, get}), scenario.CallsOf("WlanGetProfile"));
+    EXPECT_EQ((Calls{"WlanSetProfile " + office + "flags=0x5 security=null overwrite=1 name=\"Office\" -> 0"}),
+              scenario.CallsOf("WlanSetProfile"));
+    ASSERT_EQ(1u, scenario.CallsOf("WlanGetInterfaceCapability").size());
+    EXPECT_NE(std::string::npos, scenario.CallsOf("WlanGetInterfaceCapability")[0].find(office));
+}
+
+TEST(DialogService, KeepsTheAdaptersOfItsFirstDialog)
+{
+    CDialogScenario scenario("[]", "");
+    scenario.Expect({.name = "", .szPerson = "cancel", .traced = tracedNotFound});
+    scenario.Service().SetAdapters(makersMachine);
+    // The bands are asked for anew.
+    scenario.Expect({.name = "", .szPerson = "look cancel", .shown = {"rapido-!"}, .traced = tracedNotFound});
+}
+
+TEST(DialogService, DriverOfNoInterfaceIsAskedWhereNoneCouldBeSelected)
+{
+    CDialogScenario scenario;
+    scenario.Service().FailNext("WlanEnumInterfaces", 2, 1, ERROR_GEN_FAILURE);
+    scenario.Expect({.name = "", .szPerson = "cancel", .traced = tracedNotFound});
+    ASSERT_EQ(1u, scenario.CallsOf("WlanIhvControl").size());
+    EXPECT_TRUE(
+        scenario.CallsOf("WlanIhvControl")[0].starts_with("WlanIhvControl interface=00000000-0000-0000-0000-000000000000 "));
+}
+
+TEST(DialogService, IsOpenedAnewAsLongAsItDoesNotOpen)
+{
+    CDialogScenario scenario(makersMachine, OfficeProfile(""));
+    scenario.Service().FailNext("WlanOpenHandle", 1, 100, ERROR_SERVICE_NOT_ACTIVE);
+    scenario.Expect({.name = "", .szPerson = "look 5GHz ok", .shown = {"rapido-! 5GHz- 2.4GHz-"}, .traced = tracedNotFound});
+    // For the list, the profile, the capabilities and, on OK, the profile again.
+    EXPECT_EQ(4u, scenario.CallsOf("WlanOpenHandle").size());
+    scenario.Service().ClearFaults();
+    EXPECT_EQ(OfficeProfile(""), scenario.StoredProfile());
+
+    scenario.Expect({.name = "", .szPerson = "look ok", .shown = {"rapido-!"}, .traced = tracedNotFound});
+    EXPECT_NE(OfficeProfile(""), scenario.StoredProfile());
+}
+
+TEST(DialogService, IsNotAskedAboutAMissingContext)
+{
+    CDialogScenario scenario;
+    const std::string before = scenario.StoredProfile();
+    scenario.SetContext(nullptr);
+    scenario.Expect({"", "look 5GHz ok", {"5GHz- 2.4GHz-"}});
+    EXPECT_EQ(Calls{}, scenario.CallsOf("WlanGetInterfaceCapability"));
+    EXPECT_EQ(before, scenario.StoredProfile());
+}
+} // namespace
 } // namespace tests

@@ -1,245 +1,283 @@
-// The security property as a host uses it: refusals and their order, what it describes itself as, its entries.
+// The security property as a host uses it: what it answers for a profile, what it makes of it, the lines that it writes on
+// the way, and its entries.
 #include "extui/SecurityPropertyInfo.h"
-#include "tests/extui/SecurityPropertyTest.h"
+#include "platform/testing/Faults.h"
+#include "tests/support/ModuleUnderTest.h"
+#include "tests/support/TraceLog.h"
 
 namespace
 {
-using namespace tests::security;
+using Lines = std::vector<std::string>;
+using tests::TextOf;
 
-// Everything that an operation may write to, set to be recognised.
-struct Outputs
+std::string NetworkTree(const std::string& token, const std::string& cipher)
 {
-    Dot11ExtUIPropertyEntry entry = {4, 0, nullptr};
-    BSTR bstrModified = reinterpret_cast<BSTR>(&entry);
-    BOOL bFlag = untouchedBool;
-    ULONG uFirst = untouchedNumber;
-    ULONG uSecond = untouchedNumber;
-    Dot11ExtUIPropertyEntry* pEntries = &entry;
+    const std::string encryption = cipher.empty() ? "<encryption/>" : "<encryption>" + cipher + "</encryption>";
+    return "<CCX><authenticatingNetwork><" + token + ">" + encryption + "</" + token + "></authenticatingNetwork></CCX>";
+}
+#define NETWORK(token, cipher)                                                                                                   \
+    OLESTR("<CCX><Rapido>true</Rapido><authenticatingNetwork><" token "><encryption>" cipher "</encryption></" token ">"         \
+           "</authenticatingNetwork></CCX>")
 
-    bool AreUntouched() const
-    {
-        return bstrModified == reinterpret_cast<BSTR>(const_cast<Dot11ExtUIPropertyEntry*>(&entry)) && bFlag == untouchedBool &&
-               uFirst == untouchedNumber && uSecond == untouchedNumber && pEntries == &entry;
-    }
-};
+std::string PointerText(const void* p)
+{
+    char szText[32];
+    std::snprintf(szText, sizeof(szText), "%016llX", static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(p)));
+    return szText;
+}
 
-// What is refused, before anything is read or written.
-struct RefusalCase
+// What each operation makes of a profile.
+struct ProfileCase
 {
     const char* name;
-    bool bBound;
-    HRESULT (*run)(IDot11ExtUIProperty&, Outputs&);
-    HRESULT hr;
-    const char* szOperation = nullptr; // of the header line; null where no line is written
+    const WCHAR* szProfile;
+    const char* szCipherLine; // as GetDisplayInfo traces it
+    bool bIsValid;
+    BOOL bIsSelected;
+    ULONG uDefault;
+    const char* szSelectedCipher; // after SetSelected
+    BOOL bAesModifies;            // whether picking AES changes the profile
+};
+constexpr const char* szNoCipher = "(FFFFFFFFh) ";
+constexpr ProfileCase profileCases[] = {
+    {"none", nullptr, szNoCipher, false, TRUE, 2, "AES", TRUE},
+    {"empty", OLESTR(""), szNoCipher, false, TRUE, 2, "AES", TRUE},
+    {"not_xml", OLESTR("<CCX>"), szNoCipher, false, TRUE, 2, "AES", TRUE},
+    {"without_security", OLESTR("<CCX><Rapido>true</Rapido></CCX>"), szNoCipher, false, TRUE, 2, "AES", TRUE},
+    {"cckm_without_cipher", NETWORK("cckm", "WEP104"), szNoCipher, false, TRUE, 2, "AES", TRUE},
+    {"wpa2_without_cipher", NETWORK("wpa2", ""), szNoCipher, false, TRUE, 2, "AES", TRUE},
+    {"cckm_wep", NETWORK("cckm", "WEP"), "(5h) WEP", true, TRUE, 0, "WEP", TRUE},
+    {"cckm_tkip", NETWORK("cckm", "TKIP"), "(2h) TKIP", true, TRUE, 1, "TKIP", TRUE},
+    {"cckm_aes", NETWORK("cckm", "AES"), "(4h) AES", true, TRUE, 2, "AES", FALSE},
+    {"cckm_none", NETWORK("cckm", "None"), "(0h) None", true, TRUE, 2, "None", TRUE},
+    {"wpa2_aes", NETWORK("wpa2", "AES"), "(4h) AES", true, FALSE, 2, "AES", TRUE},
+    {"wpa_tkip", NETWORK("wpa", "TKIP"), "(2h) TKIP", true, FALSE, 1, "TKIP", TRUE},
+    {"open", OLESTR("<CCX><openNetwork/></CCX>"), "(0h) None", true, FALSE, 2, "None", TRUE},
 };
 
-class SecurityPropertyRefusal : public SecurityPropertyCase<RefusalCase>
+class SecurityProperty : public testing::Test
 {
+protected:
+    // The lines that an operation opens with, and those that it ends with when it hands out a profile or none.
+    static Lines Opening(const std::string& operation, const CBstr& bstrProfile)
+    {
+        return {"\nCExtUIKey::Dot11ExtUIProperty" + operation + "\n", "auth element: (80000001h) CCKM\n",
+                "bstrIHVProfile: " + TextOf(bstrProfile) + "\n"};
+    }
+    static void AddOutcome(Lines& lines, BOOL bIsModified, const CBstr& bstrModified)
+    {
+        lines.push_back(bIsModified ? "*pbIsModified: TRUE\n" : "*pbIsModified: FALSE\n");
+        if (bIsModified)
+            lines.push_back("*bstrModifiedIHVProfile: " + TextOf(bstrModified) + "\n");
+    }
+
+    void GetSelected(const ProfileCase& row)
+    {
+        const CBstr bstrProfile(row.szProfile);
+        BOOL bIsSelected = 77;
+        m_log.Take();
+        EXPECT_EQ(S_OK, m_property->Dot11ExtUIPropertyGetSelected(bstrProfile.Get(), nullptr, &bIsSelected));
+        EXPECT_EQ(row.bIsSelected, bIsSelected);
+        Lines expected = Opening("GetSelected", bstrProfile);
+        if (!row.bIsValid)
+            expected.push_back("***invalid profile, setting defaults\n");
+        expected.push_back(bIsSelected ? "*pfIsSelected: TRUE\n" : "*pfIsSelected: FALSE\n");
+        EXPECT_EQ(expected, m_log.Take());
+    }
+    // A caller that passes in TRUE gets TRUE and a profile whatever is in it.
+    void SetSelected(const ProfileCase& row, BOOL bPassedIn)
+    {
+        const CBstr bstrProfile(row.szProfile);
+        BOOL bIsModified = bPassedIn;
+        CBstr bstrModified;
+        m_log.Take();
+        EXPECT_EQ(S_OK, m_property->Dot11ExtUIPropertySetSelected(bstrProfile.Get(), nullptr, bstrModified.Put(), &bIsModified));
+        EXPECT_EQ(bPassedIn || !row.bIsValid || !row.bIsSelected ? TRUE : FALSE, bIsModified);
+        EXPECT_EQ(bIsModified ? NetworkTree("cckm", row.szSelectedCipher) : "(null)", tests::ProfileTree(bstrModified));
+        Lines expected = Opening("SetSelected", bstrProfile);
+        AddOutcome(expected, bIsModified, bstrModified);
+        EXPECT_EQ(expected, m_log.Take());
+    }
+    void GetDisplayInfo(const ProfileCase& row)
+    {
+        const CBstr bstrProfile(row.szProfile);
+        ULONG cEntries = 77;
+        ULONG uDefault = 77;
+        Dot11ExtUIPropertyEntry* pEntries = nullptr;
+        m_log.Take();
+        EXPECT_EQ(S_OK,
+                  m_property->Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), nullptr, &cEntries, &uDefault, &pEntries));
+        EXPECT_EQ(3u, cEntries);
+        EXPECT_EQ(row.uDefault, uDefault);
+        Lines expected = Opening("GetDisplayInfo", bstrProfile);
+        expected.push_back("profile cipher: " + std::string(row.szCipherLine) + "\n");
+        if (!row.bIsValid)
+            expected.push_back("***invalid profile, setting defaults\n");
+        expected.push_back("Set *ppDot11ExtUIProperty to " + PointerText(pEntries) + "\n");
+        expected.push_back("Set *pcEntries to 3\n");
+        expected.push_back("*puDefaultSelection: " + std::to_string(row.uDefault) + "\n");
+        EXPECT_EQ(expected, m_log.Take());
+
+        // Any of the outputs may be left out, with its line.
+        EXPECT_EQ(S_OK, m_property->Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), nullptr, nullptr, nullptr, nullptr));
+        expected.resize(expected.size() - 3);
+        EXPECT_EQ(expected, m_log.Take());
+    }
+    // Of an entry with this key and text; the new profile as a tree, "(null)" for none.
+    std::string SetDisplayInfo(const CBstr& bstrProfile, DWORD dwKey, const std::string& keyLine, const CBstr& bstrText)
+    {
+        Dot11ExtUIPropertyEntry entry = {dwKey, 0x1F, bstrText.Get()};
+        BOOL bIsModified = 77;
+        CBstr bstrModified;
+        m_log.Take();
+        EXPECT_EQ(S_OK, m_property->Dot11ExtUIPropertySetDisplayInfo(0, bstrProfile.Get(), nullptr, &entry, bstrModified.Put(),
+                                                                     &bIsModified));
+        EXPECT_EQ(bstrModified ? TRUE : FALSE, bIsModified);
+        Lines expected = Opening("SetDisplayInfo", bstrProfile);
+        expected.push_back("pDot11ExtUIProperty: " + PointerText(&entry) + "\n");
+        expected.push_back("pDot11ExtUIProperty->dwDataKey                : " + keyLine + "\n");
+        expected.push_back("pDot11ExtUIProperty->bstrDisplayText          : " + TextOf(bstrText) + "\n");
+        expected.push_back("pDot11ExtUIProperty->dot11ExtUIDisplayInfoType: 1Fh\n");
+        AddOutcome(expected, bIsModified, bstrModified);
+        EXPECT_EQ(expected, m_log.Take());
+        return tests::ProfileTree(bstrModified);
+    }
+
+    tests::CTraceLog m_log;
+    const tests::CModuleUnderTest m_module;
+    const CComRef<IDot11ExtUIProperty> m_property = m_module.Property(propertyKindSecurity);
 };
 
-std::string CodeName(HRESULT hr)
+TEST_F(SecurityProperty, Profiles)
 {
-    return hr == E_INVALIDARG ? "E_INVALIDARG" : hr == E_FAIL ? "E_FAIL" : "E_NOTIMPL";
-}
-
-TEST_P(SecurityPropertyRefusal, TouchesNothing)
-{
-    const auto& param = GetParam();
-    const auto unbound = Unbound();
-    IDot11ExtUIProperty& property = param.bBound ? Bound() : *unbound.Get();
-    Outputs out;
-    TakeLines();
-    EXPECT_EQ(param.hr, param.run(property, out));
-    EXPECT_TRUE(out.AreUntouched());
-    Lines expected;
-    if (param.szOperation)
-        expected = {"\nCExtUIKey::Dot11ExtUIProperty" + std::string(param.szOperation) + "\n",
-                    "***Error: returning " + CodeName(param.hr) + "\n"};
-    EXPECT_EQ(expected, TakeLines());
-}
-
-#define RUN(call) [](IDot11ExtUIProperty& p, [[maybe_unused]] Outputs& o) -> HRESULT { return p.Dot11ExtUIProperty##call; }
-constexpr bool bound = true;
-constexpr bool unbound = false;
-const RefusalCase refusalCases[] = {
-    {"name_null", bound, RUN(GetName(nullptr)), E_POINTER},
-    {"name_unbound_before_null", unbound, RUN(GetName(nullptr)), E_FAIL},
-    {"name_unbound", unbound, RUN(GetName(&o.bstrModified)), E_FAIL},
-    {"dialog", bound, RUN(ShowDialog(nullptr, nullptr, nullptr, &o.bstrModified, &o.bFlag)), E_NOTIMPL},
-    {"dialog_null", unbound, RUN(ShowDialog(nullptr, nullptr, nullptr, nullptr, nullptr)), E_NOTIMPL},
-    {"get_selected_null_before_unbound", unbound, RUN(GetSelected(nullptr, nullptr, nullptr)), E_INVALIDARG, "GetSelected"},
-    {"get_selected_unbound", unbound, RUN(GetSelected(nullptr, nullptr, &o.bFlag)), E_FAIL, "GetSelected"},
-    {"set_selected_null_text", bound, RUN(SetSelected(nullptr, nullptr, nullptr, &o.bFlag)), E_INVALIDARG, "SetSelected"},
-    {"set_selected_null_flag", unbound, RUN(SetSelected(nullptr, nullptr, &o.bstrModified, nullptr)), E_INVALIDARG,
-     "SetSelected"},
-    {"set_selected_unbound", unbound, RUN(SetSelected(nullptr, nullptr, &o.bstrModified, &o.bFlag)), E_FAIL, "SetSelected"},
-    {"has_dialog_unbound_before_null", unbound, RUN(HasDialog(nullptr)), E_FAIL},
-    {"has_dialog_null", bound, RUN(HasDialog(nullptr)), E_INVALIDARG},
-    {"entries_of_index_1_before_unbound", unbound, RUN(GetDisplayInfo(1, nullptr, nullptr, &o.uFirst, &o.uSecond, &o.pEntries)),
-     E_NOTIMPL, "GetDisplayInfo"},
-    {"entries_unbound", unbound, RUN(GetDisplayInfo(0, nullptr, nullptr, &o.uFirst, &o.uSecond, &o.pEntries)), E_FAIL,
-     "GetDisplayInfo"},
-    {"pick_index_1_before_null", bound, RUN(SetDisplayInfo(1, nullptr, nullptr, nullptr, nullptr, nullptr)), E_NOTIMPL,
-     "SetDisplayInfo"},
-    {"pick_null_entry", bound, RUN(SetDisplayInfo(0, nullptr, nullptr, nullptr, &o.bstrModified, &o.bFlag)), E_INVALIDARG,
-     "SetDisplayInfo"},
-    {"pick_null_text", bound, RUN(SetDisplayInfo(0, nullptr, nullptr, &o.entry, nullptr, &o.bFlag)), E_INVALIDARG,
-     "SetDisplayInfo"},
-    {"pick_null_flag_before_unbound", unbound, RUN(SetDisplayInfo(0, nullptr, nullptr, &o.entry, &o.bstrModified, nullptr)),
-     E_INVALIDARG, "SetDisplayInfo"},
-    {"pick_unbound", unbound, RUN(SetDisplayInfo(0, nullptr, nullptr, &o.entry, &o.bstrModified, &o.bFlag)), E_FAIL,
-     "SetDisplayInfo"},
-    {"flags_unbound_before_null", unbound, RUN(GetFlags(nullptr, nullptr)), E_FAIL},
-    {"flags_null_first", bound, RUN(GetFlags(nullptr, &o.uSecond)), E_INVALIDARG},
-    {"flags_null_second", bound, RUN(GetFlags(&o.uFirst, nullptr)), E_INVALIDARG},
-};
-INSTANTIATE_TEST_SUITE_P(Calls, SecurityPropertyRefusal, testing::ValuesIn(refusalCases), CaseName<RefusalCase>);
-
-TEST_F(SecurityProperty, NameDialogAndFlags)
-{
-    CBstr bstrName;
-    BOOL bHasDialog = untouchedBool;
-    ULONG uQualified = untouchedNumber;
-    ULONG uKind = untouchedNumber;
-    TakeLines();
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetName(bstrName.Put()));
-    EXPECT_EQ("CCKM", tests::TextOf(bstrName));
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyHasDialog(&bHasDialog));
-    EXPECT_EQ(FALSE, bHasDialog);
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetFlags(&uQualified, &uKind));
-    EXPECT_EQ(0u, uQualified);
-    EXPECT_EQ(2u, uKind);
-    EXPECT_EQ(Lines(), TakeLines());
-}
-
-TEST_F(SecurityProperty, AnswersItsOwnInterfaceAndIUnknownOnly)
-{
-    auto& property = Bound();
-    for (const IID* pIid : {&IID_IUnknown, &IID_ICCXExtUIKey})
+    const CBstr bstrText(OLESTR("any text"));
+    for (const auto& row : profileCases)
     {
-        void* pObject = nullptr;
-        EXPECT_EQ(S_OK, property.QueryInterface(*pIid, &pObject));
-        EXPECT_EQ(&property, pObject);
-        EXPECT_EQ(1u, property.Release());
+        SCOPED_TRACE(row.name);
+        GetSelected(row);
+        SetSelected(row, FALSE);
+        SetSelected(row, TRUE);
+        GetDisplayInfo(row);
+        EXPECT_EQ(row.bAesModifies ? NetworkTree("cckm", "AES") : "(null)",
+                  SetDisplayInfo(CBstr(row.szProfile), 4, "(4h), AES", bstrText));
     }
-    for (const IID* pIid : {&IID_ICCXExtUICon, &IID_IDot11ExtUI, &IID_IClassFactory})
-    {
-        void* pObject = &property;
-        EXPECT_EQ(E_NOINTERFACE, property.QueryInterface(*pIid, &pObject));
-        EXPECT_EQ(nullptr, pObject);
-    }
-    EXPECT_EQ(2u, property.AddRef());
-    EXPECT_EQ(1u, property.Release());
+    // A key is taken as it comes.
+    EXPECT_EQ(NetworkTree("cckm", ""), SetDisplayInfo(CBstr(NETWORK("cckm", "TKIP")), 0xABCD, "(ABCDh), ", CBstr()));
 }
 
-std::vector<std::string> TextsOf(const Dot11ExtUIPropertyEntry* pEntries, std::size_t cEntries)
+TEST_F(SecurityProperty, HandsOutNullWhereNoDocumentCanBeMade)
 {
-    std::vector<std::string> texts;
-    for (std::size_t i = 0; i < cEntries; ++i)
-        texts.push_back(std::to_string(pEntries[i].dwDataKey) + " " + tests::Narrow(pEntries[i].bstrDisplayText) + " " +
-                        std::to_string(pEntries[i].dot11ExtUIDisplayInfoType));
-    return texts;
+    WCHAR chMark = 0;
+    BSTR bstrModified = &chMark;
+    BOOL bIsModified = FALSE;
+    platform::testing::PlanFault("CoCreateInstance", 1, 1000);
+    EXPECT_EQ(S_OK, m_property->Dot11ExtUIPropertySetSelected(nullptr, nullptr, &bstrModified, &bIsModified));
+    platform::testing::ClearFaults();
+    EXPECT_EQ(TRUE, bIsModified);
+    EXPECT_EQ(nullptr, bstrModified);
+    EXPECT_EQ("*bstrModifiedIHVProfile: (null)\n", m_log.Take().back());
 }
 
-TEST_F(SecurityProperty, EntriesAreTheObjectsOwnAndLiveAsLongAsIt)
+// The entries that a property hands out, and which of them is the default.
+std::string EntriesOf(IDot11ExtUIProperty& property)
 {
-    Dot11ExtUIPropertyEntry* pFirst = nullptr;
-    Dot11ExtUIPropertyEntry* pAgain = nullptr;
-    Dot11ExtUIPropertyEntry* pOther = nullptr;
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, nullptr, nullptr, nullptr, &pFirst));
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, nullptr, nullptr, nullptr, &pAgain));
-    {
-        const auto other = Module().Property(propertyKindSecurity);
-        EXPECT_EQ(S_OK, other->Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, nullptr, nullptr, nullptr, &pOther));
-        EXPECT_NE(pFirst, pOther);
-    }
-    EXPECT_EQ(pFirst, pAgain);
-    EXPECT_EQ((Lines{"5 WEP 0", "2 TKIP 0", "4 AES 0"}), TextsOf(pFirst, 3));
+    ULONG cEntries = 77;
+    ULONG uDefault = 77;
+    Dot11ExtUIPropertyEntry* pEntries = nullptr;
+    EXPECT_EQ(S_OK, property.Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, nullptr, &cEntries, &uDefault, &pEntries));
+    std::string text = std::to_string(cEntries) + ":" + (pEntries ? "" : " null");
+    for (ULONG i = 0; pEntries && i < cEntries; ++i)
+        text += " " + std::to_string(pEntries[i].dwDataKey) + " " + tests::Narrow(pEntries[i].bstrDisplayText) + " " +
+                std::to_string(pEntries[i].dot11ExtUIDisplayInfoType) + (i == uDefault ? " (default)" : "");
+    return text;
 }
+constexpr const char* szPlainEntries = "3: 5 WEP 0 2 TKIP 0 4 AES 0 (default)";
 
 TEST_F(SecurityProperty, ContextOfAnotherKindTurnsQualifiedNamesOn)
 {
-    const auto flags = [&]
+    const auto isQualified = [&]
     {
-        ULONG uQualified = untouchedNumber;
-        ULONG uKind = untouchedNumber;
-        EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetFlags(&uQualified, &uKind));
+        ULONG uQualified = 78;
+        ULONG uKind = 78;
+        EXPECT_EQ(S_OK, m_property->Dot11ExtUIPropertyGetFlags(&uQualified, &uKind));
         return uQualified;
     };
-    Dot11ExtUIPropertyEntry* pEntries = nullptr;
+    const auto ask = [&](ULONG uIndex, void* pContext)
+    { return m_property->Dot11ExtUIPropertyGetDisplayInfo(uIndex, nullptr, pContext, nullptr, nullptr, nullptr); };
     tests::CConnectionContext plain(OLESTR("p"), GUID{}, 0, 1);
     tests::CConnectionContext qualified(OLESTR("p"), GUID{}, 0, 2);
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, plain.Get(), nullptr, nullptr, nullptr));
-    EXPECT_EQ(0u, flags());
-    EXPECT_EQ(E_NOTIMPL, Bound().Dot11ExtUIPropertyGetDisplayInfo(1, nullptr, qualified.Get(), nullptr, nullptr, nullptr));
     BOOL bIsSelected = FALSE;
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetSelected(nullptr, qualified.Get(), &bIsSelected));
-    EXPECT_EQ(0u, flags()) << "the other operations do not look at the context";
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, qualified.Get(), nullptr, nullptr, &pEntries));
-    EXPECT_EQ(1u, flags());
-    EXPECT_EQ(S_OK, Bound().Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, plain.Get(), nullptr, nullptr, nullptr));
-    EXPECT_EQ(1u, flags()) << "only the root object takes it back";
-
-    EXPECT_EQ((Lines{"5 WEP 0", "2 TKIP 0", "4 AES 0"}), TextsOf(pEntries, 3));
-    TakeLines();
-    CBstr bstrModified;
-    BOOL bIsModified = FALSE;
-    EXPECT_EQ(S_OK,
-              Bound().Dot11ExtUIPropertySetDisplayInfo(0, nullptr, nullptr, pEntries + 2, bstrModified.Put(), &bIsModified));
-    const auto lines = TakeLines();
-    ASSERT_LT(5u, lines.size());
-    EXPECT_EQ("pDot11ExtUIProperty->dwDataKey                : (4h), AES (MFP)\n", lines[4]);
-    EXPECT_EQ("pDot11ExtUIProperty->bstrDisplayText          : AES\n", lines[5]);
-}
-
-TEST_F(SecurityProperty, EntryWithAnotherKeyIsTakenAsItComes)
-{
-    const CBstr bstrProfile(NETWORK("cckm", "TKIP"));
-    Dot11ExtUIPropertyEntry entry = {0xABCD, 0, nullptr};
-    CBstr bstrModified;
-    BOOL bIsModified = FALSE;
-    TakeLines();
-    EXPECT_EQ(S_OK,
-              Bound().Dot11ExtUIPropertySetDisplayInfo(0, bstrProfile.Get(), nullptr, &entry, bstrModified.Put(), &bIsModified));
-    EXPECT_EQ(TRUE, bIsModified);
-    EXPECT_EQ(NetworkTree("cckm", ""), tests::ProfileTree(bstrModified));
-    const auto lines = TakeLines();
-    ASSERT_LT(5u, lines.size());
-    EXPECT_EQ("pDot11ExtUIProperty->dwDataKey                : (ABCDh), \n", lines[4]);
-    EXPECT_EQ("pDot11ExtUIProperty->bstrDisplayText          : (null)\n", lines[5]);
+    EXPECT_EQ(S_OK, ask(0, plain.Get()));
+    EXPECT_EQ(E_NOTIMPL, ask(1, qualified.Get()));
+    EXPECT_EQ(S_OK, m_property->Dot11ExtUIPropertyGetSelected(nullptr, qualified.Get(), &bIsSelected));
+    EXPECT_EQ(0u, isQualified()) << "the other operations do not look at the context";
+    EXPECT_EQ(S_OK, ask(0, qualified.Get()));
+    EXPECT_EQ(1u, isQualified());
+    EXPECT_EQ(S_OK, ask(0, plain.Get()));
+    EXPECT_EQ(1u, isQualified()) << "only the root object takes it back";
+    EXPECT_EQ(szPlainEntries, EntriesOf(*m_property.Get())) << "texts stay";
+    SetDisplayInfo(CBstr(), 4, "(4h), AES (MFP)", CBstr(OLESTR("AES")));
 }
 
 TEST_F(SecurityProperty, IsWhatItsDescriptionSays)
 {
-    // A list of two leaves TKIP, the second row of the names, as the fallback cipher.
     CCXSecurityPropertyInfo info = {6, TRUE, TRUE, FALSE, 9, 2, {0, 4}};
-    const auto property = Unbound();
+    const auto property = m_module.Create<ICCXExtUIKey>(IID_ICCXExtUIKey);
     EXPECT_EQ(S_OK, property->Initialize(&info));
-    CBstr bstrName;
-    BOOL bHasDialog = untouchedBool;
-    ULONG uFirst = 0;
-    ULONG uSecond = 0;
-    Dot11ExtUIPropertyEntry* pEntries = nullptr;
-    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyGetName(bstrName.Put()));
-    EXPECT_EQ("(WPA2)", tests::TextOf(bstrName));
-    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyHasDialog(&bHasDialog));
-    EXPECT_EQ(TRUE, bHasDialog);
-    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyGetFlags(&uFirst, &uSecond));
-    EXPECT_EQ(1u, uFirst);
-    EXPECT_EQ(9u, uSecond);
-    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, nullptr, &uFirst, &uSecond, &pEntries));
-    EXPECT_EQ(2u, uFirst);
-    EXPECT_EQ(1u, uSecond);
-    EXPECT_EQ((Lines{"0 None (CCX) 0", "4 AES (MFP) 0"}), TextsOf(pEntries, uFirst));
-
-    CBstr bstrModified;
     BOOL bFlag = FALSE;
-    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertySetSelected(nullptr, nullptr, bstrModified.Put(), &bFlag));
-    EXPECT_EQ(NetworkTree("wpa2", "TKIP"), tests::ProfileTree(bstrModified));
+    ULONG uQualified = 0;
+    ULONG uKind = 0;
+    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyHasDialog(&bFlag));
+    EXPECT_EQ(TRUE, bFlag);
+    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyGetFlags(&uQualified, &uKind));
+    EXPECT_EQ(1u, uQualified);
+    EXPECT_EQ(9u, uKind);
+    EXPECT_EQ("2: 0 None (CCX) 0 4 AES (MFP) 0 (default)", EntriesOf(*property.Get()));
+    info.ciphers[1] = 2;
+    EXPECT_EQ("2: 0 None (CCX) 0 4 AES (MFP) 0 (default)", EntriesOf(*property.Get())) << "texts stay";
+
+    // However many the description says, there are ten at most, and the fallback is one of the names.
+    const std::tuple<LONG, std::string, const char*> counts[] = {
+        {-1, "0:", "WEP"},        {0, "0:", "WEP"},         {1, "1: 0 None (CCX) 0 (default)", "WEP"},
+        {2, "2: 0 None", "TKIP"}, {4, "4: 0 None", "None"}, {11, "10: 0 None", "None"},
+    };
+    for (const auto& [cCiphers, entries, szFallback] : counts)
+    {
+        info.cipherCount = cCiphers;
+        EXPECT_EQ(S_OK, property->Initialize(&info));
+        EXPECT_EQ(entries, EntriesOf(*property.Get()).substr(0, entries.size()));
+        CBstr bstrModified;
+        bFlag = FALSE;
+        EXPECT_EQ(S_OK, property->Dot11ExtUIPropertySetSelected(nullptr, nullptr, bstrModified.Put(), &bFlag));
+        EXPECT_EQ(NetworkTree("wpa2", szFallback), tests::ProfileTree(bstrModified)) << cCiphers;
+    }
     EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyGetSelected(nullptr, nullptr, &bFlag));
     EXPECT_EQ(FALSE, bFlag) << "the defaults are CCKM";
+    info.bQualifiedNames = FALSE;
+    tests::CConnectionContext qualified(OLESTR("p"), GUID{}, 0, 2);
+    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, qualified.Get(), nullptr, nullptr, nullptr));
+    EXPECT_EQ(TRUE, info.bQualifiedNames);
 
-    info.auth = 7;
-    EXPECT_EQ(E_FAIL, property->Dot11ExtUIPropertyGetName(nullptr));
+    for (const auto& [auth, szName] : {std::pair(6, "(WPA2)"), {3, "(WPA)"}, {1, "Open (CCX)"}, {7, "(null)"}})
+    {
+        info.auth = static_cast<DWORD>(auth);
+        CBstr bstrName;
+        EXPECT_EQ(auth == 7 ? E_FAIL : S_OK, property->Dot11ExtUIPropertyGetName(bstrName.Put()));
+        EXPECT_EQ(szName, TextOf(bstrName));
+    }
+}
+
+// Described anew, a property shows its new entries; its first ones are there as long as itself.
+TEST_F(SecurityProperty, KeepsTheEntriesThatItHandedOut)
+{
+    const auto property = m_module.Create<ICCXExtUIKey>(IID_ICCXExtUIKey);
+    CCXSecurityPropertyInfo first = SecurityPropertyInfos()[0];
+    CCXSecurityPropertyInfo second = {6, FALSE, TRUE, FALSE, 2, 1, {4}};
+    Dot11ExtUIPropertyEntry* pEntries = nullptr;
+    EXPECT_EQ(S_OK, property->Initialize(&first));
+    EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, nullptr, nullptr, nullptr, &pEntries));
+    EXPECT_EQ(S_OK, property->Initialize(&second));
+    EXPECT_EQ("1: 4 AES (MFP) 0 (default)", EntriesOf(*property.Get()));
+    EXPECT_EQ("TKIP", tests::Narrow(pEntries[1].bstrDisplayText));
 }
 } // namespace

@@ -7,9 +7,6 @@ namespace
 {
 using Kind = Operation::Kind;
 
-constexpr const char* szNoOther = "";
-constexpr const char* szRegistered = "S_FALSE";
-
 std::string LoadArmed(CFault* pFault)
 {
     const auto path = PlatformNameOf(BuildFolder() / "korihvui.dll");
@@ -44,89 +41,92 @@ std::string Unload(CWorld&, CFault* pFault)
     return hModule ? "unloaded" : "not loaded";
 }
 
-std::string CanUnloadNow(CWorld& world, CFault* pFault)
+std::string Asked(CFault* pFault, const std::function<HRESULT(void**)>& ask)
 {
-    return ResultText(Call(pFault, [&] { return world.Module().CanUnloadNow(); }));
+    CComRef<IUnknown> object;
+    const HRESULT hr = Call(pFault, [&] { return ask(object.PutVoid()); });
+    return ResultText(hr) + (object ? " object" : " null");
 }
 
 template <const CLSID& clsid, const IID& iid>
 std::string GetClassObject(CWorld& world, CFault* pFault)
 {
-    CComRef<IUnknown> object;
-    const HRESULT hr = Call(pFault, [&] { return world.Module().GetClassObject(clsid, iid, object.PutVoid()); });
-    return ResultText(hr) + (object ? " object" : " null");
+    return Asked(pFault, [&](void** ppv) { return world.Module().GetClassObject(clsid, iid, ppv); });
 }
 
-HRESULT CallExport(CWorld& world, CFault* pFault, const char* szName)
-{
-    return Call(pFault, [&] { return world.Module().Export<HRESULT WINAPI()>(szName)(); });
-}
-
-std::string Register(CWorld& world, CFault* pFault)
-{
-    const HRESULT hr = CallExport(world, pFault, "DllRegisterServer");
-    // What one of the steps left undone.
-    EXPECT_EQ(S_OK, CallExport(world, nullptr, "DllRegisterServer"));
-    return ResultText(hr);
-}
-
-std::string Unregister(CWorld& world, CFault* pFault)
-{
-    const HRESULT hr = CallExport(world, pFault, "DllUnregisterServer");
-    EXPECT_EQ(S_OK, CallExport(world, nullptr, "DllRegisterServer"));
-    return ResultText(hr);
-}
-
-CComRef<IClassFactory> Factory(CWorld& world)
+template <const IID& iid, bool bAggregated = false>
+std::string CreateInstance(CWorld& world, CFault* pFault)
 {
     CComRef<IClassFactory> factory;
     EXPECT_EQ(S_OK, world.Module().GetClassObject(CLSID_ExtUI, IID_IClassFactory, factory.PutVoid()));
-    return factory;
+    return Asked(pFault, [&](void** ppv) { return factory->CreateInstance(bAggregated ? factory.Get() : nullptr, iid, ppv); });
 }
 
-template <const IID& iid>
-std::string CreateInstance(CWorld& world, CFault* pFault)
+// What one of the steps left undone is done afterwards.
+template <bool bUnregister>
+std::string Register(CWorld& world, CFault* pFault)
 {
-    const auto factory = Factory(world);
-    CComRef<IUnknown> object;
-    const HRESULT hr = Call(pFault, [&] { return factory->CreateInstance(nullptr, iid, object.PutVoid()); });
-    return ResultText(hr) + (object ? " object" : " null");
+    const auto run = [&](const char* szExport) { return world.Module().Export<HRESULT WINAPI()>(szExport)(); };
+    const HRESULT hr = Call(pFault, [&] { return run(bUnregister ? "DllUnregisterServer" : "DllRegisterServer"); });
+    EXPECT_EQ(S_OK, run("DllRegisterServer"));
+    return ResultText(hr);
 }
 
-std::string CreateAggregated(CWorld& world, CFault* pFault)
+std::string FriendlyName(CWorld& world, CFault* pFault)
 {
-    const auto factory = Factory(world);
-    CComRef<IUnknown> object;
-    const HRESULT hr = Call(pFault, [&] { return factory->CreateInstance(factory.Get(), IID_IDot11ExtUI, object.PutVoid()); });
-    return ResultText(hr) + (object ? " object" : " null");
+    const auto root = world.Module().Create<IDot11ExtUI>(IID_IDot11ExtUI);
+    CBstr name;
+    const HRESULT hr = Call(pFault, [&] { return root->Dot11ExtUIGetFriendlyName(name.Put()); });
+    return ResultText(hr) + " " + TextOf(name);
 }
 
-std::string LockServer(CWorld& world, CFault* pFault)
+template <ULONG uKind>
+std::string GetProperties(CWorld& world, CFault* pFault)
 {
-    const auto factory = Factory(world);
-    const HRESULT hr = Call(pFault, [&] { return factory->LockServer(TRUE); });
-    const auto locked = ResultText(world.Module().CanUnloadNow());
-    return ResultText(hr) + " " + locked + " " + ResultText(Call(pFault, [&] { return factory->LockServer(FALSE); }));
+    const auto root = world.Module().Create<IDot11ExtUI>(IID_IDot11ExtUI);
+    ULONG cProperties = 77;
+    auto ppProperties = reinterpret_cast<IDot11ExtUIProperty**>(&cProperties);
+    const HRESULT hr = Call(pFault, [&] { return root->Dot11ExtUIGetProperties(uKind, &cProperties, &ppProperties); });
+    for (ULONG i = 0; ppProperties && i < cProperties; ++i)
+        ppProperties[i]->Release();
+    CoTaskMemFree(ppProperties);
+    return ResultText(hr) + " " + std::to_string(cProperties) + (ppProperties ? " array" : " null");
 }
 
-constexpr Operation moduleOperations[] = {
-    {"load", Kind::Loads, Load, "not loaded", szNoOther},
-    {"load_without_log", Kind::Loads, LoadWithoutLog, "not loaded", szNoOther},
-    {"load_without_log_folder", Kind::Loads, LoadWithoutLogFolder, "not loaded", szNoOther},
-    {"unload", Kind::Loads, Unload, "", szNoOther},
-    {"DllCanUnloadNow", Kind::Plain, CanUnloadNow, "", szNoOther},
-    {"DllGetClassObject", Kind::Plain, GetClassObject<CLSID_ExtUI, IID_IClassFactory>, "E_OUTOFMEMORY null", szNoOther},
-    {"DllGetClassObject_other_interface", Kind::Plain, GetClassObject<CLSID_ExtUI, IID_IDot11ExtUI>, "E_OUTOFMEMORY null",
-     szNoOther},
-    {"DllGetClassObject_other_class", Kind::Plain, GetClassObject<IID_IDot11ExtUI, IID_IClassFactory>, "", szNoOther},
-    {"DllRegisterServer", Kind::Plain, Register, "E_OUTOFMEMORY", szRegistered},
-    {"DllUnregisterServer", Kind::Plain, Unregister, "E_OUTOFMEMORY", szRegistered},
-    {"CreateInstance_root", Kind::Plain, CreateInstance<IID_IDot11ExtUI>, "E_OUTOFMEMORY null", szNoOther},
-    {"CreateInstance_connection", Kind::Plain, CreateInstance<IID_ICCXExtUICon>, "E_OUTOFMEMORY null", szNoOther},
-    {"CreateInstance_security", Kind::Plain, CreateInstance<IID_ICCXExtUIKey>, "E_OUTOFMEMORY null", szNoOther},
-    {"CreateInstance_other_interface", Kind::Plain, CreateInstance<IID_IUnknown>, "", szNoOther},
-    {"CreateInstance_aggregated", Kind::Plain, CreateAggregated, "", szNoOther},
-    {"LockServer", Kind::Plain, LockServer, "", szNoOther},
+// COM has words of its own for a class object that could not be made.
+#define NOT_ACTIVATED "(E_OUTOFMEMORY|80040154) 0 null( traced E_OUTOFMEMORY)?"
+
+const Operation moduleOperations[] = {
+    {"load", Kind::Loads, Load},
+    {"load_without_log", Kind::Loads, LoadWithoutLog},
+    {"load_without_log_folder", Kind::Loads, LoadWithoutLogFolder},
+    {"unload", Kind::Loads, Unload},
+    {"DllGetClassObject",
+     Kind::Plain,
+     GetClassObject<CLSID_ExtUI, IID_IClassFactory>,
+     {{"operator new", "E_OUTOFMEMORY null traced E_OUTOFMEMORY"}}},
+    {"DllGetClassObject_other_class", Kind::Plain, GetClassObject<IID_IDot11ExtUI, IID_IClassFactory>},
+    {"DllRegisterServer",
+     Kind::Plain,
+     Register<false>,
+     {{"RegOpenKeyExW|RegCreateKeyExW|RegSetValueExW|GetModuleFileNameW", "S_FALSE"}}},
+    {"DllUnregisterServer", Kind::Plain, Register<true>, {{"RegOpenKeyExW|RegCreateKeyExW|RegDeleteKeyW", "S_FALSE"}}},
+    {"CreateInstance_root", Kind::Plain, CreateInstance<IID_IDot11ExtUI>, {{"operator new", "E_OUTOFMEMORY null"}}},
+    {"CreateInstance_connection", Kind::Plain, CreateInstance<IID_ICCXExtUICon>, {{"operator new", "E_OUTOFMEMORY null"}}},
+    {"CreateInstance_security", Kind::Plain, CreateInstance<IID_ICCXExtUIKey>, {{"operator new", "E_OUTOFMEMORY null"}}},
+    {"CreateInstance_aggregated", Kind::Plain, CreateInstance<IID_IDot11ExtUI, true>},
+    {"Dot11ExtUIGetFriendlyName", Kind::Plain, FriendlyName, {{"SysAllocString", "S_OK \\(null\\)"}}},
+    {"Dot11ExtUIGetProperties_connection",
+     Kind::Plain,
+     GetProperties<propertyKindConnection>,
+     {{"CoTaskMemAlloc", "E_OUTOFMEMORY 0 null"}, {"CoCreateInstance", "80040154 0 null"}, {"operator new", NOT_ACTIVATED}}},
+    {"Dot11ExtUIGetProperties_security",
+     Kind::Plain,
+     GetProperties<propertyKindSecurity>,
+     {{"CoTaskMemAlloc", "E_OUTOFMEMORY 0 null"},
+      {"CoCreateInstance", "80040154 0 null"},
+      // The last allocation is that of the entries, which a property can do without.
+      {"operator new", NOT_ACTIVATED "|S_OK 1 array"}}},
 };
 } // namespace
 

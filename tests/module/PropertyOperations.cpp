@@ -1,4 +1,4 @@
-// Every slot of both properties, but the connection property's dialog.
+// The operations of both properties that call the platform, but for the connection property's dialog.
 #include "extui/SecurityPropertyInfo.h"
 #include "tests/module/Operation.h"
 
@@ -15,18 +15,10 @@ constexpr const WCHAR* szConnectionProfile =
         OLESTR("</MinOnChannelTimeMs></enabled></RadioMeasurement><KeepAliveTimer><Period>9</Period></KeepAliveTimer>")
             OLESTR("<Diagnostics><Channel><SSID><Hex>4142</Hex></SSID></Channel></Diagnostics></CCX>");
 
-// A new profile that is whole, or none because no document could be made, or nothing to change.
-constexpr const char* szOtherProfiles = "S_OK (0 kept|1 \\(null\\)|1 <CCX.*>)";
-
-CCXSecurityPropertyInfo& Info()
-{
-    return SecurityPropertyInfos()[0];
-}
-
 CComRef<ICCXExtUIKey> Security(CWorld& world)
 {
     auto property = world.Module().Create<ICCXExtUIKey>(IID_ICCXExtUIKey);
-    EXPECT_EQ(S_OK, property->Initialize(&Info()));
+    EXPECT_EQ(S_OK, property->Initialize(&SecurityPropertyInfos()[0]));
     return property;
 }
 
@@ -35,28 +27,29 @@ CComRef<ICCXExtUICon> Connection(CWorld& world)
     return world.Module().Create<ICCXExtUICon>(IID_ICCXExtUICon);
 }
 
-const WCHAR* ProfileFor(const CComRef<ICCXExtUIKey>&)
+std::string Entries(ICCXExtUIKey& property, CFault* pFault, BSTR bstrProfile)
 {
-    return szSecurityProfile;
+    ULONG cEntries = 77;
+    ULONG uDefault = 77;
+    Dot11ExtUIPropertyEntry mark = {};
+    Dot11ExtUIPropertyEntry* pEntries = &mark;
+    const HRESULT hr =
+        Call(pFault,
+             [&] { return property.Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile, nullptr, &cEntries, &uDefault, &pEntries); });
+    std::string outcome = ResultText(hr) + " " + std::to_string(cEntries) + " " + std::to_string(uDefault);
+    if (pEntries == &mark)
+        return outcome + " kept";
+    for (ULONG i = 0; pEntries && i < cEntries; ++i)
+        outcome += pEntries[i].bstrDisplayText ? " " + Narrow(pEntries[i].bstrDisplayText) : " (null)";
+    return outcome + (pEntries ? "" : " null");
 }
 
-const WCHAR* ProfileFor(const CComRef<ICCXExtUICon>&)
-{
-    return szConnectionProfile;
-}
-
+// Whatever became of it, the property is there to be asked.
 std::string Initialize(CWorld& world, CFault* pFault)
 {
     const auto property = world.Module().Create<ICCXExtUIKey>(IID_ICCXExtUIKey);
-    const HRESULT hr = Call(pFault, [&] { return property->Initialize(&Info()); });
-    // Whatever became of it, the property is there to be asked.
-    ULONG cEntries = 77;
-    Dot11ExtUIPropertyEntry* pEntries = nullptr;
-    property->Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, nullptr, &cEntries, nullptr, &pEntries);
-    std::string outcome = ResultText(hr) + " " + std::to_string(cEntries);
-    for (ULONG i = 0; i < cEntries; ++i)
-        outcome += pEntries[i].bstrDisplayText ? " " + Narrow(pEntries[i].bstrDisplayText) : " (null)";
-    return outcome;
+    const HRESULT hr = Call(pFault, [&] { return property->Initialize(&SecurityPropertyInfos()[0]); });
+    return ResultText(hr) + ", " + Entries(*property.Get(), nullptr, nullptr);
 }
 
 template <auto property>
@@ -68,109 +61,94 @@ std::string Name(CWorld& world, CFault* pFault)
     return ResultText(hr) + " " + TextOf(name);
 }
 
-template <auto property>
+template <auto property, const WCHAR* const& szProfile>
 std::string SetSelected(CWorld& world, CFault* pFault)
 {
     const auto object = property(world);
-    const CBstr profile(ProfileFor(object));
+    const CBstr profile(szProfile);
     CProfileOutputs outputs;
     const HRESULT hr = Call(
-        pFault, [&]
-        { return object->Dot11ExtUIPropertySetSelected(profile.Get(), world.Office().Get(), outputs.Text(), outputs.Flag()); });
+        pFault, [&] { return object->Dot11ExtUIPropertySetSelected(profile.Get(), nullptr, outputs.Text(), outputs.Flag()); });
     return outputs.Describe(hr);
 }
 
-std::string SecurityShowDialog(CWorld& world, CFault* pFault)
-{
-    const auto property = Security(world);
-    CProfileOutputs outputs;
-    const HRESULT hr =
-        Call(pFault,
-             [&] { return property->Dot11ExtUIPropertyShowDialog(nullptr, nullptr, nullptr, outputs.Text(), outputs.Flag()); });
-    return outputs.Describe(hr);
-}
-
-template <auto property>
 std::string GetSelected(CWorld& world, CFault* pFault)
 {
-    const auto object = property(world);
+    const auto property = Security(world);
     const CBstr profile(szSecurityProfile);
     BOOL bSelected = 77;
-    const HRESULT hr =
-        Call(pFault, [&] { return object->Dot11ExtUIPropertyGetSelected(profile.Get(), world.Office().Get(), &bSelected); });
+    const HRESULT hr = Call(pFault, [&] { return property->Dot11ExtUIPropertyGetSelected(profile.Get(), nullptr, &bSelected); });
     return ResultText(hr) + " " + std::to_string(bSelected);
 }
 
-template <auto property>
-std::string HasDialog(CWorld& world, CFault* pFault)
-{
-    const auto object = property(world);
-    BOOL bHasDialog = 77;
-    const HRESULT hr = Call(pFault, [&] { return object->Dot11ExtUIPropertyHasDialog(&bHasDialog); });
-    return ResultText(hr) + " " + std::to_string(bHasDialog);
-}
-
-template <auto property>
 std::string GetDisplayInfo(CWorld& world, CFault* pFault)
 {
-    const auto object = property(world);
-    const CBstr profile(szSecurityProfile);
-    ULONG cEntries = 77;
-    ULONG uDefault = 77;
-    Dot11ExtUIPropertyEntry* pEntries = nullptr;
-    const HRESULT hr = Call(pFault,
-                            [&] {
-                                return object->Dot11ExtUIPropertyGetDisplayInfo(0, profile.Get(), world.Office().Get(), &cEntries,
-                                                                                &uDefault, &pEntries);
-                            });
-    return ResultText(hr) + " " + std::to_string(cEntries) + " " + std::to_string(uDefault) + (pEntries ? " entries" : " null");
+    const auto property = Security(world);
+    return Entries(*property.Get(), pFault, CBstr(szSecurityProfile).Get());
 }
 
-template <auto property>
 std::string SetDisplayInfo(CWorld& world, CFault* pFault)
 {
-    const auto object = property(world);
+    const auto property = Security(world);
     const CBstr profile(szSecurityProfile);
-    const CBstr text(OLESTR("AES"));
-    Dot11ExtUIPropertyEntry entry = {4, 0, text.Get()};
+    Dot11ExtUIPropertyEntry entry = {4, 0, nullptr};
     CProfileOutputs outputs;
     const HRESULT hr = Call(pFault,
-                            [&]
-                            {
-                                return object->Dot11ExtUIPropertySetDisplayInfo(0, profile.Get(), world.Office().Get(), &entry,
-                                                                                outputs.Text(), outputs.Flag());
+                            [&] {
+                                return property->Dot11ExtUIPropertySetDisplayInfo(0, profile.Get(), nullptr, &entry,
+                                                                                  outputs.Text(), outputs.Flag());
                             });
     return outputs.Describe(hr);
 }
 
-template <auto property>
-std::string GetFlags(CWorld& world, CFault* pFault)
-{
-    const auto object = property(world);
-    ULONG uQualified = 77;
-    ULONG uKind = 77;
-    const HRESULT hr = Call(pFault, [&] { return object->Dot11ExtUIPropertyGetFlags(&uQualified, &uKind); });
-    return ResultText(hr) + " " + std::to_string(uQualified) + " " + std::to_string(uKind);
-}
+#define DOCUMENTS                                                                                                                \
+    "CoCreateInstance|CreateDocument|loadXML|get_.*|selectSingleNode|createElement|appendChild|insertBefore|put_text|"           \
+    "SysAllocString"
+// A new profile that holds what could be written, or none because no document could be made.
+#define WRITTEN "S_OK 1 (\\(null\\)|<CCX.*>)"
 
-constexpr Operation propertyOperations[] = {
+const Operation propertyOperations[] = {
     // A text that could not be allocated is left null.
-    {"security_Initialize", Kind::Plain, Initialize, "E_OUTOFMEMORY 0", "S_OK 3( WEP| TKIP| AES| \\(null\\)){3}"},
-    {"security_GetName", Kind::Plain, Name<Security>, "E_OUTOFMEMORY (null)", ""},
-    {"security_ShowDialog", Kind::Plain, SecurityShowDialog, "", ""},
-    {"security_GetSelected", Kind::Plain, GetSelected<Security>, "E_OUTOFMEMORY 77", "S_OK [01]"},
-    {"security_SetSelected", Kind::Plain, SetSelected<Security>, "E_OUTOFMEMORY 0 kept", szOtherProfiles},
-    {"security_HasDialog", Kind::Plain, HasDialog<Security>, "", ""},
-    {"security_GetDisplayInfo", Kind::Plain, GetDisplayInfo<Security>, "E_OUTOFMEMORY 77 77 null", "S_OK 3 [012] entries"},
-    {"security_SetDisplayInfo", Kind::Plain, SetDisplayInfo<Security>, "E_OUTOFMEMORY 0 kept", szOtherProfiles},
-    {"security_GetFlags", Kind::Plain, GetFlags<Security>, "", ""},
-    {"connection_GetName", Kind::Plain, Name<Connection>, "E_OUTOFMEMORY (null)", "S_OK "},
-    {"connection_GetSelected", Kind::Plain, GetSelected<Connection>, "", ""},
-    {"connection_SetSelected", Kind::Plain, SetSelected<Connection>, "E_OUTOFMEMORY 0 kept", szOtherProfiles},
-    {"connection_HasDialog", Kind::Plain, HasDialog<Connection>, "", ""},
-    {"connection_GetDisplayInfo", Kind::Plain, GetDisplayInfo<Connection>, "", ""},
-    {"connection_SetDisplayInfo", Kind::Plain, SetDisplayInfo<Connection>, "", ""},
-    {"connection_GetFlags", Kind::Plain, GetFlags<Connection>, "", ""},
+    {"security_Initialize",
+     Kind::Plain,
+     Initialize,
+     {{"operator new", "E_OUTOFMEMORY, S_OK 0 0 null traced invalid"},
+      {"SysAllocString", "S_OK, S_OK 3 2( WEP| TKIP| AES| \\(null\\)){3} traced invalid"}}},
+    {"security_GetName", Kind::Plain, Name<Security>, {{"SysAllocString", "E_OUTOFMEMORY \\(null\\)"}}},
+    {"security_GetSelected",
+     Kind::Plain,
+     GetSelected,
+     {{"operator new", OUT_OF_MEMORY("77")},
+      {"SysAllocStringLen", OUT_OF_MEMORY("77") "|S_OK 1 traced invalid"},
+      {DOCUMENTS, "S_OK 0|S_OK 1 traced invalid"}}},
+    {"security_SetSelected",
+     Kind::Plain,
+     SetSelected<Security, szSecurityProfile>,
+     {{"operator new", OUT_OF_MEMORY("0 kept")},
+      {"SysAllocStringLen", OUT_OF_MEMORY("0 kept") "|" WRITTEN},
+      {DOCUMENTS, WRITTEN}}},
+    {"security_GetDisplayInfo",
+     Kind::Plain,
+     GetDisplayInfo,
+     {{"operator new", OUT_OF_MEMORY("77 77 kept")},
+      {"SysAllocStringLen", OUT_OF_MEMORY("77 77 kept") "|S_OK 3 2 WEP TKIP AES traced invalid"},
+      {DOCUMENTS, "S_OK 3 1 WEP TKIP AES|S_OK 3 2 WEP TKIP AES traced invalid"}}},
+    {"security_SetDisplayInfo",
+     Kind::Plain,
+     SetDisplayInfo,
+     {{"operator new", OUT_OF_MEMORY("0 kept")},
+      {"SysAllocStringLen", OUT_OF_MEMORY("0 kept") "|" WRITTEN},
+      {DOCUMENTS, WRITTEN}}},
+    {"connection_GetName",
+     Kind::Plain,
+     Name<Connection>,
+     {{"SysAllocString", "E_OUTOFMEMORY \\(null\\)"}, {"LoadStringW", "S_OK "}}},
+    {"connection_SetSelected",
+     Kind::Plain,
+     SetSelected<Connection, szConnectionProfile>,
+     {{"operator new", OUT_OF_MEMORY("0 kept")},
+      {"SysAllocStringLen", OUT_OF_MEMORY("0 kept") "|" WRITTEN "( traced invalid)?"},
+      {DOCUMENTS, WRITTEN "( traced invalid)?"}}},
 };
 } // namespace
 

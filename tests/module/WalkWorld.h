@@ -42,7 +42,7 @@ public:
     {
         return m_service;
     }
-    const CTraceLog& Log() const
+    CTraceLog& Log()
     {
         return m_log;
     }

@@ -30,8 +30,9 @@ std::size_t WholeLines(const std::string& log)
     return cb == log.size() ? nLines : 0;
 }
 
-void Round(const CModuleUnderTest& module)
+void Round(const CModuleUnderTest& module, IUnknown* pShared)
 {
+    pShared->AddRef();
     {
         const auto root = module.Create<IDot11ExtUI>(IID_IDot11ExtUI);
         CBstr name;
@@ -65,6 +66,7 @@ void Round(const CModuleUnderTest& module)
     EXPECT_EQ(S_OK, factory->LockServer(TRUE));
     EXPECT_EQ(S_FALSE, module.CanUnloadNow());
     EXPECT_EQ(S_OK, factory->LockServer(FALSE));
+    pShared->Release();
 }
 
 TEST(Concurrency, SixteenThreadsOfObjectsAndLocks)
@@ -72,8 +74,10 @@ TEST(Concurrency, SixteenThreadsOfObjectsAndLocks)
     const tests::CTraceLog log;
     const CModuleUnderTest module(CModuleUnderTest::Registration::None);
     testing::internal::CaptureStdout();
-    Round(module); // what is kept from a first time on, and how many lines there are to a round
-    const auto nLines = WholeLines(log.Bytes());
+    auto shared = module.Create<ICCXExtUICon>(IID_ICCXExtUICon);
+    const auto nLinesBefore = WholeLines(log.Bytes());
+    Round(module, shared.Get()); // what is kept from a first time on, and how many lines there are to a round
+    const auto nLines = WholeLines(log.Bytes()) - nLinesBefore;
     const auto live = tests::LiveObjects();
 
     std::barrier start(nThreads);
@@ -85,16 +89,19 @@ TEST(Concurrency, SixteenThreadsOfObjectsAndLocks)
                 CoInitializeEx(nullptr, COINIT_MULTITHREADED);
                 start.arrive_and_wait();
                 for (int n = 0; n < nRounds; ++n)
-                    Round(module);
+                    Round(module, shared.Get());
                 CoUninitialize();
             });
     for (auto& thread : threads)
         thread.join();
     testing::internal::GetCapturedStdout();
 
+    EXPECT_EQ(2u, shared->AddRef());
+    EXPECT_EQ(1u, shared->Release());
+    shared = {};
     EXPECT_EQ(S_OK, module.CanUnloadNow());
     EXPECT_EQ(live, tests::LiveObjects());
     EXPECT_NE(0u, nLines);
-    EXPECT_EQ(nLines * (1 + nThreads * nRounds), WholeLines(log.Bytes()));
+    EXPECT_EQ(nLinesBefore + nLines * (1 + nThreads * nRounds), WholeLines(log.Bytes()));
 }
 } // namespace

@@ -81,13 +81,6 @@ TEST_P(Soak, LeavesTheProcessAsItWas)
               << before.cbMemory / 1024 << " to " << after.cbMemory / 1024 << " KiB\n";
 }
 
-std::vector<Operation> AllOperations()
-{
-    std::vector<Operation> all;
-    for (const auto operations : {ModuleOperations(), ObjectOperations(), PropertyOperations(), DialogOperations()})
-        all.insert(all.end(), operations.begin(), operations.end());
-    return all;
-}
 INSTANTIATE_TEST_SUITE_P(Each, Soak, testing::ValuesIn(AllOperations()),
                          [](const auto& row) { return std::string(row.param.name); });
 } // namespace

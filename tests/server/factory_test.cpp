@@ -3,229 +3,135 @@
 #include "tests/support/TraceLog.h"
 
 #include <functional>
-#include <thread>
 
 namespace
 {
-using tests::CModuleUnderTest;
 using Lines = std::vector<std::string>;
 
-constexpr IID otherId = {0x5A1D0C77, 0x0B11, 0x4E0C, {0x9A, 0x11, 0x6B, 0x30, 0x52, 0x1E, 0x77, 0x03}};
+// As hosts know them, and one that nobody serves.
+constexpr CLSID classId = {0x6C0E5D21, 0x3B7A, 0x4F19, {0x9D, 0x42, 0x7E, 0x1A, 0x8C, 0x3F, 0x5B, 0x60}};
+constexpr IID rootId = {0xF2B676C7, 0xDA6A, 0x4167, {0xA6, 0x96, 0xF5, 0x5F, 0x5D, 0xFC, 0xBC, 0x8F}};
+constexpr IID securityId = {0xB8D14F3A, 0x27C6, 0x4E5B, {0xA1, 0xF0, 0x93, 0xC5, 0xD7, 0xE2, 0x48, 0x6B}};
+constexpr IID connectionId = {0x3E9A7C52, 0xD1B4, 0x4A86, {0x8F, 0x27, 0xC0, 0x4B, 0x61, 0xE9, 0xD3, 0x5A}};
+constexpr IID otherId = {0x3E9A7C52, 0xD1B4, 0x4A86, {0x8F, 0x27, 0xC0, 0x4B, 0x61, 0xE9, 0xD3, 0x5B}};
 
-// What became of an out pointer.
+// What an out pointer holds afterwards.
 enum class Out
 {
-    Stored,
+    Object,
     Null,
-    Untouched,
+    Kept,
 };
 
-// An out pointer that remembers whether it was written.
-class COutPointer
+class ClassFactory : public testing::Test
 {
-public:
-    ~COutPointer()
+protected:
+    ClassFactory()
     {
-        if (State() == Out::Stored)
-            Object()->Release();
+        EXPECT_EQ(S_OK, m_module.GetClassObject(classId, IID_IClassFactory, m_factory.PutVoid()));
+        m_log.Take();
     }
-    void** Put()
+    ~ClassFactory() override
     {
-        return &m_pv;
-    }
-    Out State() const
-    {
-        return m_pv == this ? Out::Untouched : m_pv ? Out::Stored : Out::Null;
-    }
-    IUnknown* Object() const
-    {
-        return static_cast<IUnknown*>(m_pv);
+        m_factory = {};
     }
 
-private:
-    void* m_pv = this;
+    // The object has one reference and answers its own identifier and IUnknown's alone, each with one more.
+    static void ExpectOwnInterfaceOnly(IUnknown* pObject, REFIID own)
+    {
+        for (const IID& iid : {IID_IUnknown, IID_IClassFactory, rootId, connectionId, securityId, otherId})
+        {
+            const bool bAnswered = IsEqualGUID(iid, IID_IUnknown) || IsEqualGUID(iid, own);
+            void* pv = &pv;
+            EXPECT_EQ(bAnswered ? S_OK : E_NOINTERFACE, pObject->QueryInterface(iid, &pv)) << std::hex << iid.Data1;
+            EXPECT_EQ(bAnswered ? pObject : nullptr, pv) << std::hex << iid.Data1;
+            EXPECT_EQ(bAnswered ? 3u : 2u, pObject->AddRef()) << std::hex << iid.Data1;
+            EXPECT_EQ(bAnswered ? 2u : 1u, pObject->Release());
+            if (bAnswered)
+            {
+                EXPECT_EQ(1u, pObject->Release());
+            }
+        }
+        EXPECT_EQ(E_POINTER, pObject->QueryInterface(own, nullptr));
+    }
+
+    tests::CTraceLog m_log;
+    const tests::CModuleUnderTest m_module{tests::CModuleUnderTest::Registration::None};
+    CComRef<IClassFactory> m_factory;
 };
 
-ULONG CountReferences(IUnknown* pObject)
+TEST_F(ClassFactory, IdentifiersDecide)
 {
-    pObject->AddRef();
-    return pObject->Release();
-}
-
-// The object answers its own identifier and IUnknown's, each with a reference of its own, and no other.
-void ExpectOwnInterfaceOnly(IUnknown* pObject, REFIID own)
-{
-    for (const IID& iid : {IID_IUnknown, IID_IClassFactory, IID_IDot11ExtUI, IID_ICCXExtUICon, IID_ICCXExtUIKey, otherId})
-    {
-        const bool bAnswered = IsEqualGUID(iid, IID_IUnknown) || IsEqualGUID(iid, own);
-        COutPointer out;
-        EXPECT_EQ(bAnswered ? S_OK : E_NOINTERFACE, pObject->QueryInterface(iid, out.Put())) << std::hex << iid.Data1;
-        ASSERT_EQ(bAnswered ? Out::Stored : Out::Null, out.State()) << std::hex << iid.Data1;
-        EXPECT_EQ(bAnswered ? 2u : 1u, CountReferences(pObject)) << std::hex << iid.Data1;
-    }
-}
-
-TEST(ClassObject, IdentifiersDecide)
-{
-    tests::CTraceLog log;
-    const CModuleUnderTest module(CModuleUnderTest::Registration::None);
+    const auto classObject = [&](const CLSID& clsid, const IID& iid)
+    { return [&, clsid, iid](void** ppv) { return m_module.GetClassObject(clsid, iid, ppv); }; };
+    const auto instance = [&](const IID& iid, IUnknown* pOuter = nullptr)
+    { return [&, iid, pOuter](void** ppv) { return m_factory->CreateInstance(pOuter, iid, ppv); }; };
+    IUnknown* const pOuter = m_factory.Get();
     const Lines asked = {"GetClassObject\n"};
-    const Lines refused = {"GetClassObject\n", "***Error: returning CLASS_E_CLASSNOTAVAILABLE\n"};
+    const Lines noClass = {"GetClassObject\n", "***Error: returning CLASS_E_CLASSNOTAVAILABLE\n"};
+    const Lines made = {"CFactory::CreateInstance\n"};
+    const Lines noOuter = {"CFactory::CreateInstance\n", "***Error: returning CLASS_E_NOAGGREGATION\n"};
     const struct
     {
         const char* name;
-        CLSID clsid;
-        IID iid;
+        std::function<HRESULT(void**)> ask;
         HRESULT hr;
         Out out;
         Lines lines;
+        IID own = {};                     // of an object that is handed out
+        HRESULT hrUnloadMeanwhile = S_OK; // a class factory does not keep the module
     } rows[] = {
-        {"factory", CLSID_ExtUI, IID_IClassFactory, S_OK, Out::Stored, asked},
-        {"unknown", CLSID_ExtUI, IID_IUnknown, S_OK, Out::Stored, asked},
-        {"root_is_no_class_object", CLSID_ExtUI, IID_IDot11ExtUI, E_NOINTERFACE, Out::Null, asked},
-        {"security_is_no_class_object", CLSID_ExtUI, IID_ICCXExtUIKey, E_NOINTERFACE, Out::Null, asked},
-        {"other_interface", CLSID_ExtUI, otherId, E_NOINTERFACE, Out::Null, asked},
-        {"other_class", otherId, IID_IClassFactory, CLASS_E_CLASSNOTAVAILABLE, Out::Untouched, refused},
-        {"other_class_and_interface", otherId, otherId, CLASS_E_CLASSNOTAVAILABLE, Out::Untouched, refused},
-        {"root_identifier_as_class", IID_IDot11ExtUI, IID_IUnknown, CLASS_E_CLASSNOTAVAILABLE, Out::Untouched, refused},
+        {"factory", classObject(classId, IID_IClassFactory), S_OK, Out::Object, asked, IID_IClassFactory},
+        {"factory_as_unknown", classObject(classId, IID_IUnknown), S_OK, Out::Object, asked, IID_IClassFactory},
+        {"root_is_no_class_object", classObject(classId, rootId), E_NOINTERFACE, Out::Null, asked},
+        {"other_interface", classObject(classId, otherId), E_NOINTERFACE, Out::Null, asked},
+        {"other_class", classObject(otherId, IID_IClassFactory), CLASS_E_CLASSNOTAVAILABLE, Out::Kept, noClass},
+        {"root_as_class", classObject(rootId, otherId), CLASS_E_CLASSNOTAVAILABLE, Out::Kept, noClass},
+        {"root", instance(rootId), S_OK, Out::Object, {made[0], "-- IID_IDot11ExtUI\n"}, rootId, S_FALSE},
+        {"connection", instance(connectionId), S_OK, Out::Object, {made[0], "-- IID_ICCXExtUICon\n"}, connectionId, S_FALSE},
+        {"security", instance(securityId), S_OK, Out::Object, {made[0], "-- IID_ICCXExtUIKey\n"}, securityId, S_FALSE},
+        {"unknown", instance(IID_IUnknown), E_NOINTERFACE, Out::Kept, made},
+        {"no_factory_of_the_factory", instance(IID_IClassFactory), E_NOINTERFACE, Out::Kept, made},
+        {"root_in_outer", instance(rootId, pOuter), CLASS_E_NOAGGREGATION, Out::Kept, noOuter},
+        {"other_in_outer", instance(otherId, pOuter), CLASS_E_NOAGGREGATION, Out::Kept, noOuter},
     };
     for (const auto& row : rows)
     {
         SCOPED_TRACE(row.name);
-        COutPointer out;
-        EXPECT_EQ(row.hr, module.GetClassObject(row.clsid, row.iid, out.Put()));
-        ASSERT_EQ(row.out, out.State());
-        EXPECT_EQ(row.lines, log.Take());
-        if (row.out == Out::Stored)
+        void* pv = &pv;
+        EXPECT_EQ(row.hr, row.ask(&pv));
+        ASSERT_EQ(row.out, pv == &pv ? Out::Kept : pv ? Out::Object : Out::Null);
+        EXPECT_EQ(row.lines, m_log.Take());
+        EXPECT_EQ(row.hrUnloadMeanwhile, m_module.CanUnloadNow());
+        if (row.out == Out::Object)
         {
-            EXPECT_EQ(1u, CountReferences(out.Object()));
-            ExpectOwnInterfaceOnly(out.Object(), IID_IClassFactory);
+            ExpectOwnInterfaceOnly(static_cast<IUnknown*>(pv), row.own);
+            EXPECT_EQ(0u, static_cast<IUnknown*>(pv)->Release());
         }
-        EXPECT_EQ(S_OK, module.CanUnloadNow()) << "a factory does not keep the module";
-        EXPECT_EQ(Lines{}, log.Take()) << "none of this is traced";
+        EXPECT_EQ(S_OK, m_module.CanUnloadNow());
+        EXPECT_EQ(Lines{}, m_log.Take()) << "none of this is traced";
     }
 }
 
-TEST(ClassObject, EveryByteOfAnIdentifierCounts)
+TEST_F(ClassFactory, ObjectsAndLocksKeepTheModule)
 {
-    const CModuleUnderTest module(CModuleUnderTest::Registration::None);
-    CComRef<IClassFactory> factory;
-    ASSERT_EQ(S_OK, module.GetClassObject(CLSID_ExtUI, IID_IClassFactory, factory.PutVoid()));
-    for (std::size_t i = 0; i < sizeof(GUID); ++i)
-    {
-        const auto changed = [i](GUID guid)
-        {
-            reinterpret_cast<BYTE*>(&guid)[i] ^= 1;
-            return guid;
-        };
-        COutPointer out;
-        EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE, module.GetClassObject(changed(CLSID_ExtUI), IID_IUnknown, out.Put())) << i;
-        for (const IID& iid : {IID_IDot11ExtUI, IID_ICCXExtUICon, IID_ICCXExtUIKey})
-            EXPECT_EQ(E_NOINTERFACE, factory->CreateInstance(nullptr, changed(iid), out.Put())) << i;
-    }
-}
-
-TEST(ClassFactory, InterfaceChoosesTheClass)
-{
-    tests::CTraceLog log;
-    const CModuleUnderTest module(CModuleUnderTest::Registration::None);
-    CComRef<IClassFactory> factory;
-    ASSERT_EQ(S_OK, module.GetClassObject(CLSID_ExtUI, IID_IClassFactory, factory.PutVoid()));
-    log.Take();
-    const struct
-    {
-        const char* name;
-        bool bOuter;
-        IID iid;
-        HRESULT hr;
-        const char* szLine; // behind the operation's own; null for none
-    } rows[] = {
-        {"root", false, IID_IDot11ExtUI, S_OK, "-- IID_IDot11ExtUI\n"},
-        {"connection", false, IID_ICCXExtUICon, S_OK, "-- IID_ICCXExtUICon\n"},
-        {"security", false, IID_ICCXExtUIKey, S_OK, "-- IID_ICCXExtUIKey\n"},
-        {"unknown", false, IID_IUnknown, E_NOINTERFACE, nullptr},
-        {"factory", false, IID_IClassFactory, E_NOINTERFACE, nullptr},
-        {"other", false, otherId, E_NOINTERFACE, nullptr},
-        {"root_in_outer", true, IID_IDot11ExtUI, CLASS_E_NOAGGREGATION, "***Error: returning CLASS_E_NOAGGREGATION\n"},
-        {"unknown_in_outer", true, IID_IUnknown, CLASS_E_NOAGGREGATION, "***Error: returning CLASS_E_NOAGGREGATION\n"},
-        {"other_in_outer", true, otherId, CLASS_E_NOAGGREGATION, "***Error: returning CLASS_E_NOAGGREGATION\n"},
+    auto first = m_module.Create<ICCXExtUIKey>(securityId);
+    auto second = m_module.Create<ICCXExtUIKey>(securityId);
+    const auto lock = [&](BOOL bLock) { return [&, bLock] { EXPECT_EQ(S_OK, m_factory->LockServer(bLock)); }; };
+    const std::pair<std::function<void()>, HRESULT> steps[] = {
+        {lock(TRUE), S_FALSE},
+        {[&] { first = {}; }, S_FALSE},
+        {[&] { second = {}; }, S_FALSE},
+        {lock(FALSE), S_OK},
+        {lock(-5), S_FALSE}, // any value but 0 locks
+        {lock(TRUE), S_FALSE},
+        {lock(FALSE), S_FALSE},
+        {lock(FALSE), S_OK},
     };
-    for (const auto& row : rows)
+    for (const auto& [step, hr] : steps)
     {
-        SCOPED_TRACE(row.name);
-        {
-            COutPointer out;
-            EXPECT_EQ(row.hr, factory->CreateInstance(row.bOuter ? factory.Get() : nullptr, row.iid, out.Put()));
-            ASSERT_EQ(row.hr == S_OK ? Out::Stored : Out::Untouched, out.State());
-            EXPECT_EQ(row.hr == S_OK ? S_FALSE : S_OK, module.CanUnloadNow());
-            if (row.hr == S_OK)
-            {
-                EXPECT_EQ(1u, CountReferences(out.Object()));
-                ExpectOwnInterfaceOnly(out.Object(), row.iid);
-            }
-        }
-        EXPECT_EQ(S_OK, module.CanUnloadNow());
-        Lines expected = {"CFactory::CreateInstance\n"};
-        if (row.szLine)
-            expected.emplace_back(row.szLine);
-        EXPECT_EQ(expected, log.Take());
+        step();
+        EXPECT_EQ(hr, m_module.CanUnloadNow()) << &step - &steps[0].first;
     }
-}
-
-TEST(ClassFactory, ObjectsAndLocksKeepTheModule)
-{
-    const CModuleUnderTest module(CModuleUnderTest::Registration::None);
-    CComRef<IClassFactory> factory;
-    ASSERT_EQ(S_OK, module.GetClassObject(CLSID_ExtUI, IID_IClassFactory, factory.PutVoid()));
-    auto first = module.Create<ICCXExtUIKey>(IID_ICCXExtUIKey);
-    auto second = module.Create<ICCXExtUIKey>(IID_ICCXExtUIKey);
-    const struct
-    {
-        const char* step;
-        std::function<void()> run;
-        HRESULT hr;
-    } steps[] = {
-        {"lock", [&] { EXPECT_EQ(S_OK, factory->LockServer(TRUE)); }, S_FALSE},
-        {"first_object_gone", [&] { first = {}; }, S_FALSE},
-        {"second_object_gone", [&] { second = {}; }, S_FALSE},
-        {"unlock", [&] { EXPECT_EQ(S_OK, factory->LockServer(FALSE)); }, S_OK},
-        {"lock_by_any_true_value", [&] { EXPECT_EQ(S_OK, factory->LockServer(-5)); }, S_FALSE},
-        {"second_lock", [&] { EXPECT_EQ(S_OK, factory->LockServer(TRUE)); }, S_FALSE},
-        {"one_unlock", [&] { EXPECT_EQ(S_OK, factory->LockServer(FALSE)); }, S_FALSE},
-        {"other_unlock", [&] { EXPECT_EQ(S_OK, factory->LockServer(FALSE)); }, S_OK},
-    };
-    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
-    for (const auto& step : steps)
-    {
-        step.run();
-        EXPECT_EQ(step.hr, module.CanUnloadNow()) << step.step;
-    }
-}
-
-TEST(ClassFactory, CountsHoldOnSeveralThreads)
-{
-    const CModuleUnderTest module(CModuleUnderTest::Registration::None);
-    CComRef<IClassFactory> factory;
-    ASSERT_EQ(S_OK, module.GetClassObject(CLSID_ExtUI, IID_IClassFactory, factory.PutVoid()));
-    const auto shared = module.Create<ICCXExtUICon>(IID_ICCXExtUICon);
-    {
-        std::vector<std::jthread> threads;
-        for (int i = 0; i < 4; ++i)
-            threads.emplace_back(
-                [&]
-                {
-                    for (int k = 0; k < 20000; ++k)
-                    {
-                        shared->AddRef();
-                        factory->LockServer(TRUE);
-                        factory->LockServer(FALSE);
-                        shared->Release();
-                    }
-                    for (int k = 0; k < 50; ++k)
-                        module.Create<ICCXExtUIKey>(IID_ICCXExtUIKey);
-                });
-    }
-    EXPECT_EQ(1u, CountReferences(shared.Get()));
-    EXPECT_EQ(S_FALSE, module.CanUnloadNow());
 }
 } // namespace

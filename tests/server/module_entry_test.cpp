@@ -1,10 +1,9 @@
 // What happens when a host loads and unloads the module: its language resources and COM. (Its log has tests of its own.)
+#include "platform/testing/Faults.h"
 #include "tests/support/ModuleUnderTest.h"
 #include "tests/support/TestProgram.h"
 
 #include <cstdio>
-#include <map>
-#include <optional>
 #include <thread>
 
 namespace
@@ -12,8 +11,7 @@ namespace
 namespace fs = std::filesystem;
 using tests::CModuleUnderTest;
 
-constexpr auto english = "Korvane Connection Settings";
-constexpr auto german = "Korvane-Verbindungseinstellungen";
+constexpr auto resourceFile = "korihvui.dll.mui";
 
 CWideString CurrentDirectory()
 {
@@ -22,46 +20,15 @@ CWideString CurrentDirectory()
     return szCurrent;
 }
 
-// Another current directory for one scope.
-class CCurrentDirectory
+// A folder holds the language file afterwards, or none for an empty source.
+void Place(const fs::path& source, const fs::path& folder)
 {
-public:
-    explicit CCurrentDirectory(const CWideString& directory) : m_before(CurrentDirectory())
-    {
-        EXPECT_TRUE(SetCurrentDirectoryW(directory.c_str()));
-    }
-    ~CCurrentDirectory()
-    {
-        SetCurrentDirectoryW(m_before.c_str());
-    }
-    CCurrentDirectory(const CCurrentDirectory&) = delete;
-    CCurrentDirectory& operator=(const CCurrentDirectory&) = delete;
-
-private:
-    CWideString m_before;
-};
-
-// One of the build's language files, put below a folder for one scope.
-class CLanguageFile
-{
-public:
-    CLanguageFile(const fs::path& source, const fs::path& folder, const std::string& language) : m_folder(folder / language)
-    {
-        fs::create_directories(m_folder);
-        fs::copy_file(source, m_folder / "korihvui.dll.mui", fs::copy_options::overwrite_existing);
-    }
-    ~CLanguageFile()
-    {
-        std::error_code ignored;
-        fs::remove(m_folder / "korihvui.dll.mui", ignored);
-        fs::remove(m_folder, ignored); // only when nothing else is in it
-    }
-    CLanguageFile(const CLanguageFile&) = delete;
-    CLanguageFile& operator=(const CLanguageFile&) = delete;
-
-private:
-    fs::path m_folder;
-};
+    fs::remove(folder / resourceFile);
+    if (source.empty())
+        return;
+    fs::create_directories(folder);
+    fs::copy_file(source, folder / resourceFile);
+}
 
 bool SearchFindsFiles(const CWideString& language)
 {
@@ -81,65 +48,77 @@ TEST(ModuleEntry, DISABLED_LanguageFileByItsPlace)
     WCHAR szLocale[LOCALE_NAME_MAX_LENGTH] = {};
     ASSERT_NE(0, GetUserDefaultLocaleName(szLocale, LOCALE_NAME_MAX_LENGTH));
     const auto language = tests::Narrow(szLocale);
+    const fs::path none;
+    const fs::path english = fs::current_path() / "en-US" / resourceFile;
+    const fs::path german = fs::current_path() / "de-DE" / resourceFile;
     WCHAR szSystem[MAX_PATH + 1] = {};
     ASSERT_NE(0u, GetSystemDirectoryW(szSystem, MAX_PATH + 1));
-    fs::path systemFolder;
+    ASSERT_TRUE(SetCurrentDirectoryW(szSystem));
+    const auto inSystem = fs::current_path() / language;
+    const auto inEnglish = tests::ProgramFile().parent_path() / "en-US";
+    const tests::CTestFolder folder;
+    const auto inCurrent = folder.Path() / language;
+    ASSERT_TRUE(SetCurrentDirectoryW(folder.PlatformName().c_str()));
+    const auto before = CurrentDirectory();
+    Place(english, inCurrent);
+    const bool bSearchFindsFiles = SearchFindsFiles(szLocale);
+    if (!bSearchFindsFiles)
+        std::puts("left out: this platform's search for language files finds none");
+
+    enum Shown
     {
-        const CCurrentDirectory there(szSystem);
-        systemFolder = fs::current_path();
-    }
-    const auto build = fs::current_path();
-    const std::map<std::string, fs::path> sources = {{english, build / "en-US" / "korihvui.dll.mui"},
-                                                     {german, build / "de-DE" / "korihvui.dll.mui"}};
+        own,         // the module's texts, with no file loaded
+        englishFile, // the same, out of a file
+        germanFile,
+    };
     const struct
     {
         const char* name;
-        const char* szCurrent; // what lies in the user's language in the current directory, null for nothing
-        const char* szSystem;  // and in the system directory
-        const char* szEnglish; // as the English file beside the program
-        const char* szTitle;
-        bool bFromFile;
+        fs::path current; // what lies in the user's language in the current directory
+        fs::path system;  // and in the system directory
+        fs::path english; // as the English file beside the program
+        Shown shown;
+        const char* szFails = nullptr; // this function, at its first call
     } rows[] = {
-        {"no_file", nullptr, nullptr, nullptr, english, false},
-        {"english_file", nullptr, nullptr, english, english, true},
-        {"english_file_is_not_looked_into", nullptr, nullptr, german, german, true},
-        {"current_directory", german, nullptr, nullptr, german, true},
-        {"current_directory_first", german, english, english, german, true},
-        {"system_directory", nullptr, german, nullptr, german, true},
-        {"system_directory_before_english", nullptr, german, english, german, true},
+        {"no_file", none, none, none, own},
+        {"english_file", none, none, english, englishFile},
+        {"english_file_is_not_looked_into", none, none, german, germanFile},
+        {"english_file_that_does_not_load", none, none, english, own, "LoadLibraryExW"},
+        {"current_directory", german, none, none, germanFile},
+        {"current_directory_first", german, english, english, germanFile},
+        {"system_directory", none, german, none, germanFile},
+        {"system_directory_before_english", none, german, english, germanFile},
+        {"no_locale_name", german, german, english, englishFile, "GetUserDefaultLocaleName"},
+        {"file_that_does_not_load", german, english, none, englishFile, "LoadLibraryExW"},
+        {"current_directory_unknown", none, german, none, own, "GetCurrentDirectoryW"},
+        {"system_directory_unknown", none, german, none, own, "GetSystemDirectoryW"},
+        {"system_directory_not_entered", none, german, none, own, "SetCurrentDirectoryW"},
     };
     for (const auto& row : rows)
     {
+        if (!bSearchFindsFiles && !(row.current.empty() && row.system.empty()))
+            continue;
         SCOPED_TRACE(row.name);
-        const tests::CTestFolder folder;
-        const CCurrentDirectory current(folder.PlatformName());
-        std::optional<CLanguageFile> inCurrent, inSystem, inEnglish;
-        if (row.szCurrent || row.szSystem)
-        {
-            const CLanguageFile probe(sources.at(english), folder.Path(), language);
-            if (!SearchFindsFiles(szLocale))
-            {
-                std::puts("left out: this platform's search for language files finds none");
-                continue;
-            }
-        }
-        if (row.szCurrent)
-            inCurrent.emplace(sources.at(row.szCurrent), folder.Path(), language);
-        if (row.szSystem)
-            inSystem.emplace(sources.at(row.szSystem), systemFolder, language);
-        if (row.szEnglish)
-            inEnglish.emplace(sources.at(row.szEnglish), tests::ProgramFile().parent_path(), "en-US");
-        const auto before = CurrentDirectory();
+        Place(row.current, inCurrent);
+        Place(row.system, inSystem);
+        Place(row.english, inEnglish);
+        if (row.szFails)
+            platform::testing::PlanFault(row.szFails, 1, 1);
         {
             const CModuleUnderTest module(CModuleUnderTest::Registration::None);
+            EXPECT_TRUE(!row.szFails || platform::testing::CountFaults(row.szFails) == 1);
+            platform::testing::ClearFaults();
             EXPECT_EQ(before, CurrentDirectory());
-            EXPECT_EQ(row.bFromFile, GetModuleHandleW(OLESTR("korihvui.dll.mui")) != nullptr);
+            EXPECT_EQ(row.shown != own, GetModuleHandleW(OLESTR("korihvui.dll.mui")) != nullptr);
             CBstr title;
             EXPECT_EQ(S_OK, module.Create<ICCXExtUICon>(IID_ICCXExtUICon)->Dot11ExtUIPropertyGetName(title.Put()));
-            EXPECT_EQ(row.szTitle, tests::TextOf(title));
+            EXPECT_EQ(row.shown == germanFile ? "Korvane-Verbindungseinstellungen" : "Korvane Connection Settings",
+                      tests::TextOf(title));
         }
         EXPECT_EQ(nullptr, GetModuleHandleW(OLESTR("korihvui.dll.mui"))) << "still loaded";
     }
+    Place(none, inSystem);
+    fs::remove(inSystem); // only when nothing else is in it
 }
 
 TEST(ModuleEntry, LanguageFileByItsPlace)
@@ -153,7 +132,7 @@ TEST(ModuleEntry, LanguageFileByItsPlace)
         if (fs::exists(build / file))
             fs::copy_file(build / file, place.Path() / file);
     }
-    const CCurrentDirectory there(tests::PlatformNameOf(build));
+    fs::current_path(build);
     EXPECT_TRUE(tests::RunCase(place.Path() / program.filename(), "ModuleEntry.DISABLED_LanguageFileByItsPlace"));
 }
 
@@ -172,6 +151,7 @@ TEST(ModuleEntry, ComIsReadyOnTheLoadingThreadUntilTheModuleIsUnloaded)
             {
                 const CModuleUnderTest module(CModuleUnderTest::Registration::None);
                 EXPECT_EQ(REGDB_E_CLASSNOTREG, activate());
+                EXPECT_EQ(RPC_E_CHANGED_MODE, CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) << "for many threads";
             }
             EXPECT_EQ(CO_E_NOTINITIALIZED, activate());
         })

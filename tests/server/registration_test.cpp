@@ -1,55 +1,199 @@
-// What registration leaves in the registry, step by step.
-#include "tests/server/RegistrationTest.h"
+// What registration writes and removes, step by step, and how far it gets when a step fails.
+#include "platform/testing/Faults.h"
+#include "tests/support/LiveObjects.h"
+#include "tests/support/ModuleUnderTest.h"
+#include "tests/support/TestProgram.h"
+#include "tests/support/TraceLog.h"
+
+#include <optional>
+#include <regex>
 
 namespace
 {
-using namespace tests::registration;
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
 using tests::CRegistryValue;
-using Registration = RegistrationTest;
 
-TEST_F(Registration, TwiceWritesTheSameAndUnregisteringRemovesIt)
+constexpr const WCHAR* szClassKey = OLESTR("CLSID\\{6C0E5D21-3B7A-4F19-9D42-7E1A8C3F5B60}");
+constexpr const WCHAR* szServerKey = OLESTR("CLSID\\{6C0E5D21-3B7A-4F19-9D42-7E1A8C3F5B60}\\InprocServer32");
+constexpr const WCHAR* szForeignKey = OLESTR("CLSID\\{6C0E5D21-3B7A-4F19-9D42-7E1A8C3F5B60}\\Foreign");
+
+void RemoveKeys()
 {
-    for (int i = 0; i < 2; ++i)
+    for (const auto* szKey : {szForeignKey, szServerKey, szClassKey})
+        RegDeleteKeyW(HKEY_CLASSES_ROOT, szKey);
+}
+
+// A text value with its terminator as "$"; the value's type where it is no text.
+std::string ValueOf(const CUniqueKey& key, const WCHAR* szName)
+{
+    WCHAR szValue[MAX_PATH + 2] = {};
+    DWORD dwType = 0;
+    DWORD cbValue = sizeof(szValue);
+    if (RegQueryValueExW(key.Get(), szName, nullptr, &dwType, reinterpret_cast<BYTE*>(szValue), &cbValue) != LSTATUS{})
+        return "";
+    if (dwType != REG_SZ)
+        return " " + tests::Narrow(szName) + "#" + std::to_string(dwType);
+    std::string text = tests::Narrow({szValue, cbValue / sizeof(WCHAR)});
+    std::replace(text.begin(), text.end(), '\0', '$');
+    return " " + tests::Narrow(szName) + "=" + text;
+}
+
+// Everything that is there of the registration.
+std::string Registered()
+{
+    std::string all;
+    for (const auto& [name, szKey] : {std::pair("class", szClassKey), {"server", szServerKey}, {"foreign", szForeignKey}})
     {
-        EXPECT_EQ(S_OK, Register());
-        EXPECT_EQ(Expected(false), Lines());
-        ExpectRegistered();
+        CUniqueKey key;
+        if (RegOpenKeyExW(HKEY_CLASSES_ROOT, szKey, 0, KEY_READ, key.Put()) == LSTATUS{})
+            all += std::string(name) + ValueOf(key, OLESTR("")) + ValueOf(key, OLESTR("ThreadingModel")) + "\n";
     }
-    EXPECT_EQ(S_OK, Unregister());
-    EXPECT_EQ(Expected(true), Lines());
-    EXPECT_FALSE(Exists(szClassKey));
+    return all;
 }
 
-TEST_F(Registration, NeverRegisteredLeavesAnEmptyClassKey)
+std::string PathOf(HMODULE hModule)
 {
-    EXPECT_EQ(S_FALSE, Unregister());
-    EXPECT_EQ(Expected(true), Lines());
-    EXPECT_TRUE(Exists(szClassKey));
-    EXPECT_FALSE(Exists(szServerKey));
-    EXPECT_EQ(std::nullopt, Read(szClassKey, nullptr));
+    WCHAR szPath[2 * MAX_PATH] = {};
+    GetModuleFileNameW(hModule, szPath, 2 * MAX_PATH);
+    return tests::Narrow(szPath);
 }
 
-TEST_F(Registration, ForeignSubKeyKeepsTheClassKey)
+std::string WholeFor(HMODULE hModule)
 {
-    EXPECT_EQ(S_OK, Register());
+    return "class =Korvane WLAN IHV Extension UI$\nserver =" + PathOf(hModule) + "$ ThreadingModel=Both$\n";
+}
+
+class Registration : public testing::Test
+{
+protected:
+    Registration()
     {
-        const CRegistryValue foreign(HKEY_CLASSES_ROOT, szForeignKey, OLESTR("Kept"), 1);
-        Lines();
-        EXPECT_EQ(S_FALSE, Unregister());
-        EXPECT_EQ(Expected(true), Lines());
-        EXPECT_FALSE(Exists(szServerKey));
-        EXPECT_EQ(Text(OLESTR("Korvane WLAN IHV Extension UI")), Read(szClassKey, nullptr));
-        EXPECT_NE(std::nullopt, Read(szForeignKey, OLESTR("Kept")));
+        RemoveKeys();
     }
-    EXPECT_EQ(S_OK, Register()) << "beside a foreign key";
-    ExpectRegistered();
+    ~Registration() override
+    {
+        RemoveKeys();
+    }
+    HRESULT Run(bool bUnregister) const
+    {
+        return m_module.Export<HRESULT WINAPI()>(bUnregister ? "DllUnregisterServer" : "DllRegisterServer")();
+    }
+
+    tests::CTraceLog m_log;
+    const tests::CModuleUnderTest m_module{tests::CModuleUnderTest::Registration::None};
+};
+
+TEST_F(Registration, EachStepThatFailsEndsTheWorkAndStays)
+{
+    const std::string whole = WholeFor(m_module.Handle());
+    const std::string described = "class =Korvane WLAN IHV Extension UI$\n";
+    const std::string model = " ThreadingModel=Both$\n";
+    const std::string withoutModel = whole.substr(0, whole.size() - model.size()) + "\n";
+    enum Before
+    {
+        nothing,
+        registered,
+        withForeignKey,
+        withOtherValues,
+    };
+    const struct
+    {
+        const char* name;
+        Before before;
+        bool bUnregister;
+        HRESULT hr;
+        std::string left;
+        const char* szFails = nullptr; // the function, at its call uNth
+        unsigned uNth = 1;
+        std::size_t nLines = 5; // of those that a whole run traces
+    } rows[] = {
+        {"register", nothing, false, S_OK, whole},
+        {"again", registered, false, S_OK, whole},
+        {"beside_a_foreign_key", withForeignKey, false, S_OK, whole + "foreign\n"},
+        {"over_other_values", withOtherValues, false, S_OK, whole},
+        {"classes_not_opened", nothing, false, S_FALSE, "", "RegOpenKeyExW", 1, 2},
+        {"class_key_not_created", nothing, false, S_FALSE, "", "RegCreateKeyExW", 1, 3},
+        {"description_not_set", nothing, false, S_FALSE, "class\n", "RegSetValueExW"},
+        {"server_key_not_created", nothing, false, S_FALSE, described, "RegCreateKeyExW", 2},
+        {"path_unknown", nothing, false, S_FALSE, described + "server\n", "GetModuleFileNameW"},
+        {"path_not_set", nothing, false, S_FALSE, described + "server\n", "RegSetValueExW", 2},
+        {"model_not_set", nothing, false, S_FALSE, withoutModel, "RegSetValueExW", 3},
+        {"unregister", registered, true, S_OK, ""},
+        {"never_registered", nothing, true, S_FALSE, "class\n"},
+        {"foreign_key_stays", withForeignKey, true, S_FALSE, described + "foreign\n"},
+        {"classes_not_opened_again", registered, true, S_FALSE, whole, "RegOpenKeyExW", 1, 2},
+        {"class_key_not_opened", registered, true, S_FALSE, whole, "RegCreateKeyExW", 1, 3},
+        {"server_key_not_deleted", registered, true, S_FALSE, whole, "RegDeleteKeyW"},
+        {"class_key_not_deleted", registered, true, S_FALSE, described, "RegDeleteKeyW", 2},
+    };
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(row.name);
+        RemoveKeys();
+        if (row.before == registered || row.before == withForeignKey)
+        {
+            EXPECT_EQ(S_OK, Run(false));
+        }
+        if (row.before == withForeignKey)
+            const CRegistryValue foreign(HKEY_CLASSES_ROOT, szForeignKey, OLESTR("Gone"), 1);
+        std::optional<CRegistryValue> otherModel, otherPath;
+        if (row.before == withOtherValues)
+        {
+            otherModel.emplace(HKEY_CLASSES_ROOT, szServerKey, OLESTR("ThreadingModel"), CWideString(OLESTR("Apartment")));
+            otherPath.emplace(HKEY_CLASSES_ROOT, szServerKey, nullptr, 7);
+        }
+        m_log.Take();
+        const auto live = tests::LiveObjects();
+        if (row.szFails)
+            platform::testing::PlanFault(row.szFails, row.uNth, 1, ERROR_ACCESS_DENIED);
+        EXPECT_EQ(row.hr, Run(row.bUnregister));
+        EXPECT_TRUE(!row.szFails || platform::testing::CountFaults(row.szFails) == 1);
+        platform::testing::ClearFaults();
+        EXPECT_EQ(live, tests::LiveObjects());
+        EXPECT_EQ(row.left, Registered());
+
+        Lines expected = {row.bUnregister ? "DllUnregisterServer\n" : "DllRegisterServer\n",
+                          row.bUnregister ? "SelfRegister( bUnregister = true )\n" : "SelfRegister( bUnregister = false )\n",
+                          "-- opened key: CLSID, hkey = HANDLE \n", "-- created key: {6C0E5D21-3B7A-4F19-9D42-7E1A8C3F5B60}\n",
+                          row.bUnregister ? "-- unregistering...\n" : "-- registering...\n"};
+        expected.resize(row.nLines);
+        auto lines = m_log.Take();
+        for (auto& line : lines)
+            line = std::regex_replace(line, std::regex("hkey = (0x)?0*[1-9A-Fa-f][0-9A-Fa-f]* \n"), "hkey = HANDLE \n");
+        EXPECT_EQ(expected, lines);
+    }
 }
 
-TEST_F(Registration, OtherValuesAreReplaced)
+// A path that would be cut registers nothing.
+TEST_F(Registration, PathOf260CharactersIsTheLongest)
 {
-    const CRegistryValue other(HKEY_CLASSES_ROOT, szServerKey, OLESTR("ThreadingModel"), CWideString(OLESTR("Apartment")));
-    const CRegistryValue path(HKEY_CLASSES_ROOT, szServerKey, nullptr, 7);
-    EXPECT_EQ(S_OK, Register());
-    ExpectRegistered();
+    const tests::CTestFolder folder;
+    const auto file = tests::ProgramFile().parent_path() / "korihvui.dll";
+    ASSERT_TRUE(SetCurrentDirectoryW(folder.PlatformName().c_str()));
+    // By a link where there are such, else by the place below the current directory: no longer name could be asked for.
+    const auto loaded = [&](const std::string& place)
+    {
+        fs::create_directories(folder.Path() / place);
+        fs::copy_file(file, folder.Path() / place / file.filename());
+        std::error_code none;
+        fs::create_directory_symlink(folder.Path() / place, folder.Path() / ("to" + std::to_string(place.size())), none);
+        return LoadLibraryW(tests::Widen((none ? place : "to" + std::to_string(place.size())) + "\\korihvui.dll").c_str());
+    };
+    const HMODULE hShort = loaded("x");
+    const std::size_t cchRest = MAX_PATH - PathOf(hShort).size() + 1;
+    FreeLibrary(hShort);
+    for (const auto& [cch, hr] : {std::pair(cchRest, S_OK), {cchRest + 1, S_FALSE}})
+    {
+        RemoveKeys();
+        const HMODULE hLong = loaded(std::string(cch, 'l'));
+        ASSERT_NE(nullptr, hLong);
+        const auto pRegister =
+            reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(GetProcAddress(hLong, "DllRegisterServer")));
+        EXPECT_EQ(hr, pRegister());
+        EXPECT_EQ(hr == S_OK ? WholeFor(hLong) : "class =Korvane WLAN IHV Extension UI$\nserver\n", Registered());
+        FreeLibrary(hLong);
+    }
+    SetCurrentDirectoryW(tests::PlatformNameOf(tests::BuildFolder()).c_str());
 }
 } // namespace

@@ -24,14 +24,33 @@ public:
     {
         return m_hwnd;
     }
-    bool Exists() const;
+    bool Exists() const
+    {
+        return m_hwnd && IsWindow(m_hwnd);
+    }
+    bool HasControl(int nId) const
+    {
+        return Control(nId) != nullptr;
+    }
+    HWND Control(int nId) const
+    {
+        return GetDlgItem(m_hwnd, nId);
+    }
+    bool IsEnabled(int nId) const
+    {
+        return IsWindowEnabled(Control(nId)) != FALSE;
+    }
+    bool IsVisible(int nId) const
+    {
+        return IsWindowVisible(Control(nId)) != FALSE;
+    }
+    // The answer of the window, or of a control; 0 when none comes within ten seconds.
+    static LRESULT Send(HWND hwnd, UINT uMessage, WPARAM wParam = 0, LPARAM lParam = 0);
+
     std::string Title() const;
     // A control's text, state and list.
     std::string Text(int nId) const;
-    bool HasControl(int nId) const;
     bool IsChecked(int nId) const;
-    bool IsEnabled(int nId) const;
-    bool IsVisible(int nId) const;
     std::vector<std::string> Items(int nId) const;
     int Selected(int nId) const;
 
@@ -51,7 +70,6 @@ class CDialogActor
 {
 public:
     explicit CDialogActor(std::function<void(CDialogActor&)> script);
-    ~CDialogActor();
 
     // Waits for the module's dialog, or a message box, to be up.
     CActedWindow WaitForDialog();
@@ -62,7 +80,7 @@ public:
     // Waits until another window, or none, is the one to be acted upon; for a moment only, since the last act may have had
     // no effect.
     void WaitForChange(const CActedWindow& window);
-    // Waits until the window is gone.
+    // Waits until the window is gone; one that stays fails the case.
     void WaitForEnd(const CActedWindow& window);
 
 private:

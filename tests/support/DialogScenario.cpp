@@ -1,6 +1,7 @@
 #include "tests/support/DialogScenario.h"
 
 #include "resources/resource.h"
+#include "tests/support/WarningIcon.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,51 +15,52 @@ namespace
 {
 constexpr int nMessageText = 0xFFFF;
 constexpr int nMessageIcon = 1088;
+constexpr std::string_view title = "Korvane Connection Settings";
 
 struct NamedControl
 {
     std::string_view name;
     int nId;
+    std::string_view usual; // empty for a button
 };
-constexpr NamedControl checkBoxes[] = {
-    {"measure", IDC_RADIO_MEASUREMENT}, {"rapido", IDC_RAPIDO},       {"roaming", IDC_ADVANCED_ROAMING},
-    {"5GHz", IDC_BAND_5_GHZ},           {"2.4GHz", IDC_BAND_2_4_GHZ},
+constexpr NamedControl controls[] = {
+    {"measure", IDC_RADIO_MEASUREMENT, "measure-"},
+    {"rapido", IDC_RAPIDO, "rapido-"},
+    {"roaming", IDC_ADVANCED_ROAMING, "roaming-"},
+    {"5GHz", IDC_BAND_5_GHZ, "5GHz+"},
+    {"2.4GHz", IDC_BAND_2_4_GHZ, "2.4GHz+"},
+    {"ok", IDOK, ""},
+    {"cancel", IDCANCEL, ""},
 };
-constexpr NamedControl buttons[] = {{"ok", IDOK}, {"cancel", IDCANCEL}};
 
 std::string Look(const CActedWindow& dialog)
 {
-    const auto marks = [&](int nId)
-    { return std::string(dialog.IsEnabled(nId) ? "" : "!") + (dialog.IsVisible(nId) ? "" : "?"); };
-    std::string seen;
-    for (const auto& control : checkBoxes)
+    std::string seen = dialog.Title() == title ? "" : "title=" + dialog.Title() + " ";
+    const auto note = [&](std::string state, int nId, std::string_view usual)
     {
-        seen += std::string(control.name) + (dialog.IsChecked(control.nId) ? "+" : "-") + marks(control.nId) + " ";
-        if (control.nId != IDC_ADVANCED_ROAMING)
-            continue;
-        const auto levels = dialog.Items(IDC_ROAMING_OPTION);
-        const int nSelected = dialog.Selected(IDC_ROAMING_OPTION);
-        const bool bSelected = nSelected >= 0 && static_cast<std::size_t>(nSelected) < levels.size();
-        seen += "level=" + (bSelected ? levels[static_cast<std::size_t>(nSelected)] : "(none)") + marks(IDC_ROAMING_OPTION) + " ";
+        state += std::string(dialog.IsEnabled(nId) ? "" : "!") + (dialog.IsVisible(nId) ? "" : "?");
+        seen += state == usual ? "" : state + " ";
+    };
+    for (const auto& control : controls)
+    {
+        if (!control.usual.empty())
+            note(std::string(control.name) + (dialog.IsChecked(control.nId) ? "+" : "-"), control.nId, control.usual);
     }
-    seen.pop_back();
-    return seen;
-}
-
-// Some platforms make the control for every box, and give it an icon only in those that have one.
-bool HasIcon(HWND hwndBox)
-{
-    const HWND hwndIcon = GetDlgItem(hwndBox, nMessageIcon);
-    DWORD_PTR dwIcon = 0;
-    return hwndIcon && SendMessageTimeoutW(hwndIcon, STM_GETICON, 0, 0, SMTO_NORMAL, 1000, &dwIcon) != 0 && dwIcon != 0;
+    const auto levels = dialog.Items(IDC_ROAMING_OPTION);
+    const auto nSelected = static_cast<std::size_t>(dialog.Selected(IDC_ROAMING_OPTION));
+    note("level=" + (nSelected < levels.size() ? levels[nSelected] : "(none)"), IDC_ROAMING_OPTION, "level=Default!");
+    return seen.empty() ? "as usual" : seen.substr(0, seen.size() - 1);
 }
 
 std::string LookAtBox(const CActedWindow& box)
 {
     std::string seen = box.Title() + "|" + box.Text(nMessageText) + "|";
-    for (int nId = IDOK; nId < nMessageIcon; ++nId)
+    constexpr int nLastButton = 11;
+    for (int nId = IDOK; nId <= nLastButton; ++nId)
         seen += box.HasControl(nId) ? "button " : "";
-    seen += HasIcon(box.Get()) ? "|icon|" : "|no icon|";
+    // Some platforms make the control for every box, and give it an icon only in those that have one.
+    const LRESULT lIcon = CActedWindow::Send(box.Control(nMessageIcon), STM_GETICON);
+    seen += lIcon == 0 ? "|no icon|" : lIcon == WarningIcon() ? "|warning|" : "|another icon|";
     const HWND hwndOwner = GetWindow(box.Get(), GW_OWNER);
     return seen + (!hwndOwner ? "no owner" : IsWindowEnabled(hwndOwner) ? "owner in use" : "owner held");
 }
@@ -74,17 +76,27 @@ public:
     void Do(const std::string& word)
     {
         if (word == "box")
-            DismissBox();
-        else if (word == "look")
-            m_shown.push_back(Look(Dialog()));
+        {
+            const CActedWindow box = m_actor.WaitForMessageBox();
+            m_shown.push_back(LookAtBox(box));
+            box.Close();
+            m_actor.WaitForEnd(box);
+            return;
+        }
+        if (!m_dialog)
+            m_dialog = m_actor.WaitForDialog();
+        if (word == "look")
+            m_shown.push_back(Look(*m_dialog));
         else if (word == "levels")
-            NoteLevels();
+            m_shown = m_dialog->Items(IDC_ROAMING_OPTION);
         else if (word == "close")
-            Dialog().Close();
+            m_dialog->Close();
         else if (word.starts_with("level:"))
-            Dialog().Select(IDC_ROAMING_OPTION, std::stoi(word.substr(6)));
+            m_dialog->Select(IDC_ROAMING_OPTION, std::stoi(word.substr(6)));
+        else if (word.starts_with("other:"))
+            CActedWindow::Send(m_dialog->Get(), WM_COMMAND, MAKEWPARAM(static_cast<UINT>(IdOf(word.substr(6))), 1));
         else
-            Click(word);
+            m_dialog->Click(IdOf(word));
     }
 
     // A dialog that did not end would keep the case waiting for ever.
@@ -93,42 +105,15 @@ public:
         if (!m_dialog)
             return;
         m_actor.WaitForEnd(*m_dialog);
-        if (m_dialog->Exists())
-            m_dialog->Close();
+        m_dialog->Close();
     }
 
 private:
-    const CActedWindow& Dialog()
+    static int IdOf(const std::string& name)
     {
-        if (!m_dialog)
-            m_dialog = m_actor.WaitForDialog();
-        return *m_dialog;
-    }
-
-    void NoteLevels()
-    {
-        for (const auto& level : Dialog().Items(IDC_ROAMING_OPTION))
-            m_shown.push_back(level);
-    }
-
-    void DismissBox()
-    {
-        const CActedWindow box = m_actor.WaitForMessageBox();
-        m_shown.push_back(LookAtBox(box));
-        box.Close();
-        m_actor.WaitForEnd(box);
-    }
-
-    void Click(const std::string& word)
-    {
-        for (const auto& controls :
-             {std::vector(std::begin(checkBoxes), std::end(checkBoxes)), std::vector(std::begin(buttons), std::end(buttons))})
-        {
-            const auto found = std::ranges::find(controls, std::string_view(word), &NamedControl::name);
-            if (found != controls.end())
-                return Dialog().Click(found->nId);
-        }
-        ADD_FAILURE() << "nobody knows how to do " << word;
+        const auto* const found = std::ranges::find(controls, std::string_view(name), &NamedControl::name);
+        EXPECT_NE(std::end(controls), found) << "nobody knows what " << name << " is";
+        return found == std::end(controls) ? 0 : found->nId;
     }
 
     CDialogActor& m_actor;
@@ -149,7 +134,7 @@ std::string TreeOf(const std::string& text)
     return ProfileTree(CBstr(Widen(text).c_str()));
 }
 
-CDialogScenario::CDialogScenario(std::string_view adapters, std::string_view officeProfile) : m_service(adapters)
+CDialogScenario::CDialogScenario(std::string_view adapters, const std::string& officeProfile) : m_service(adapters)
 {
     if (!officeProfile.empty())
         m_service.AddProfile(adapterGuid, "office.xml", officeProfile);
@@ -157,51 +142,42 @@ CDialogScenario::CDialogScenario(std::string_view adapters, std::string_view off
     m_log.Take();
 }
 
-DialogOutcome CDialogScenario::Show(const char* szIhvProfile, std::string_view person, HWND hwndParent)
+void CDialogScenario::Expect(const DialogCase& row, HWND hwndParent)
 {
-    DialogOutcome outcome;
-    const CBstr profile = szIhvProfile ? CBstr(Widen(szIhvProfile).c_str()) : CBstr();
-    const CBstr kept(OLESTR("kept"));
-    BSTR bstrModified = kept.Get();
+    const bool bConfirmed =
+        row.szReturned ? row.szReturned != std::string_view(kept) : std::string_view(row.szPerson).ends_with("ok");
+    const std::string returned = row.szReturned ? row.szReturned : bConfirmed ? szAllOff : kept;
+    const CBstr profile = row.szProfile ? CBstr(Widen(row.szProfile).c_str()) : CBstr();
+    CBstr untouched(OLESTR("kept"));
+    BSTR bstrModified = untouched.Get();
+    BOOL bIsModified = 77;
+    std::vector<std::string> shown;
     {
         CDialogActor actor(
             [&](CDialogActor& self)
             {
-                CPerson acting(self, outcome.shown);
-                std::istringstream words{std::string(person)};
+                CPerson acting(self, shown);
+                std::istringstream words{std::string(row.szPerson)};
                 for (std::string word; words >> word;)
                     acting.Do(word);
                 acting.Leave();
             });
-        outcome.hr = m_property->Dot11ExtUIPropertyShowDialog(hwndParent, profile.Get(), m_pConnectionContext, &bstrModified,
-                                                              &outcome.bModified);
+        EXPECT_EQ(S_OK, m_property->Dot11ExtUIPropertyShowDialog(hwndParent, profile.Get(), m_pConnectionContext, &bstrModified,
+                                                                 &bIsModified));
     }
-    static const std::regex handedOut(R"((bstrModifiedIHVProfile \(OUT\): )<CCX[^]*)");
-    for (const auto& message : m_log.Take())
-        outcome.traced.push_back(std::regex_replace(message, handedOut, "$1<CCX>"));
-    if (bstrModified == kept.Get())
-    {
-        outcome.profile = "(kept)";
-        return outcome;
-    }
+    EXPECT_EQ(bConfirmed ? row.bModified : FALSE, bIsModified);
     CBstr modified;
-    *modified.Put() = bstrModified;
-    outcome.profile = ProfileTree(modified);
-    return outcome;
-}
+    if (bstrModified != untouched.Get())
+        *modified.Put() = bstrModified;
+    EXPECT_EQ(returned, bstrModified == untouched.Get() ? kept : ProfileTree(modified));
+    EXPECT_EQ(row.shown, shown);
 
-void CDialogScenario::ExpectOutcome(const DialogOutcome& outcome, const char* szIhvProfile, bool bConfirmed,
-                                    const std::vector<std::string>& traced)
-{
-    EXPECT_EQ(S_OK, outcome.hr);
-    EXPECT_EQ(bConfirmed ? 1 : 0, outcome.bModified);
-    EXPECT_EQ(bConfirmed, outcome.profile != "(kept)");
-    std::vector<std::string> expected = {"\nCExtUICon::Dot11ExtUIPropertySetSelected\n",
-                                         "bstrIHVProfile (IN): " + std::string(szIhvProfile ? szIhvProfile : "(null)") + "\n"};
-    expected.insert(expected.end(), traced.begin(), traced.end());
+    std::vector<std::string> traced = {"\nCExtUICon::Dot11ExtUIPropertySetSelected\n",
+                                       "bstrIHVProfile (IN): " + TextOf(profile) + "\n"};
+    traced.insert(traced.end(), row.traced.begin(), row.traced.end());
     if (bConfirmed)
-        expected.push_back("bstrModifiedIHVProfile (OUT): <CCX>");
-    EXPECT_EQ(expected, outcome.traced);
+        traced.push_back("bstrModifiedIHVProfile (OUT): " + TextOf(modified) + "\n");
+    EXPECT_EQ(traced, m_log.Take());
 }
 
 std::vector<std::string> CDialogScenario::CalledFunctions() const

@@ -22,18 +22,37 @@ std::string TreeOf(const std::string& text);
 // An IHV profile whose elements all say no; as a tree.
 inline constexpr const char* szAllOff = "<CCX><RadioMeasurement><disabled/></RadioMeasurement><Rapido>false</"
                                         "Rapido><AdvancedRoaming><disabled/></AdvancedRoaming></CCX>";
+inline constexpr const char* kept = "(kept)";
 
-// What is traced about the maker's adapter.
+// What is traced about the adapters.
 inline const std::vector<std::string> tracedCapable = {"Found Korvane interface\n", "Interface capable of RapidoAG\n"};
+inline const std::vector<std::string> tracedNotFound = {"Didnt find korvane interface\n",
+                                                        "Interface is not capable of RapidoAG\n"};
 
-struct DialogOutcome
+// What a person does and gets, by default on a profile whose elements all say no.
+struct DialogCase
 {
-    HRESULT hr = E_FAIL;
-    BOOL bModified = 0;
-    std::string profile;             // the new IHV profile as a tree; "(kept)" when it was not written
-    std::vector<std::string> shown;  // what the person saw
-    std::vector<std::string> traced; // the messages, the text of the profile handed out left away
+    const char* name;
+    // Words, one after the other:
+    //   look            notes what is not as in a dialog with everything off and both bands: measure+ rapido-! roaming+
+    //                   5GHz- 2.4GHz- level=Low   (+ checked, - not, ! disabled, ? hidden)
+    //   levels          notes what the list offers, each for itself
+    //   box             waits for a message box, notes it and closes it: caption|text|buttons|icon|owner
+    //   measure rapido roaming 5GHz 2.4GHz ok cancel    clicks
+    //   other:ok        tells the dialog that something else than a click happened to the control
+    //   level:N         selects in the list; -1 selects nothing
+    //   close           closes the window by its system command
+    const char* szPerson;
+    std::vector<std::string> shown = {};
+    const char* szProfile = szAllOff; // null for none
+    const char* szReturned = nullptr; // as a tree or "(kept)"; null for szAllOff where the last word is ok, else "(kept)"
+    std::vector<std::string> traced = tracedCapable; // beside what every dialog traces
+    BOOL bModified = TRUE;                           // of a dialog that returns a profile
 };
+inline void PrintTo(const DialogCase& row, std::ostream* pOut)
+{
+    *pOut << row.name;
+}
 
 // The module on a simulated machine with one wireless profile, "Office", on the first of its adapters. What the module
 // keeps until it is unloaded begins and ends with the object.
@@ -41,18 +60,11 @@ class CDialogScenario
 {
 public:
     // officeProfile: the file that holds the profile; "" for a machine without it.
-    CDialogScenario(std::string_view adapters, std::string_view officeProfile);
+    explicit CDialogScenario(std::string_view adapters = makersMachine, const std::string& officeProfile = OfficeProfile(""));
 
-    // Shows the dialog while a person acts by these words, one after the other:
-    //   look            notes the dialog:  measure+ rapido-! roaming+ level=Low 5GHz+ 2.4GHz-   (+ checked, - not,
-    //                   ! disabled, ? hidden)
-    //   levels          notes what the list offers, each for itself
-    //   box             waits for a message box, notes it and closes it:  caption|text|buttons|icon|owner
-    //   measure rapido roaming 5GHz 2.4GHz ok cancel    clicks
-    //   level:N         selects in the list; -1 selects nothing
-    //   close           closes the window by its system command
-    DialogOutcome Show(const char* szIhvProfile, std::string_view person, HWND hwndParent = nullptr);
-    // The context that Show passes; null for none.
+    // Shows the dialog and holds everything that comes of it against the case.
+    void Expect(const DialogCase& row, HWND hwndParent = nullptr);
+    // The context that is passed; null for none.
     void SetContext(void* pConnectionContext)
     {
         m_pConnectionContext = pConnectionContext;
@@ -77,12 +89,9 @@ public:
     // Unloads the module: what it leaves open is then to be counted.
     void Unload();
 
-    // What the outcome of a dialog on this profile has in common: the messages around those that are given, and whether
-    // a profile was handed out.
-    static void ExpectOutcome(const DialogOutcome& outcome, const char* szIhvProfile, bool bConfirmed,
-                              const std::vector<std::string>& traced);
-
 private:
+    std::vector<std::string> Traced();
+
     CSimulatedService m_service;
     CTraceLog m_log;
     CModuleUnderTest m_module{CModuleUnderTest::Registration::None};

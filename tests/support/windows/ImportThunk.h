@@ -105,19 +105,6 @@ struct CImportThunk<name, Way, Result(WINAPI*)(Arguments...)>
     }
 };
 
-#ifdef __i386__
-template <CName name, class Way, class Result, class... Arguments>
-struct CImportThunk<name, Way, Result(__cdecl*)(Arguments...)>
-{
-    static inline Result(__cdecl* pOriginal)(Arguments...) = nullptr;
-
-    static Result __cdecl Call(Arguments... arguments)
-    {
-        return CallOrFail<Way, Result>(name.szText, pOriginal, arguments...);
-    }
-};
-#endif
-
 // A row of the table of imports that can be made to fail.
 struct FaultableImport
 {

@@ -1,0 +1,6 @@
+#include "tests/support/WarningIcon.h"
+
+LRESULT tests::WarningIcon()
+{
+    return reinterpret_cast<LRESULT>(LoadIconW(nullptr, IDI_WARNING));
+}
