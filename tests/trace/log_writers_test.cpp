@@ -14,7 +14,7 @@
 namespace
 {
 constexpr unsigned uWriters = 4;
-constexpr unsigned uLines = 4000 / SLOWED_DOWN; // of each of them
+constexpr unsigned uLines = 2000 / SLOWED_DOWN; // of each of them
 constexpr auto secondProcess = "LogWriters.DISABLED_SecondProcess";
 
 // The process's share: writer uWriter of it numbers its lines. In the middle of them each writer does what is asked.
