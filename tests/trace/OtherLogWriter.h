@@ -5,15 +5,18 @@
 #include "tests/support/TestFolder.h"
 #include "tests/support/TraceLog.h"
 #include "trace/KorCmnTracer.h"
+#include "values/RegistryValues.h"
 
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace tests
 {
-inline constexpr std::chrono::seconds longestWait(60 * SLOWED_DOWN);
+// Far longer than anything takes on a busy machine, and shorter than what a case may take.
+inline constexpr std::chrono::seconds longestWait(120);
 
 // Waits for a line that begins so; false when none comes in time.
 inline bool WaitForLine(const std::filesystem::path& log, const std::string& strBeginning)
@@ -35,9 +38,15 @@ class COtherLogWriter
 {
 public:
     COtherLogWriter()
-        : m_enable(HKEY_LOCAL_MACHINE, szTraceKey, OLESTR("EnableTraceLog"), 1),
-          m_path(HKEY_LOCAL_MACHINE, szTraceKey, OLESTR("LogPath"), Widen(std::getenv(szLogVariable)))
     {
+        // Natively a process has a registry of its own here. Where all share one, the first one's values are there and stay: a
+        // writer that took them away at its end would take them from another that just begins.
+        DWORD dwEnable = 0;
+        if (!RegReadDword(HKEY_LOCAL_MACHINE, szTraceKey, OLESTR("EnableTraceLog"), &dwEnable))
+        {
+            m_enable.emplace(HKEY_LOCAL_MACHINE, szTraceKey, OLESTR("EnableTraceLog"), DWORD{1});
+            m_path.emplace(HKEY_LOCAL_MACHINE, szTraceKey, OLESTR("LogPath"), Widen(std::getenv(szLogVariable)));
+        }
         KorCmnTracer::Start(OLESTR("unused"), false, false);
     }
     ~COtherLogWriter()
@@ -48,7 +57,7 @@ public:
     COtherLogWriter& operator=(const COtherLogWriter&) = delete;
 
 private:
-    CRegistryValue m_enable;
-    CRegistryValue m_path;
+    std::optional<CRegistryValue> m_enable;
+    std::optional<CRegistryValue> m_path;
 };
 } // namespace tests

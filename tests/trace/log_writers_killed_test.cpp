@@ -1,4 +1,7 @@
 // Several processes write to one log, and one of them is killed: what the others write stays whole, and no lock is left.
+// Who waits for the log's lock gets it in no order that anybody promises. So whoever has to be through at some time has a
+// number of lines to write, and whoever writes for ever is the one that is killed.
+#include "tests/support/EnvironmentVariable.h"
 #include "tests/support/StartedCase.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
@@ -6,8 +9,8 @@
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"
 
-#include <chrono>
 #include <cstdlib>
+#include <limits>
 #include <map>
 #include <random>
 #include <regex>
@@ -15,74 +18,46 @@
 
 namespace
 {
-using Clock = std::chrono::steady_clock;
-
 constexpr auto survivorCase = "KilledLogWriter.DISABLED_Survivor";
 constexpr auto victimCase = "KilledLogWriter.DISABLED_Victim";
 constexpr auto latecomerCase = "KilledLogWriter.DISABLED_Latecomer";
-constexpr const char* szStopVariable = "TRACE_TEST_STOP"; // they write until there is this file
 
 constexpr int killings = 4;
-constexpr unsigned uLongestDelayMs = 200;
-// Starting anew comes on top; a lock that was left would last for ever.
-constexpr std::chrono::seconds atOnce(2 * SLOWED_DOWN);
+constexpr unsigned uLines = 2000 / SLOWED_DOWN;
+// The victim is killed some time after a line of this number, at random up to here.
+constexpr unsigned uLastLines = uLines / 2;
 
-// A variable of the environment for one scope.
-class CVariable
-{
-public:
-    CVariable(const char* szName, const std::filesystem::path& value) : m_name(tests::Widen(szName))
-    {
-        m_old.resize(GetEnvironmentVariableW(m_name.c_str(), nullptr, 0));
-        GetEnvironmentVariableW(m_name.c_str(), m_old.data(), static_cast<DWORD>(m_old.size()));
-        SetEnvironmentVariableW(m_name.c_str(), tests::PlatformNameOf(value).c_str());
-    }
-    ~CVariable()
-    {
-        SetEnvironmentVariableW(m_name.c_str(), m_old.empty() ? nullptr : m_old.c_str());
-    }
-    CVariable(const CVariable&) = delete;
-    CVariable& operator=(const CVariable&) = delete;
-
-private:
-    CWideString m_name;
-    CWideString m_old; // with its terminator
-};
-
-// Numbers its lines, and tells at the end how many there were.
-template <class Condition>
-void WriteWhile(const char* szWriter, Condition condition)
+// Writes lines with their numbers.
+void Write(const char* szWriter, unsigned uCount)
 {
     const CWideString name = tests::Widen(szWriter);
-    unsigned uLines = 0;
-    for (; condition(); ++uLines)
-        IhvuiTrace(traceLevelInfo, OLESTR("%s line %u\n"), name.c_str(), uLines);
-    IhvuiTrace(traceLevelInfo, OLESTR("%s end %u\n"), name.c_str(), uLines);
+    for (unsigned uLine = 0; uLine < uCount; ++uLine)
+        IhvuiTrace(traceLevelInfo, OLESTR("%s line %u\n"), name.c_str(), uLine);
 }
 
-bool IsToWrite()
+// The lines that have to arrive beside those of the victim. They begin once it writes, which nobody keeps it from until then.
+void WriteBesideVictim(const char* szWriter, const std::filesystem::path& log)
 {
-    return !std::filesystem::exists(std::getenv(szStopVariable));
+    EXPECT_TRUE(tests::WaitForLine(log, "victim line 0")) << "the victim does not write";
+    Write(szWriter, uLines);
 }
 
 TEST(KilledLogWriter, DISABLED_Survivor)
 {
     const tests::COtherLogWriter writer;
-    WriteWhile("survivor", IsToWrite);
+    WriteBesideVictim("survivor", std::getenv(tests::szLogVariable));
 }
 
 TEST(KilledLogWriter, DISABLED_Victim)
 {
     const tests::COtherLogWriter writer;
-    WriteWhile("victim", IsToWrite);
+    Write("victim", std::numeric_limits<unsigned>::max());
 }
 
 TEST(KilledLogWriter, DISABLED_Latecomer)
 {
     const tests::COtherLogWriter writer;
-    const auto begin = Clock::now();
-    WriteWhile("latecomer", [nLeft = 1]() mutable { return nLeft-- > 0; });
-    EXPECT_GT(atOnce, Clock::now() - begin);
+    Write("latecomer", 1);
 }
 
 // What the log holds beside whole lines, and each writer's lines as they follow one another.
@@ -90,12 +65,11 @@ struct Reading
 {
     std::vector<std::string> pieces;
     std::map<std::string, unsigned> lines;
-    std::map<std::string, unsigned> ends; // how many lines the writer says it wrote
 };
 
 Reading Read(const std::string& strLog)
 {
-    static const std::regex form(R"([\d:.]{12} \[[ 0-9A-F]{8}\]   Ihvui: (\w+) (line|end) (\d+)\r\n)");
+    static const std::regex form(R"([\d:.]{12} \[[ 0-9A-F]{8}\]   Ihvui: (\w+) line (\d+)\r\n)");
     Reading reading;
     std::size_t nRead = 0;
     for (std::sregex_iterator it(strLog.begin(), strLog.end(), form), end; it != end; ++it)
@@ -104,51 +78,41 @@ Reading Read(const std::string& strLog)
         if (match.prefix().length() != 0)
             reading.pieces.push_back(match.prefix());
         nRead = static_cast<std::size_t>(match.position() + match.length());
-        const auto uNumber = static_cast<unsigned>(std::stoul(match[3]));
-        if (match[2] == "end")
-            reading.ends[match[1]] = uNumber;
-        else
-            EXPECT_EQ(reading.lines[match[1]]++, uNumber) << match.str();
+        const auto uNumber = static_cast<unsigned>(std::stoul(match[2]));
+        unsigned& uNext = reading.lines[match[1]];
+        EXPECT_EQ(uNext, uNumber) << match.str();
+        uNext = uNumber + 1;
     }
     if (nRead != strLog.size())
         reading.pieces.push_back(strLog.substr(nRead));
     return reading;
 }
 
-void KillOneOf(std::chrono::milliseconds delay)
+void KillAfter(unsigned uVictimLines)
 {
     const tests::CTraceLog log;
     const tests::CTestFolder folder;
-    const auto stop = folder.Path() / "stop";
-    const CVariable logVariable(tests::szLogVariable, log.File());
-    const CVariable stopVariable(szStopVariable, stop);
+    const tests::CEnvironmentVariable logVariable(tests::szLogVariable, log.File());
     // What the killed process would have taken away at its end goes with this folder.
-    const CVariable nativeFolder("TMPDIR", folder.Path());
-    const CVariable windowsFolder("TMP", folder.Path());
+    const tests::CEnvironmentVariable nativeFolder("TMPDIR", folder.Path());
+    const tests::CEnvironmentVariable windowsFolder("TMP", folder.Path());
     KorCmnTracer::Start(OLESTR("unused"), false, true);
-    std::jthread own([](const std::stop_token& toEnd) { WriteWhile("parent", [&] { return !toEnd.stop_requested(); }); });
     tests::CStartedCase survivor(tests::ProgramFile(), survivorCase);
     tests::CStartedCase victim(tests::ProgramFile(), victimCase);
-    EXPECT_TRUE(tests::WaitForLine(log.File(), "survivor line "));
-    EXPECT_TRUE(tests::WaitForLine(log.File(), "victim line "));
-    std::this_thread::sleep_for(delay);
+    std::jthread own(WriteBesideVictim, "parent", log.File());
+    EXPECT_TRUE(tests::WaitForLine(log.File(), "victim line " + std::to_string(uVictimLines)));
     victim.Kill();
 
     tests::CStartedCase latecomer(tests::ProgramFile(), latecomerCase);
     EXPECT_TRUE(latecomer.HasPassedWithin(tests::longestWait)) << "a lock is left";
-    tests::WriteBytes(stop, "stop");
-    EXPECT_TRUE(survivor.HasPassedWithin(tests::longestWait));
-    own.request_stop();
+    EXPECT_TRUE(survivor.HasPassedWithin(tests::longestWait)) << "a lock is left";
     own.join();
     KorCmnTracer::Stop();
 
     Reading reading = Read(log.Bytes());
-    for (const char* szWriter : {"parent", "survivor", "latecomer"})
-    {
-        EXPECT_EQ(1u, reading.ends.count(szWriter)) << szWriter;
-        EXPECT_EQ(reading.ends[szWriter], reading.lines[szWriter]) << szWriter;
-    }
-    EXPECT_EQ(0u, reading.ends.count("victim"));
+    EXPECT_EQ(uLines, reading.lines["parent"]);
+    EXPECT_EQ(uLines, reading.lines["survivor"]);
+    EXPECT_EQ(1u, reading.lines["latecomer"]);
     // A line is written before its end: at most the victim's last one has none.
     EXPECT_GE(1u, reading.pieces.size());
     const std::regex piece(R"([\d:.]{12} \[[ 0-9A-F]{8}\]   Ihvui: victim line )" + std::to_string(reading.lines["victim"]));
@@ -156,13 +120,13 @@ void KillOneOf(std::chrono::milliseconds delay)
         EXPECT_TRUE(std::regex_match(strPiece, piece)) << strPiece;
 }
 
-TEST(KilledLogWriter, TheOthersLoseNothingAndWaitForNobody)
+TEST(KilledLogWriter, TheOthersLoseNothing)
 {
     const auto uSeed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(uSeed));
     std::minstd_rand random(uSeed);
-    std::uniform_int_distribution<int> delay(0, uLongestDelayMs);
+    std::uniform_int_distribution<unsigned> lines(0, uLastLines);
     for (int i = 0; i < killings && !HasFailure(); ++i)
-        KillOneOf(std::chrono::milliseconds(delay(random)));
+        KillAfter(lines(random));
 }
 } // namespace

@@ -14,14 +14,8 @@
 namespace
 {
 constexpr unsigned uWriters = 4;
+constexpr unsigned uLines = 2000 / SLOWED_DOWN; // of each of them
 constexpr auto secondProcess = "LogWriters.DISABLED_SecondProcess";
-
-// Lines of each thread; fewer where a machine is slow, by the environment.
-unsigned Lines()
-{
-    const char* szLines = std::getenv("TRACE_TEST_LINES");
-    return szLines ? static_cast<unsigned>(std::atoi(szLines)) : 10000;
-}
 
 // The process's share: writer uWriter of it numbers its lines. In the middle of them each writer does what is asked.
 template <class InTheMiddle>
@@ -32,9 +26,9 @@ void Write(DWORD dwProcess, const InTheMiddle& inTheMiddle)
         threads.emplace_back(
             [=]
             {
-                for (unsigned uLine = 0; uLine < Lines(); ++uLine)
+                for (unsigned uLine = 0; uLine < uLines; ++uLine)
                 {
-                    if (uLine == Lines() / 2)
+                    if (uLine == uLines / 2)
                         inTheMiddle();
                     IhvuiTrace(traceLevelInfo, OLESTR("process %u writer %u line %u\n"), dwProcess, uWriter, uLine);
                 }
@@ -87,7 +81,7 @@ TEST(LogWriters, NoLineIsLostOrTorn)
     }
     EXPECT_EQ(2 * uWriters, next.size());
     for (const auto& [writer, uNext] : next)
-        EXPECT_EQ(Lines(), uNext) << writer;
+        EXPECT_EQ(uLines, uNext) << writer;
     EXPECT_LT(2u, uSwitches) << "the processes wrote one after the other";
 }
 } // namespace
