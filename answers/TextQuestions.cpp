@@ -2,8 +2,6 @@
 #include "answers/Shown.h"
 #include "answers/World.h"
 
-#include "host/ComOwners.h"
-
 #include <rpc.h>
 
 #include <cerrno>
@@ -112,7 +110,7 @@ std::string HandedOut(CWorld&, CQuestion& question)
 // Loads the file and is told what it holds.
 std::string String(CWorld& world, CQuestion& question)
 {
-    const CUniqueModule module(LoadLibraryExW(world.Place(question), nullptr, 0));
+    const CUniqueLibrary module(LoadLibraryExW(world.Place(question), nullptr, 0));
     if (!module || !question.HasMore())
         return ShownSuccess(static_cast<bool>(module));
     CWideString buffer(question.Number<std::size_t>() + 1, OLESTR('#'));

@@ -109,7 +109,6 @@ BOOL RunConnectionSettingsDialog(HWND hwndParent, CCXConnectionSettings& setting
     // A dialog that fails to initialise must not write to the record of one before; and should a host open a dialog out of
     // another, the outer one gets its own record back.
     CCXConnectionSettings* const pOuterSettings = std::exchange(pCurrentSettings, nullptr);
-    bInitialisationFailed = false;
     const INT_PTR nResult = DialogBoxParamW(ModuleState::ResourceModule(), MAKEINTRESOURCEW(IDD_CONNECTION_SETTINGS), hwndParent,
                                             ConnectionSettingsDialogProc, reinterpret_cast<LPARAM>(&settings));
     pCurrentSettings = pOuterSettings;

@@ -3,8 +3,6 @@
 
 #include "public/Dot11ExtUI.h"
 
-#include <cstring>
-
 class CPropertyArray
 {
 public:
@@ -12,8 +10,6 @@ public:
     explicit CPropertyArray(std::size_t nCapacity)
         : m_ppProperties(static_cast<IDot11ExtUIProperty**>(CoTaskMemAlloc(nCapacity * sizeof(IDot11ExtUIProperty*))))
     {
-        if (m_ppProperties)
-            std::memset(m_ppProperties, 0, nCapacity * sizeof(IDot11ExtUIProperty*));
     }
     CPropertyArray(const CPropertyArray&) = delete;
     CPropertyArray& operator=(const CPropertyArray&) = delete;

@@ -44,16 +44,11 @@ void NeedAdapterList()
 
 void ShowRapido(HWND hwndDialog, LONG lRapido)
 {
-    const HWND hwndRapido = GetDlgItem(hwndDialog, IDC_RAPIDO);
-    const DWORD dwCapability = SelectKorvaneInterface() ? QueryRapidoCapability() : 0;
-    if (dwCapability == 0)
-    {
+    const bool bCapable = SelectKorvaneInterface() && QueryRapidoCapability() != 0;
+    if (bCapable)
+        IhvuiTrace(traceLevelInfo, OLESTR("Interface capable of RapidoAG\n"));
+    else
         IhvuiTrace(traceLevelInfo, OLESTR("Interface is not capable of RapidoAG\n"));
-        CheckDlgButton(hwndDialog, IDC_RAPIDO, BST_UNCHECKED);
-        EnableWindow(hwndRapido, FALSE);
-        return;
-    }
-    IhvuiTrace(traceLevelInfo, OLESTR("Interface capable of RapidoAG\n"));
-    EnableWindow(hwndRapido, TRUE);
-    CheckDlgButton(hwndDialog, IDC_RAPIDO, lRapido == 1 ? BST_CHECKED : BST_UNCHECKED);
+    EnableWindow(GetDlgItem(hwndDialog, IDC_RAPIDO), bCapable);
+    CheckDlgButton(hwndDialog, IDC_RAPIDO, bCapable && lRapido == 1 ? BST_CHECKED : BST_UNCHECKED);
 }

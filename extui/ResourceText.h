@@ -12,9 +12,7 @@ class CResourceText
 public:
     explicit CResourceText(UINT uId)
     {
-        // What a failed load left behind is not shown.
-        if (LoadStringW(ModuleState::ResourceModule(), uId, m_szText, static_cast<int>(cchCapacity)) == 0)
-            m_szText[0] = WCHAR{};
+        LoadStringW(ModuleState::ResourceModule(), uId, m_szText, static_cast<int>(cchCapacity));
     }
 
     const WCHAR* Get() const

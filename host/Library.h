@@ -5,20 +5,6 @@
 #include "values/Unique.h"
 #include "values/WideText.h"
 
-struct CModuleCloser
-{
-    using Handle = HMODULE;
-    static HMODULE Empty()
-    {
-        return nullptr;
-    }
-    static void Close(HMODULE hModule)
-    {
-        FreeLibrary(hModule);
-    }
-};
-using CUniqueModule = CUnique<CModuleCloser>;
-
 // The file's full name in the folder of the program.
 CWideString BesideProgram(CWideView file);
 

@@ -36,7 +36,7 @@ public:
 
 private:
     CWideString m_strFile;
-    CUniqueModule m_module;
+    CUniqueLibrary m_module;
 };
 
 // Registers a class object for this process alone, so that activating the class finds it and the machine stays as it is.

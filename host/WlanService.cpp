@@ -43,13 +43,13 @@ CWideString LibraryFile(bool bSimulated)
     return CWideString(szSystem) + OLESTR("\\") + CWideString(serviceLibrary);
 }
 
-CUniqueModule LoadService(const ServiceOptions& options)
+CUniqueLibrary LoadService(const ServiceOptions& options)
 {
     SetVariable(OLESTR("WLAN_SERVICE_DIR"), options.strFolder);
     SetVariable(OLESTR("WLAN_SERVICE_LOG"), options.strLog);
     if (!options.strFolder.empty() && !std::filesystem::is_regular_file(PathOf(options.strFolder) / "adapters.json"))
         throw CHostError(options.strFolder + ": is not a service folder: it has no adapters.json");
-    CUniqueModule library(LoadLibraryW(LibraryFile(!options.strFolder.empty()).c_str()));
+    CUniqueLibrary library(LoadLibraryW(LibraryFile(!options.strFolder.empty()).c_str()));
     // A machine without a service of its own may still have been given one by the environment.
     if (!library)
         library.Reset(LoadLibraryW(LibraryFile(true).c_str()));

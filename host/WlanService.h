@@ -68,7 +68,7 @@ private:
         return std::unique_ptr<Record, decltype(&WlanFreeMemory)>(pRecord, m_pFreeMemory);
     }
 
-    CUniqueModule m_library;
+    CUniqueLibrary m_library;
     decltype(&WlanFreeMemory) m_pFreeMemory;
     HANDLE m_hClient = nullptr;
 };

@@ -1,10 +1,11 @@
 #include "server/LanguageResources.h"
 
+#include <iterator>
+
 namespace
 {
 constexpr const WCHAR* szResourceFile = OLESTR("korihvui.dll.mui");
 constexpr const WCHAR* szEnglishFile = OLESTR("en-US\\korihvui.dll.mui");
-constexpr std::size_t cchDirectory = MAX_PATH;
 
 struct LocaleName
 {
@@ -26,12 +27,12 @@ HMODULE LoadForLanguage(LocaleName language)
 
 HMODULE LoadFromSystemDirectory(const LocaleName& language)
 {
-    WCHAR szCurrent[cchDirectory] = {};
-    WCHAR szSystem[cchDirectory + 1] = {};
-    const DWORD cchCurrent = GetCurrentDirectoryW(cchDirectory, szCurrent);
-    const UINT cchSystem = GetSystemDirectoryW(szSystem, cchDirectory + 1);
+    WCHAR szCurrent[MAX_PATH] = {};
+    WCHAR szSystem[MAX_PATH + 1] = {};
+    const DWORD cchCurrent = GetCurrentDirectoryW(static_cast<DWORD>(std::size(szCurrent)), szCurrent);
+    const UINT cchSystem = GetSystemDirectoryW(szSystem, static_cast<UINT>(std::size(szSystem)));
     // A directory that could not be remembered could not be restored either, so it is not left.
-    if (cchCurrent == 0 || cchCurrent >= cchDirectory || cchSystem == 0 || cchSystem > cchDirectory ||
+    if (cchCurrent == 0 || cchCurrent >= std::size(szCurrent) || cchSystem >= std::size(szSystem) ||
         !SetCurrentDirectoryW(szSystem))
         return nullptr;
     const HMODULE hModule = LoadForLanguage(language);

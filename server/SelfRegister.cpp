@@ -5,6 +5,8 @@
 #include "values/Unique.h"
 #include "values/WideText.h"
 
+#include <iterator>
+
 namespace
 {
 constexpr const WCHAR* szClassesKey = OLESTR("CLSID");
@@ -36,9 +38,9 @@ bool Register(HKEY hClassKey)
     if (!SetText(hClassKey, OLESTR(""), szDescription) || !CreateKey(hClassKey, szServerKey, serverKey))
         return false;
     WCHAR szPath[MAX_PATH + 1] = {};
-    const DWORD cchPath = GetModuleFileNameW(ModuleState::ModuleHandle(), szPath, MAX_PATH + 1);
+    const DWORD cchPath = GetModuleFileNameW(ModuleState::ModuleHandle(), szPath, static_cast<DWORD>(std::size(szPath)));
     // A path that did not fit was cut, and would register another file or none.
-    if (cchPath == 0 || cchPath > MAX_PATH)
+    if (cchPath == 0 || cchPath >= std::size(szPath))
         return false;
     return SetText(serverKey.Get(), OLESTR(""), szPath) && SetText(serverKey.Get(), OLESTR("ThreadingModel"), OLESTR("Both"));
 }

@@ -27,11 +27,7 @@ public:
     }
     CBstr& operator=(CBstr&& other) noexcept
     {
-        if (this != &other)
-        {
-            SysFreeString(m_bstr);
-            m_bstr = other.Detach();
-        }
+        std::swap(m_bstr, other.m_bstr);
         return *this;
     }
     ~CBstr()

@@ -20,8 +20,7 @@ public:
     }
     CUnique& operator=(CUnique&& other) noexcept
     {
-        if (this != &other)
-            Reset(other.Detach());
+        std::swap(m_handle, other.m_handle);
         return *this;
     }
     ~CUnique()

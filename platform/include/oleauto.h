@@ -6,7 +6,6 @@
 using BSTR = OLECHAR*;
 using VARIANT_BOOL = SHORT;
 using VARTYPE = USHORT;
-using DATE = double;
 #define VARIANT_TRUE (static_cast<VARIANT_BOOL>(-1))
 #define VARIANT_FALSE (static_cast<VARIANT_BOOL>(0))
 
@@ -17,13 +16,10 @@ enum VARENUM
     VT_I2 = 2,
     VT_I4 = 3,
     VT_BSTR = 8,
-    VT_DISPATCH = 9,
     VT_BOOL = 11,
     VT_UNKNOWN = 13,
     VT_UI4 = 19,
 };
-
-class IDispatch;
 
 struct VARIANT_RECORD
 {
@@ -46,37 +42,14 @@ struct VARIANT
         VARIANT_BOOL boolVal;
         BSTR bstrVal;
         IUnknown* punkVal;
-        IDispatch* pdispVal;
         void* byref;
         VARIANT_RECORD record;
     };
 };
 using VARIANTARG = VARIANT;
 
-class ITypeInfo;
-struct DISPPARAMS;
-struct EXCEPINFO;
-using DISPID = LONG;
-using LCID = DWORD;
-
-class IDispatch : public IUnknown
-{
-public:
-    virtual HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* pcTypeInfo) = 0;
-    virtual HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT iTypeInfo, LCID lcid, ITypeInfo** ppTypeInfo) = 0;
-    virtual HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID riid, LPOLESTR* rgszNames, UINT cNames, LCID lcid,
-                                                    DISPID* rgDispId) = 0;
-    virtual HRESULT STDMETHODCALLTYPE Invoke(DISPID dispIdMember, REFIID riid, LCID lcid, WORD wFlags, DISPPARAMS* pDispParams,
-                                             VARIANT* pVarResult, EXCEPINFO* pExcepInfo, UINT* puArgErr) = 0;
-
-protected:
-    ~IDispatch() = default;
-};
-
 extern "C"
 {
-    extern const IID IID_IDispatch;
-
     BSTR WINAPI SysAllocString(const OLECHAR* szText);
     BSTR WINAPI SysAllocStringLen(const OLECHAR* pText, UINT cch);
     UINT WINAPI SysStringLen(BSTR bstr);

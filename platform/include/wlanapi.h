@@ -78,21 +78,6 @@ struct WLAN_INTERFACE_CAPABILITY
 };
 using PWLAN_INTERFACE_CAPABILITY = WLAN_INTERFACE_CAPABILITY*;
 
-struct WLAN_PROFILE_INFO
-{
-    WCHAR strProfileName[256];
-    DWORD dwFlags;
-};
-using PWLAN_PROFILE_INFO = WLAN_PROFILE_INFO*;
-
-struct WLAN_PROFILE_INFO_LIST
-{
-    DWORD dwNumberOfItems;
-    DWORD dwIndex;
-    WLAN_PROFILE_INFO ProfileInfo[1];
-};
-using PWLAN_PROFILE_INFO_LIST = WLAN_PROFILE_INFO_LIST*;
-
 extern "C"
 {
     PLATFORM_EXPORT DWORD WINAPI WlanOpenHandle(DWORD dwClientVersion, PVOID pReserved, PDWORD pdwNegotiatedVersion,
@@ -104,16 +89,11 @@ extern "C"
                                                             PWLAN_INTERFACE_CAPABILITY* ppCapability);
     PLATFORM_EXPORT DWORD WINAPI WlanGetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, LPCWSTR szProfileName,
                                                 PVOID pReserved, LPWSTR* pszProfileXml, DWORD* pdwFlags, PDWORD pdwGrantedAccess);
-    PLATFORM_EXPORT DWORD WINAPI WlanGetProfileList(HANDLE hClientHandle, const GUID* pInterfaceGuid, PVOID pReserved,
-                                                    PWLAN_PROFILE_INFO_LIST* ppProfileList);
     PLATFORM_EXPORT DWORD WINAPI WlanSetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, DWORD dwFlags,
                                                 LPCWSTR szProfileXml, LPCWSTR szAllUserProfileSecurity, BOOL bOverwrite,
                                                 PVOID pReserved, DWORD* pdwReasonCode);
-    PLATFORM_EXPORT DWORD WINAPI WlanDeleteProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, LPCWSTR szProfileName,
-                                                   PVOID pReserved);
     PLATFORM_EXPORT DWORD WINAPI WlanIhvControl(HANDLE hClientHandle, const GUID* pInterfaceGuid, WLAN_IHV_CONTROL_TYPE type,
                                                 DWORD cbInBuffer, PVOID pInBuffer, DWORD cbOutBuffer, PVOID pOutBuffer,
                                                 PDWORD pcbReturned);
-    PLATFORM_EXPORT DWORD WINAPI WlanReasonCodeToString(DWORD dwReasonCode, DWORD cchBuffer, PWCHAR szBuffer, PVOID pReserved);
     PLATFORM_EXPORT VOID WINAPI WlanFreeMemory(PVOID pMemory);
 }

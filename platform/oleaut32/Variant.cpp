@@ -23,10 +23,6 @@ HRESULT WINAPI VariantClear(VARIANTARG* pvarg)
         if (pvarg->punkVal)
             pvarg->punkVal->Release();
         break;
-    case VT_DISPATCH:
-        if (pvarg->pdispVal)
-            pvarg->pdispVal->Release();
-        break;
     case VT_EMPTY:
     case VT_NULL:
     case VT_I2:

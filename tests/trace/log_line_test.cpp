@@ -129,7 +129,7 @@ Lines LinesOfTheModule(DWORD dwLevel)
     const auto level = Level(OLESTR("Ihvui"), dwLevel);
     testing::internal::CaptureStdout();
     CWorld world;
-    for (const auto operations : {ModuleOperations(), ObjectOperations(), PropertyOperations(), DialogOperations()})
+    for (const auto operations : {ModuleOperations(), PropertyOperations(), DialogOperations()})
         for (const auto& operation : operations)
         {
             if (operation.Loads())

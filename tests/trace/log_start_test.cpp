@@ -178,7 +178,8 @@ TEST_F(LogStart, ModuleHoldsItsOwnFileUntilItIsUnloaded)
     request();
     request();
     {
-        const CUniqueFile file(CreateFileW(szLog, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        const CUniqueFile file(CreateFileW(szLog, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr));
         EXPECT_EQ(2 * (cbLine + sizeof("GetClassObject") - sizeof("x")), GetFileSize(file.Get(), nullptr));
     }
     EXPECT_TRUE(remove());
