@@ -2,7 +2,9 @@
 #include "platform/kernel32/KernelCall.h"
 #include "platform/testing/Accounts.h"
 
+#include <atomic>
 #include <cerrno>
+#include <thread>
 
 #include <pthread.h>
 
@@ -34,7 +36,7 @@ public:
             static_cast<void>(m_pMutex.release()); // its owner's end still looks at it
             return;
         }
-        while (pthread_mutex_unlock(m_pMutex.get()) == 0)
+        while (Release())
         {
         }
         pthread_mutex_destroy(m_pMutex.get());
@@ -47,9 +49,13 @@ public:
         switch (pfnTake(m_pMutex.get()))
         {
         case 0:
+            m_owner = std::this_thread::get_id();
+            ++m_uDepth;
             return WAIT_OBJECT_0;
         case EOWNERDEAD:
             pthread_mutex_consistent(m_pMutex.get());
+            m_owner = std::this_thread::get_id();
+            m_uDepth = 1;
             return WAIT_ABANDONED;
         default:
             return WAIT_TIMEOUT;
@@ -59,11 +65,17 @@ public:
     // False when the caller is not the owner.
     bool Release()
     {
+        if (m_owner != std::this_thread::get_id())
+            return false;
+        if (--m_uDepth == 0)
+            m_owner = std::thread::id();
         return pthread_mutex_unlock(m_pMutex.get()) == 0;
     }
 
 private:
     std::unique_ptr<pthread_mutex_t> m_pMutex;
+    std::atomic<std::thread::id> m_owner;
+    unsigned m_uDepth = 0; // the owner's alone
 };
 } // namespace
 } // namespace platform
