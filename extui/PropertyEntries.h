@@ -25,6 +25,9 @@ public:
     {
         for (ULONG i = 0; i < m_cEntries; ++i)
             SysFreeString(m_entries[i].bstrDisplayText);
+        // One after the other, however many there are: not each in the destructor of the next.
+        while (m_earlier)
+            m_earlier = std::move(m_earlier->m_earlier);
     }
     CPropertyEntries(const CPropertyEntries&) = delete;
     CPropertyEntries& operator=(const CPropertyEntries&) = delete;

@@ -80,8 +80,7 @@ template <class Take>
 bool ReadNodeText(IXMLDOMNode& node, const Take& take)
 {
     CVariant value;
-    node.get_nodeValue(value.Put());
-    if (value.Get().vt != VT_BSTR)
+    if (node.get_nodeValue(value.Put()) != S_OK || value.Get().vt != VT_BSTR)
         return false;
     const BSTR bstrValue = value.Get().bstrVal;
     take(CWideView(bstrValue, SysStringLen(bstrValue)));
@@ -192,14 +191,14 @@ void CXmlNode::Remove(const CXmlNode& child) const
 CXmlNode CXmlNode::Append(const CXmlNode& child) const
 {
     CComRef<IXMLDOMNode> appended;
-    if (!m_node || m_node->appendChild(child.Get(), appended.Put()) != S_OK)
+    if (!m_node || !child || m_node->appendChild(child.Get(), appended.Put()) != S_OK)
         return {};
     return CXmlNode(std::move(appended));
 }
 
 CXmlNode CXmlNode::InsertBefore(const CXmlNode& child, const CXmlNode& reference) const
 {
-    if (!m_node || !reference)
+    if (!m_node || !child || !reference)
         return {};
     CVariant varReference;
     varReference.SetObject(reference.Get());

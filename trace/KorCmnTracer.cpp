@@ -148,13 +148,15 @@ bool CreateFolderOf(const WCHAR* szPath)
     return CreateDirectoryPath(szFolder);
 }
 
-// Moves the log out of the way of a new one. Neither result matters: without a log there is nothing to keep, and a log
-// that cannot be moved is emptied.
+// Moves the log out of the way of a new one. Neither result matters, nor whether there is memory for the name: without a
+// log there is nothing to keep, and a log that cannot be moved is emptied.
 void KeepAsLast(const WCHAR* szPath)
 {
     WCHAR* szBackupText = nullptr;
     InsertText(szPath, ReverseFind(szPath, OLESTR('\\')) + 1, OLESTR("last"), &szBackupText);
     const std::unique_ptr<WCHAR[]> szBackup(szBackupText);
+    if (!szBackup)
+        return;
     DeleteFileW(szBackup.get());
     MoveFileW(szPath, szBackup.get());
 }
@@ -279,7 +281,8 @@ void KorCmnTracer::AppendLine(const WCHAR* szLine)
     const bool bEndsLine = text.ends_with('\n');
     if (bEndsLine)
         text.remove_suffix(1);
-    write(text);
+    if (!text.empty())
+        write(text);
     if (bEndsLine)
         write("\r\n");
 }

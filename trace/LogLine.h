@@ -24,7 +24,7 @@ public:
     }
 
     // Puts a question mark for every code unit that has no 8-bit form in the default locale: a stream that meets one would
-    // lose it with all that follows.
+    // lose it with all that follows. A stream of wide characters could show it, but nothing tells which kind a host has.
     void ReplaceUnrepresentable();
 
 private:

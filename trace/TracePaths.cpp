@@ -1,6 +1,7 @@
 #include "trace/TracePaths.h"
 
 #include <algorithm>
+#include <new>
 
 #include <io.h>
 
@@ -52,11 +53,13 @@ int InsertText(const WCHAR* szText, int nPosition, const WCHAR* szInsert, WCHAR*
     const CWideView insert(szInsert);
     const auto cchHead = std::min(text.size(), static_cast<std::size_t>(std::max(nPosition, 0)));
 
-    auto result = std::make_unique<WCHAR[]>(text.size() + insert.size() + 1);
-    auto* pEnd = std::copy_n(text.data(), cchHead, result.get());
-    pEnd = std::copy(insert.begin(), insert.end(), pEnd);
-    std::copy(text.begin() + static_cast<std::ptrdiff_t>(cchHead), text.end(), pEnd);
-
+    std::unique_ptr<WCHAR[]> result(new (std::nothrow) WCHAR[text.size() + insert.size() + 1]());
+    if (result)
+    {
+        auto* pEnd = std::copy_n(text.data(), cchHead, result.get());
+        pEnd = std::copy(insert.begin(), insert.end(), pEnd);
+        std::copy(text.begin() + static_cast<std::ptrdiff_t>(cchHead), text.end(), pEnd);
+    }
     *pszResult = result.release();
     return static_cast<int>(text.size() + insert.size());
 }

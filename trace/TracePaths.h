@@ -17,5 +17,5 @@ bool CreateDirectoryPath(const WCHAR* szPath);
 int ReverseFind(const WCHAR* szText, WCHAR ch);
 
 // Makes a new text: szText with szInsert put in before index nPosition (below 0 counts as 0, beyond the end as the end).
-// Returns its length; *pszResult receives the new array, the caller's to free with delete[]. Throws std::bad_alloc.
+// Returns its length; *pszResult receives the new array, the caller's to free with delete[], or null when there is no memory.
 int InsertText(const WCHAR* szText, int nPosition, const WCHAR* szInsert, WCHAR** pszResult);

@@ -2,10 +2,14 @@
 
 #include "wlan/WlanAdapterList.h"
 
+#include <algorithm>
+
 #include <rpc.h>
 
 namespace
 {
+constexpr std::size_t cchGuidText = 37;
+
 GUID selectedGuid = {};
 
 bool IsListed(const CWlanAdapterList& adapters, CWideView guid)
@@ -25,8 +29,9 @@ LONG SelectIhvInterface(const WCHAR* szGuid)
     const CWideView guid(szGuid ? szGuid : OLESTR(""));
     if (!IsListed(adapters, guid))
         return -1;
-    CWideString text(guid);
-    return UuidFromStringW(reinterpret_cast<RPC_WSTR>(text.data()), &selectedGuid) == RPC_S_OK ? 0 : -2;
+    WCHAR szText[cchGuidText] = {};
+    std::copy(guid.begin(), guid.end(), szText);
+    return UuidFromStringW(reinterpret_cast<RPC_WSTR>(szText), &selectedGuid) == RPC_S_OK ? 0 : -2;
 }
 
 const GUID& SelectedInterfaceGuid()
