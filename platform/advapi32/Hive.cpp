@@ -74,8 +74,7 @@ bool IsSameFile(const struct stat& left, const struct stat& right)
            left.st_mtim.tv_sec == right.st_mtim.tv_sec && left.st_mtim.tv_nsec == right.st_mtim.tv_nsec;
 }
 
-// Readers without a lock see the old file or the new one, never half of it. Whoever could not read the old one cannot
-// read the new one either.
+// Readers without a lock see the old file or the new one, never half of it.
 void ReplaceHive(const std::string& text)
 {
     const fs::path path = HivePath();
@@ -84,8 +83,11 @@ void ReplaceHive(const std::string& text)
     struct stat old = {};
     std::error_code failure;
     if (stat(path.c_str(), &old) == 0)
-        Require(chown(fresh.c_str(), old.st_uid, old.st_gid) == 0 && chmod(fresh.c_str(), old.st_mode) == 0,
-                ERROR_REGISTRY_IO_FAILED);
+    {
+        // Whoever could not read the old one cannot read the new one either. The owner stays as far as this user may.
+        [[maybe_unused]] const int nIgnored = chown(fresh.c_str(), old.st_uid, old.st_gid);
+        Require(chmod(fresh.c_str(), old.st_mode) == 0, ERROR_REGISTRY_IO_FAILED);
+    }
     file << text;
     file.close();
     if (file)

@@ -100,16 +100,14 @@ LSTATUS WINAPI RegCreateKeyExW(HKEY hKey, LPCWSTR szSubKey, DWORD dwReserved, LP
                         [&]
                         {
                             Require(phkResult && szSubKey && dwReserved == 0, ERROR_INVALID_PARAMETER);
-                            // Classes, volatile keys and security descriptors are not kept here.
-                            Require(!szClass && dwOptions == REG_OPTION_NON_VOLATILE && !pAttributes, ERROR_NOT_SUPPORTED);
+                            // Classes, volatile keys, security descriptors and what became of the key serve nobody here.
+                            Require(!szClass && dwOptions == REG_OPTION_NON_VOLATILE && !pAttributes && !pdwDisposition,
+                                    ERROR_NOT_SUPPORTED);
                             CHive hive(CHive::Mode::Write);
                             Path path = Below(FindTarget(hive, hKey).path, szSubKey);
-                            const bool bCreated = hive.EnsureKey(path);
-                            if (bCreated)
+                            if (hive.EnsureKey(path))
                                 hive.Save();
                             *phkResult = AddHandle(std::move(path), samDesired);
-                            if (pdwDisposition)
-                                *pdwDisposition = bCreated ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
                         });
 }
 
@@ -128,23 +126,6 @@ LSTATUS WINAPI RegDeleteKeyW(HKEY hKey, LPCWSTR szSubKey)
                             target.path.pop_back();
                             EraseMember(*hive.FindKey(target.path), "keys", name);
                             hive.Save();
-                        });
-}
-
-LSTATUS WINAPI RegEnumKeyExW(HKEY hKey, DWORD dwIndex, LPWSTR szName, LPDWORD pcchName, LPDWORD, LPWSTR, LPDWORD, void*)
-{
-    return RegistryCall("RegEnumKeyExW",
-                        [&]
-                        {
-                            const CHive hive(CHive::Mode::Read);
-                            const Target target = FindTarget(hive, hKey);
-                            Require((target.samHandle & KEY_ENUMERATE_SUB_KEYS) != 0, ERROR_ACCESS_DENIED);
-                            const auto keys = target.pKey->find("keys");
-                            Require(keys != target.pKey->end() && dwIndex < keys->size(), ERROR_NO_MORE_ITEMS);
-                            const auto name = platform::FromUtf8(std::next(keys->begin(), static_cast<int>(dwIndex)).key());
-                            Require(name.size() < *pcchName, ERROR_MORE_DATA);
-                            std::copy_n(name.c_str(), name.size() + 1, szName);
-                            *pcchName = static_cast<DWORD>(name.size());
                         });
 }
 

@@ -31,7 +31,8 @@ std::vector<BYTE> BytesOf(const void* pData, std::size_t cbData)
 std::u16string TextOf(const Value& value)
 {
     std::u16string text(value.data.size() / sizeof(WCHAR), u'\0');
-    std::memcpy(text.data(), value.data.data(), text.size() * sizeof(WCHAR));
+    if (!text.empty())
+        std::memcpy(text.data(), value.data.data(), text.size() * sizeof(WCHAR));
     return text;
 }
 

@@ -13,12 +13,8 @@ enum VARENUM
 {
     VT_EMPTY = 0,
     VT_NULL = 1,
-    VT_I2 = 2,
-    VT_I4 = 3,
     VT_BSTR = 8,
-    VT_BOOL = 11,
     VT_UNKNOWN = 13,
-    VT_UI4 = 19,
 };
 
 struct VARIANT_RECORD
@@ -27,7 +23,7 @@ struct VARIANT_RECORD
     void* pRecInfo;
 };
 
-// The members in use; the layout is the platform's for them.
+// The members in use, in the platform's layout.
 struct VARIANT
 {
     VARTYPE vt;
@@ -36,13 +32,8 @@ struct VARIANT
     WORD wReserved3;
     union
     {
-        LONG lVal;
-        ULONG ulVal;
-        SHORT iVal;
-        VARIANT_BOOL boolVal;
         BSTR bstrVal;
         IUnknown* punkVal;
-        void* byref;
         VARIANT_RECORD record;
     };
 };

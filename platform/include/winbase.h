@@ -41,8 +41,6 @@ inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(static_cast<
 
 inline constexpr DWORD DLL_PROCESS_DETACH = 0;
 inline constexpr DWORD DLL_PROCESS_ATTACH = 1;
-inline constexpr DWORD DLL_THREAD_ATTACH = 2;
-inline constexpr DWORD DLL_THREAD_DETACH = 3;
 
 inline constexpr DWORD GENERIC_READ = 0x80000000u;
 inline constexpr DWORD GENERIC_WRITE = 0x40000000u;
@@ -53,7 +51,6 @@ inline constexpr DWORD CREATE_NEW = 1;
 inline constexpr DWORD CREATE_ALWAYS = 2;
 inline constexpr DWORD OPEN_EXISTING = 3;
 inline constexpr DWORD OPEN_ALWAYS = 4;
-inline constexpr DWORD TRUNCATE_EXISTING = 5;
 inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x01;
 inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
 inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
@@ -94,7 +91,6 @@ extern "C"
     DWORD WINAPI GetCurrentDirectoryW(DWORD cchBuffer, LPWSTR szBuffer);
     BOOL WINAPI SetCurrentDirectoryW(LPCWSTR szPath);
     UINT WINAPI GetSystemDirectoryW(LPWSTR szBuffer, UINT cchBuffer);
-    DWORD WINAPI GetTempPathW(DWORD cchBuffer, LPWSTR szBuffer);
     BOOL WINAPI CreateDirectoryW(LPCWSTR szPath, LPSECURITY_ATTRIBUTES pAttributes);
     BOOL WINAPI RemoveDirectoryW(LPCWSTR szPath);
 
@@ -105,7 +101,6 @@ extern "C"
     BOOL WINAPI UnlockFileEx(HANDLE hFile, DWORD dwReserved, DWORD cbLow, DWORD cbHigh, LPOVERLAPPED pOverlapped);
     DWORD WINAPI GetFileSize(HANDLE hFile, LPDWORD pdwSizeHigh);
     DWORD WINAPI SetFilePointer(HANDLE hFile, LONG lDistance, PLONG plDistanceHigh, DWORD dwMoveMethod);
-    BOOL WINAPI SetEndOfFile(HANDLE hFile);
     BOOL WINAPI ReadFile(HANDLE hFile, LPVOID pBuffer, DWORD cbToRead, LPDWORD pcbRead, LPOVERLAPPED pOverlapped);
     BOOL WINAPI WriteFile(HANDLE hFile, LPCVOID pBuffer, DWORD cbToWrite, LPDWORD pcbWritten, LPOVERLAPPED pOverlapped);
     BOOL WINAPI FlushFileBuffers(HANDLE hFile);
@@ -119,7 +114,6 @@ extern "C"
     DWORD WINAPI WaitForSingleObject(HANDLE hObject, DWORD dwMilliseconds);
 
     void WINAPI GetLocalTime(LPSYSTEMTIME pTime);
-    DWORD WINAPI GetTickCount();
     void WINAPI Sleep(DWORD dwMilliseconds);
     DWORD WINAPI GetCurrentThreadId();
     DWORD WINAPI GetCurrentProcessId();

@@ -5,44 +5,34 @@
 #include <cstdint>
 
 #define WINAPI
-#define APIENTRY WINAPI
 #define CALLBACK
 #define STDMETHODCALLTYPE
 #define PLATFORM_EXPORT __attribute__((visibility("default")))
-#define EXTERN_C extern "C"
 
-#define CONST const
 #define VOID void
 #define TRUE 1
 #define FALSE 0
 #define MAX_PATH 260
 
 using BOOL = int;
-using PBOOL = BOOL*;
 using LPBOOL = BOOL*;
 using CHAR = char;
 using LPSTR = CHAR*;
 using LPCSTR = const CHAR*;
 using BOOLEAN = unsigned char;
 using BYTE = unsigned char;
-using PBYTE = BYTE*;
 using LPBYTE = BYTE*;
-using UCHAR = unsigned char;
 using SHORT = std::int16_t;
 using WORD = std::uint16_t;
 using USHORT = std::uint16_t;
-using INT = int;
 using UINT = unsigned int;
-using PUINT = UINT*;
 using LONG = std::int32_t;
 using PLONG = LONG*;
-using LPLONG = LONG*;
 using ULONG = std::uint32_t;
 using PULONG = ULONG*;
 using DWORD = std::uint32_t;
 using PDWORD = DWORD*;
 using LPDWORD = DWORD*;
-using LONGLONG = std::int64_t;
 using ULONGLONG = std::uint64_t;
 using PULONGLONG = ULONGLONG*;
 using INT_PTR = std::intptr_t;
@@ -56,24 +46,19 @@ using LPVOID = void*;
 using LPCVOID = const void*;
 
 using WCHAR = char16_t;
-using PWCHAR = WCHAR*;
 using LPWSTR = WCHAR*;
 using PWSTR = WCHAR*;
 using LPCWSTR = const WCHAR*;
 using PCWSTR = const WCHAR*;
 using OLECHAR = WCHAR;
-using LPOLESTR = OLECHAR*;
-using LPCOLESTR = const OLECHAR*;
 #define OLESTR(text) u##text
 
 using WPARAM = UINT_PTR;
 using LPARAM = LONG_PTR;
 using LRESULT = LONG_PTR;
-using ATOM = WORD;
 
 using HANDLE = void*;
 using PHANDLE = HANDLE*;
-using LPHANDLE = HANDLE*;
 
 // Distinct handle types, so that a window never passes for a module.
 #define DECLARE_HANDLE(name)                                                                                                     \
@@ -85,7 +70,6 @@ DECLARE_HANDLE(HWND);
 DECLARE_HANDLE(HKEY);
 using PHKEY = HKEY*;
 DECLARE_HANDLE(HRSRC);
-DECLARE_HANDLE(HICON);
 using HGLOBAL = HANDLE;
 using FARPROC = INT_PTR (*)();
 
@@ -98,22 +82,6 @@ using FARPROC = INT_PTR (*)();
 
 #define RT_DIALOG MAKEINTRESOURCEW(5)
 #define RT_STRING MAKEINTRESOURCEW(6)
-#define RT_RCDATA MAKEINTRESOURCEW(10)
-
-struct RECT
-{
-    LONG left;
-    LONG top;
-    LONG right;
-    LONG bottom;
-};
-using LPRECT = RECT*;
-
-struct POINT
-{
-    LONG x;
-    LONG y;
-};
 
 struct GUID
 {
@@ -137,5 +105,4 @@ inline BOOL IsEqualGUID(REFGUID left, REFGUID right) noexcept
 {
     return left == right ? TRUE : FALSE;
 }
-#define IsEqualIID(left, right) IsEqualGUID(left, right)
 #define IsEqualCLSID(left, right) IsEqualGUID(left, right)

@@ -38,12 +38,6 @@ void WINAPI GetLocalTime(LPSYSTEMTIME pTime)
               .wMilliseconds = word(now.tv_nsec / 1'000'000)};
 }
 
-DWORD WINAPI GetTickCount()
-{
-    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<DWORD>(std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count());
-}
-
 void WINAPI Sleep(DWORD dwMilliseconds)
 {
     std::this_thread::sleep_for(std::chrono::milliseconds(dwMilliseconds));

@@ -25,10 +25,6 @@ HRESULT WINAPI VariantClear(VARIANTARG* pvarg)
         break;
     case VT_EMPTY:
     case VT_NULL:
-    case VT_I2:
-    case VT_I4:
-    case VT_BOOL:
-    case VT_UI4:
         break;
     default:
         return DISP_E_BADVARTYPE;
