@@ -24,6 +24,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t cbD
 
     const CNarrowLine narrow(line.Text());
     const bool bFits = std::all_of(formed.begin(), formed.end(), [](WCHAR ch) { return ch <= 0xFF; });
-    Require(narrow.Length() == (bFits ? formed.size() : 0), "a line is narrowed whole or not at all");
+    Require(narrow.Text().size() == (bFits ? formed.size() : 0), "a line is narrowed whole or not at all");
     return 0;
 }
