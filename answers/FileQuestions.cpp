@@ -9,7 +9,6 @@ namespace answers
 namespace
 {
 constexpr NamedValue dispositions[] = {
-    {"new", CREATE_NEW},
     {"anew", CREATE_ALWAYS},
     {"existing", OPEN_EXISTING},
     {"always", OPEN_ALWAYS},
