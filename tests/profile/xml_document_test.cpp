@@ -2,6 +2,7 @@
 #include "platform/testing/Faults.h"
 #include "profile/DocumentPrologue.h"
 #include "profile/XmlDocument.h"
+#include "tests/support/TestFolder.h"
 #include "tests/support/XmlVerbs.h"
 
 #include <chrono>
