@@ -83,8 +83,6 @@ void CDocumentGenerator::AppendElement(CWideString& text, std::span<const ShapeR
 void CDocumentGenerator::AppendChildren(CWideString& text, std::span<const ShapeRow> rows)
 {
     const bool bSeparated = OneIn(3);
-    if (OneIn(60))
-        AppendExcess(text);
     for (std::size_t i = 1; i < SizeOfSubtree(rows); i += SizeOfSubtree(rows.subspan(i)))
     {
         if (bSeparated)
@@ -99,18 +97,6 @@ void CDocumentGenerator::AppendChildren(CWideString& text, std::span<const Shape
     }
     if (OneIn(20))
         text += PickFrom("interludes");
-}
-
-// Deeper, or with more beside each other, than anybody means it.
-void CDocumentGenerator::AppendExcess(CWideString& text)
-{
-    static constexpr std::size_t counts[] = {2, 100, 200, 1000};
-    const std::size_t cTimes = counts[Pick(std::size(counts))];
-    const bool bNested = OneIn(2);
-    for (std::size_t i = 0; i < cTimes; ++i)
-        text += bNested ? OLESTR("<a>") : OLESTR("<a/>");
-    for (std::size_t i = 0; bNested && i < cTimes; ++i)
-        text += OLESTR("</a>");
 }
 
 void CDocumentGenerator::Break(CWideString& text)

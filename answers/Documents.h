@@ -70,7 +70,6 @@ private:
     // The element of the first row and what is inside of it.
     void AppendElement(CWideString& text, std::span<const ShapeRow> rows);
     void AppendChildren(CWideString& text, std::span<const ShapeRow> rows);
-    void AppendExcess(CWideString& text);
     void Break(CWideString& text);
 
     const DocumentShapes& m_shapes;

@@ -1,17 +1,14 @@
-// What the log needs: files, folders, locks and the mutex.
+// What the log needs: files, folders and locks.
 #include "answers/Shown.h"
 #include "answers/World.h"
 
 #include <io.h>
-
-#include <thread>
 
 namespace answers
 {
 namespace
 {
 constexpr NamedValue dispositions[] = {
-    {"new", CREATE_NEW},
     {"anew", CREATE_ALWAYS},
     {"existing", OPEN_EXISTING},
     {"always", OPEN_ALWAYS},
@@ -108,36 +105,6 @@ std::string Move(CWorld& world, CQuestion& question)
     return ShownSuccess(dwFlags == 0 ? MoveFileW(szFrom, szTo) : MoveFileExW(szFrom, szTo, dwFlags));
 }
 
-std::string Wait(CWorld& world, CQuestion& question)
-{
-    static constexpr NamedValue limits[] = {{"now", 0}, {"without-end", INFINITE}};
-    static constexpr NamedValue results[] = {
-        {"taken", WAIT_OBJECT_0}, {"taken, abandoned", WAIT_ABANDONED}, {"not had", WAIT_TIMEOUT}};
-    const DWORD dwResult = WaitForSingleObject(world.mutex.Get(), question.OneOf(limits).dwValue);
-    const auto result = std::ranges::find(results, dwResult, &NamedValue::dwValue);
-    return result != std::end(results) ? result->szName : "failed";
-}
-
-std::string Release(CWorld& world, CQuestion&)
-{
-    return ShownSuccess(ReleaseMutex(world.mutex.Get()));
-}
-
-// Waits, and releases when "release" follows, on a thread of its own that then ends.
-std::string WaitOnThread(CWorld& world, CQuestion& question)
-{
-    std::string answers;
-    std::thread(
-        [&]
-        {
-            answers = Wait(world, question);
-            while (question.HasMore())
-                answers += "; " + (question.Word() == "release" ? Release(world, question) : Wait(world, question));
-        })
-        .join();
-    return answers;
-}
-
 constexpr Verb verbs[] = {
     {"open", Open},
     {"close", [](CWorld& world, CQuestion& question) { return ShownSuccess(world.files.erase(question.Word()) != 0); }},
@@ -156,9 +123,6 @@ constexpr Verb verbs[] = {
     {"move", Move<0>},
     {"replace", Move<MOVEFILE_REPLACE_EXISTING>},
     {"go", [](CWorld& world, CQuestion& question) { return ShownSuccess(SetCurrentDirectoryW(world.Place(question))); }},
-    {"wait", Wait},
-    {"release", Release},
-    {"wait-on-thread", WaitOnThread},
 };
 } // namespace
 

@@ -27,7 +27,7 @@ std::set<std::string> Listed(const std::filesystem::path& folder)
 }
 } // namespace
 
-CWorld::CWorld() : mutex(CreateMutexW(nullptr, FALSE, nullptr))
+CWorld::CWorld()
 {
     for (const char* const szName : {"folder", "full"})
         std::filesystem::create_directories(m_folder.Path() / szName);

@@ -33,7 +33,6 @@ public:
     LSTATUS CreateKey(const WCHAR* szPath);
 
     std::map<std::string, CUniqueFile> files;
-    CUniqueMutex mutex;
     CUniqueKey openedKey;
 
 private:
@@ -52,7 +51,7 @@ struct Verb
     const char* szName;
     std::string (*pfnAnswer)(CWorld&, CQuestion&);
 };
-std::span<const Verb> FileVerbs(); // with folders, locks and the mutex
+std::span<const Verb> FileVerbs(); // with folders and locks
 std::span<const Verb> RegistryVerbs();
 std::span<const Verb> TextVerbs(); // with those of modules
 } // namespace answers

@@ -4,8 +4,6 @@
 
 #include <objbase.h>
 
-#include <vector>
-
 void PrepareProcess()
 {
     static const HRESULT hr = CoInitializeEx(nullptr, COINIT_MULTITHREADED);

@@ -1,4 +1,4 @@
-// That the platform's mutex keeps threads apart; what it answers stands in answers/agreed/mutexes.txt.
+// That the platform's mutex keeps threads apart; what becomes of an abandoned one is asked where the log meets it.
 #include "values/Unique.h"
 
 #include <gtest/gtest.h>

@@ -30,20 +30,24 @@ CWideString Types(std::initializer_list<const WCHAR*> texts)
 class ProfileBands : public tests::xml::XmlTest
 {
 protected:
-    static void Check(const CWideString& before, WlanProfileBands bands, bool bResult, const CWideString& after)
+    static CWideString Written(const CWideString& before, WlanProfileBands bands, bool bResult)
     {
         auto owner = std::make_unique<WCHAR[]>(before.size() + 1);
         before.copy(owner.get(), before.size());
         WCHAR* szProfile = owner.release();
         EXPECT_EQ(bResult, WriteProfileBands(&szProfile, bands));
         owner.reset(szProfile);
-        CWideString written = szProfile;
+        return szProfile;
+    }
+    static void Check(const CWideString& before, WlanProfileBands bands, bool bResult, const CWideString& after)
+    {
+        CWideString written = Written(before, bands, bResult);
         // Some components end lines in their own way, and the text with a line.
         std::erase(written, OLESTR('\r'));
         written.resize(std::min(written.find_last_not_of(OLESTR('\n')) + 1, written.size()));
         EXPECT_TRUE(after == written) << tests::Narrow(written) << "\ninstead of\n" << tests::Narrow(after);
         auto readBack = bands;
-        EXPECT_EQ(bResult, bResult && ReadProfileBands(szProfile, &readBack));
+        EXPECT_EQ(bResult, bResult && ReadProfileBands(written.c_str(), &readBack));
         EXPECT_EQ(bands, readBack);
     }
 };
@@ -99,13 +103,8 @@ TEST_F(ProfileBands, PutsTheSectionBeforeSecurityAndKeepsTheRest)
 TEST_F(ProfileBands, TakesTheFirstEmptyDeclarationAwayAndNoOther)
 {
     const CWideString before = WITHIN("<x xmlns=\"\"/><y xmlns=\"\"/><MSM><security/></MSM>");
-    auto owner = std::make_unique<WCHAR[]>(before.size() + 1);
-    before.copy(owner.get(), before.size());
-    WCHAR* szProfile = owner.release();
-    EXPECT_TRUE(WriteProfileBands(&szProfile, bands24GHz));
-    owner.reset(szProfile);
-    EXPECT_NE(CWideView::npos, CWideView(szProfile).find(OLESTR("<x/><y xmlns=\"\"/><MSM><connectivity")))
-        << tests::Narrow(szProfile);
+    const CWideString written = Written(before, bands24GHz, true);
+    EXPECT_NE(CWideString::npos, written.find(OLESTR("<x/><y xmlns=\"\"/><MSM><connectivity"))) << tests::Narrow(written);
 }
 
 TEST_F(ProfileBands, WithoutAPlaceForTheSectionTheResultIsFalse)

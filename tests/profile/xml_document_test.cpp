@@ -2,8 +2,10 @@
 #include "platform/testing/Faults.h"
 #include "profile/DocumentPrologue.h"
 #include "profile/XmlDocument.h"
+#include "tests/support/TestFolder.h"
 #include "tests/support/XmlVerbs.h"
 
+#include <chrono>
 #include <cstring>
 #include <vector>
 
@@ -46,6 +48,41 @@ TEST_F(XmlDocument, RefusesADocumentTypeWhereverItStands)
         PlanFault("loadXML", never, 1);
         EXPECT_EQ(row.text.ends_with(OLESTR("--><a/>")), CXmlDocument().Load(row.text.c_str()));
         EXPECT_EQ(row.bHasOne ? 0u : 1u, CountCalls("loadXML"));
+    }
+}
+
+// Profiles that nobody wrote in good faith are read or refused, and quickly.
+TEST_F(XmlDocument, IsDoneWithLongTextsInTime)
+{
+    constexpr std::size_t cchLong = 5 * 1024 * 1024 / sizeof(WCHAR);
+    // Sanitizers slow everything down by about as much.
+    constexpr auto longest = std::chrono::seconds(2) * SLOWED_DOWN;
+    const auto repeated = [](std::size_t nCount, CWideView piece)
+    {
+        CWideString text;
+        while (nCount-- != 0)
+            text += piece;
+        return text;
+    };
+    const struct
+    {
+        CWideString text;
+        bool bLoads;
+    } rows[] = {
+        {OLESTR("<a>") + CWideString(cchLong, OLESTR('x')) + OLESTR("</a>"), true},
+        {CWideString(OLESTR("<a/>")) + WCHAR{} + OLESTR("<!DOCTYPE"), true},
+        {OLESTR("<a>") + CWideString(cchLong, OLESTR('x')), false},
+        {repeated(cchLong / 20, OLESTR("<a/>")), false},
+        {repeated(100000, OLESTR("<a>")) + repeated(100000, OLESTR("</a>")), false},
+    };
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(tests::Narrow(row.text.substr(0, 80)));
+        const auto begun = std::chrono::steady_clock::now();
+        CXmlDocument document;
+        EXPECT_EQ(row.bLoads, document.Load(row.text.c_str()));
+        EXPECT_EQ(row.bLoads, document.Root().Text().has_value());
+        EXPECT_LT(std::chrono::steady_clock::now() - begun, longest);
     }
 }
 

@@ -1,6 +1,5 @@
 // One line of the trace log: its bytes in the file, its levels, its echo.
 #include "platform/testing/Faults.h"
-#include "tests/module/Operation.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
@@ -16,7 +15,6 @@ namespace
 {
 using tests::CRegistryValue;
 using tests::CTraceLog;
-using Lines = std::vector<std::string>;
 
 constexpr std::size_t cchPrefix = 33; // "12:34:56.789 [     A3C]   Ihvui: "
 constexpr const char* szPrefix = R"([\d:.]{12} \[[ 0-9A-F]{8}\]   Ihvui: )";
@@ -120,46 +118,6 @@ TEST(LogLine, EachModuleHasItsWordAndItsLevel)
                 }
             EXPECT_EQ(expected, std::regex_replace(log.Bytes(), std::regex(R"([\d:.]{12} \[.{8}\]   )"), ""));
         }
-}
-
-// What all the module's operations leave in the log with this level.
-Lines LinesOfTheModule(DWORD dwLevel)
-{
-    using namespace tests::walk;
-    const auto level = Level(OLESTR("Ihvui"), dwLevel);
-    testing::internal::CaptureStdout();
-    CWorld world;
-    for (const auto operations : {ModuleOperations(), PropertyOperations(), DialogOperations()})
-        for (const auto& operation : operations)
-        {
-            if (operation.Loads())
-                world.Unload();
-            else if (!world.IsLoaded())
-                world.Load();
-            operation.run(world, nullptr);
-        }
-    world.Unload();
-    world.Service().SetAdapters("[]");
-    world.Load();
-    DialogOperations()[0].run(world, nullptr);
-    testing::internal::GetCapturedStdout();
-    const auto bytes = world.Log().Bytes();
-    const std::regex prefix(szPrefix);
-    Lines lines(std::sregex_token_iterator(bytes.begin(), bytes.end(), prefix, -1), {});
-    std::erase(lines, "");
-    return lines;
-}
-
-TEST(LogLine, OfAnErrorIsOfTheFirstLevel)
-{
-    auto lines = LinesOfTheModule(2);
-    const std::regex ofAnError(R"(\*\*\*[^\n]*\r\n|Didnt find korvane interface\r\n)");
-    std::erase_if(lines, [&](const std::string& line) { return !std::regex_match(line, ofAnError); });
-    for (const char* szLine : {"***Error: returning CLASS_E_CLASSNOTAVAILABLE\r\n", "***invalid profile, setting defaults\r\n",
-                               "*** Error: invalid profile.\r\n", "Didnt find korvane interface\r\n"})
-        EXPECT_NE(lines.end(), std::find(lines.begin(), lines.end(), szLine)) << szLine;
-    EXPECT_EQ(lines, LinesOfTheModule(1));
-    EXPECT_EQ(Lines{}, LinesOfTheModule(0));
 }
 
 TEST(LogLine, EchoHappensWhateverTheSwitchesSay)

@@ -1,17 +1,20 @@
-// Several processes write to one log, and one of them is killed: what the others write stays whole, and no lock is left.
+// Several processes write to one log, this one on two threads, and one of them is killed: what the others write stays whole,
+// and no lock is left.
 // Who waits for the log's lock gets it in no order that anybody promises. So whoever has to be through at some time has a
 // number of lines to write, and whoever writes for ever is the one that is killed.
 #include "tests/support/EnvironmentVariable.h"
 #include "tests/support/StartedCase.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
-#include "tests/trace/OtherLogWriter.h"
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"
+#include "values/RegistryValues.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <limits>
 #include <map>
+#include <optional>
 #include <random>
 #include <regex>
 #include <thread>
@@ -27,6 +30,52 @@ constexpr unsigned uLines = 2000 / SLOWED_DOWN;
 // The victim is killed some time after a line of this number, at random up to here.
 constexpr unsigned uLastLines = uLines / 2;
 
+// Far longer than anything takes on a busy machine, and shorter than what a case may take.
+constexpr std::chrono::seconds longestWait(120);
+
+// Waits for a line that begins so; false when none comes in time.
+bool WaitForLine(const std::filesystem::path& log, const std::string& strBeginning)
+{
+    const auto end = std::chrono::steady_clock::now() + longestWait;
+    while (tests::ReadBytes(log).find("Ihvui: " + strBeginning) == std::string::npos)
+    {
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+        Sleep(10);
+    }
+    return true;
+}
+
+constexpr const char* szLogVariable = "TRACE_TEST_LOG"; // where the other processes find the log
+
+// One of several processes that write to the log that the environment names.
+class COtherLogWriter
+{
+public:
+    COtherLogWriter()
+    {
+        // Natively a process has a registry of its own here. Where all share one, the first one's values are there and stay: a
+        // writer that took them away at its end would take them from another that just begins.
+        DWORD dwEnable = 0;
+        if (!RegReadDword(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), &dwEnable))
+        {
+            m_enable.emplace(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), DWORD{1});
+            m_path.emplace(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("LogPath"), tests::Widen(std::getenv(szLogVariable)));
+        }
+        KorCmnTracer::Start(OLESTR("unused"), false, false);
+    }
+    ~COtherLogWriter()
+    {
+        KorCmnTracer::Stop();
+    }
+    COtherLogWriter(const COtherLogWriter&) = delete;
+    COtherLogWriter& operator=(const COtherLogWriter&) = delete;
+
+private:
+    std::optional<tests::CRegistryValue> m_enable;
+    std::optional<tests::CRegistryValue> m_path;
+};
+
 // Writes lines with their numbers.
 void Write(const char* szWriter, unsigned uCount)
 {
@@ -38,25 +87,25 @@ void Write(const char* szWriter, unsigned uCount)
 // The lines that have to arrive beside those of the victim. They begin once it writes, which nobody keeps it from until then.
 void WriteBesideVictim(const char* szWriter, const std::filesystem::path& log)
 {
-    EXPECT_TRUE(tests::WaitForLine(log, "victim line 0")) << "the victim does not write";
+    EXPECT_TRUE(WaitForLine(log, "victim line 0")) << "the victim does not write";
     Write(szWriter, uLines);
 }
 
 TEST(KilledLogWriter, DISABLED_Survivor)
 {
-    const tests::COtherLogWriter writer;
-    WriteBesideVictim("survivor", std::getenv(tests::szLogVariable));
+    const COtherLogWriter writer;
+    WriteBesideVictim("survivor", std::getenv(szLogVariable));
 }
 
 TEST(KilledLogWriter, DISABLED_Victim)
 {
-    const tests::COtherLogWriter writer;
+    const COtherLogWriter writer;
     Write("victim", std::numeric_limits<unsigned>::max());
 }
 
 TEST(KilledLogWriter, DISABLED_Latecomer)
 {
-    const tests::COtherLogWriter writer;
+    const COtherLogWriter writer;
     Write("latecomer", 1);
 }
 
@@ -92,7 +141,7 @@ void KillAfter(unsigned uVictimLines)
 {
     const tests::CTraceLog log;
     const tests::CTestFolder folder;
-    const tests::CEnvironmentVariable logVariable(tests::szLogVariable, log.File());
+    const tests::CEnvironmentVariable logVariable(szLogVariable, log.File());
     // What the killed process would have taken away at its end goes with this folder.
     const tests::CEnvironmentVariable nativeFolder("TMPDIR", folder.Path());
     const tests::CEnvironmentVariable windowsFolder("TMP", folder.Path());
@@ -100,17 +149,20 @@ void KillAfter(unsigned uVictimLines)
     tests::CStartedCase survivor(tests::ProgramFile(), survivorCase);
     tests::CStartedCase victim(tests::ProgramFile(), victimCase);
     std::jthread own(WriteBesideVictim, "parent", log.File());
-    EXPECT_TRUE(tests::WaitForLine(log.File(), "victim line " + std::to_string(uVictimLines)));
+    std::jthread another(WriteBesideVictim, "another", log.File());
+    EXPECT_TRUE(WaitForLine(log.File(), "victim line " + std::to_string(uVictimLines)));
     victim.Kill();
 
     tests::CStartedCase latecomer(tests::ProgramFile(), latecomerCase);
-    EXPECT_TRUE(latecomer.HasPassedWithin(tests::longestWait)) << "a lock is left";
-    EXPECT_TRUE(survivor.HasPassedWithin(tests::longestWait)) << "a lock is left";
+    EXPECT_TRUE(latecomer.HasPassedWithin(longestWait)) << "a lock is left";
+    EXPECT_TRUE(survivor.HasPassedWithin(longestWait)) << "a lock is left";
     own.join();
+    another.join();
     KorCmnTracer::Stop();
 
     Reading reading = Read(log.Bytes());
     EXPECT_EQ(uLines, reading.lines["parent"]);
+    EXPECT_EQ(uLines, reading.lines["another"]);
     EXPECT_EQ(uLines, reading.lines["survivor"]);
     EXPECT_EQ(1u, reading.lines["latecomer"]);
     // A line is written before its end: at most the victim's last one has none.
