@@ -84,16 +84,4 @@ TEST(SafeFileTest, KeepsThePermissionsAlsoThroughALink)
     EXPECT_EQ(before, std::filesystem::status(target).permissions());
     EXPECT_TRUE(error || std::filesystem::is_symlink(link));
 }
-
-TEST(SafeFileTest, LeavesAProtectedFileAlone)
-{
-    const CTestFolder folder;
-    const auto target = folder.Path() / "office.xml";
-    WriteBytes(target, "old");
-    std::filesystem::permissions(target, std::filesystem::perms::owner_write, std::filesystem::perm_options::remove);
-    EXPECT_THROW(WriteSafely(target, "new"), CHostError);
-    EXPECT_EQ("old", ReadBytes(target));
-    std::filesystem::permissions(target, std::filesystem::perms::owner_write, std::filesystem::perm_options::add);
-    EXPECT_EQ(std::set<std::string>{"office.xml"}, FilesIn(folder));
-}
 } // namespace

@@ -30,10 +30,4 @@ TEST(WatchdogTest, EndsTheProgramAndSaysWhy)
     EXPECT_EQ(1, run.nExitCode);
     EXPECT_NE(std::string::npos, run.strErrors.find("korihost: no end within 0 seconds")) << run.strErrors;
 }
-
-// When the object has gone, so has what would end the program.
-TEST(WatchdogTest, LeavesAProgramAloneThatIsDone)
-{
-    const CWatchdog watchdog(std::chrono::hours(1));
-}
 } // namespace

@@ -10,8 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <functional>
 #include <set>
 #include <thread>
 
@@ -28,7 +26,6 @@ constexpr DWORD rapidoQuery = 0xFF000040;
 constexpr auto driver = wlan_ihv_control_type_driver;
 
 constexpr GUID firstGuid = {0x11112222, 0x3333, 0x4444, {0x55, 0x55, 0x66, 0x66, 0x77, 0x77, 0x88, 0x88}};
-constexpr GUID secondGuid = {0xaaaabbbb, 0xcccc, 0xdddd, {0xee, 0xee, 0xff, 0xff, 0x00, 0x00, 0x11, 0x11}};
 constexpr GUID unknownGuid = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
 constexpr const char* firstAdapter = R"("guid": "11112222-3333-4444-5555-666677778888")";
 constexpr const char* twoAdapters = R"([
@@ -143,9 +140,7 @@ protected:
     const decltype(&WlanFreeMemory) FreeMemory = Exported{hModule, "WlanFreeMemory"};
     const decltype(&SimulatedWlanLiveHandles) LiveHandles = Exported{hModule, "SimulatedWlanLiveHandles"};
     const decltype(&SimulatedWlanLiveBlocks) LiveBlocks = Exported{hModule, "SimulatedWlanLiveBlocks"};
-    const decltype(&SimulatedWlanFailNext) FailNext = Exported{hModule, "SimulatedWlanFailNext"};
     const decltype(&SimulatedWlanClearFaults) ClearFaults = Exported{hModule, "SimulatedWlanClearFaults"};
-    const decltype(&SimulatedWlanCalls) Calls = Exported{hModule, "SimulatedWlanCalls"};
 
     // Others in the process may hold some.
     const LONG lHandles = LiveHandles();
@@ -205,31 +200,6 @@ TEST_F(ServiceTest, RefusesWhatIsNotAsItMustBe)
     EXPECT_TRUE(Files().empty());
 }
 
-TEST_F(ServiceTest, TellsOfItsAdaptersAndFreesItsOwnMemoryOnce)
-{
-    PWLAN_INTERFACE_INFO_LIST pList = nullptr;
-    ASSERT_EQ(success, EnumInterfaces(hClient, nullptr, &pList));
-    ASSERT_EQ(2u, pList->dwNumberOfItems);
-    const WLAN_INTERFACE_INFO* pInfo = pList->InterfaceInfo;
-    EXPECT_TRUE(IsEqualGUID(pInfo[0].InterfaceGuid, firstGuid) && IsEqualGUID(pInfo[1].InterfaceGuid, secondGuid));
-    EXPECT_EQ("Plain Adapter", Narrow(pInfo[0].strInterfaceDescription));
-    EXPECT_EQ(wlan_interface_state_connected, pInfo[0].isState);
-    EXPECT_EQ(wlan_interface_state_disconnected, pInfo[1].isState);
-    int mine = 0;
-    FreeMemory(&mine);
-    EXPECT_EQ(lBlocks + 1, LiveBlocks());
-    FreeMemory(pList);
-    FreeMemory(pList);
-    EXPECT_EQ(lBlocks, LiveBlocks());
-
-    PWLAN_INTERFACE_CAPABILITY pCapability = nullptr;
-    ASSERT_EQ(success, GetCapability(hClient, &firstGuid, nullptr, &pCapability));
-    ASSERT_EQ(2u, pCapability->dwNumberOfSupportedPhys);
-    EXPECT_EQ(6u, pCapability->dot11PhyTypes[0]);
-    EXPECT_EQ(7u, pCapability->dot11PhyTypes[1]);
-    FreeMemory(pCapability);
-}
-
 TEST_F(ServiceTest, RefusesAnAdapterFileThatItDoesNotUnderstand)
 {
     for (const std::string strAdapter :
@@ -284,21 +254,6 @@ TEST_F(ServiceTest, DriverAnswers)
         EXPECT_EQ(c.reply.size(), cbReturned);
         EXPECT_EQ(c.reply + std::string(256 - c.reply.size(), '\xCC'), out);
     }
-}
-
-TEST_F(ServiceTest, PlannedFailuresHitTheCallsThatTheyName)
-{
-    EXPECT_FALSE(FailNext("WlanFreeMemory", 1, 1, ERROR_GEN_FAILURE));
-    EXPECT_FALSE(FailNext("NoSuchFunction", 1, 1, ERROR_GEN_FAILURE));
-    ASSERT_EQ(success, Set(Profile(OLESTR("Office"))));
-    ASSERT_TRUE(FailNext("WlanGetProfile", 2, 2, ERROR_ACCESS_DENIED));
-    CWideString back;
-    for (const DWORD dwExpected : {success, DWORD{ERROR_ACCESS_DENIED}, DWORD{ERROR_ACCESS_DENIED}, success})
-        EXPECT_EQ(dwExpected, Get(OLESTR("Office"), back));
-    EXPECT_EQ(4u, Calls("WlanGetProfile"));
-    EXPECT_EQ(0u, Calls("NoSuchFunction"));
-    ClearFaults();
-    EXPECT_EQ(0u, Calls("WlanGetProfile"));
 }
 
 TEST_F(ServiceTest, LogsEveryCallAndNoKeys)
@@ -403,26 +358,6 @@ TEST_F(ServiceTest, ReadsFilesThatAPersonPutThere)
     EXPECT_EQ((std::set<std::string>{"some file.xml"}), Files());
     WriteBytes(Place("Wi-Fi-Dropped.xml"), ascii);
     ExpectStored(OLESTR("Dropped"), Widen(ascii));
-}
-
-TEST_F(ServiceTest, TakesAwayWhatAKilledWriterLeft)
-{
-    ASSERT_EQ(success, Set(Profile(OLESTR("Office"))));
-    WriteBytes(Place("Wi-Fi-Office.xml.unfinished-12"), "<WLANProfile><name>Half</na");
-    WriteBytes(Place("Wi-Fi-Office.flags.unfinished-12"), "4");
-    ExpectStored(OLESTR("Office"), Profile(OLESTR("Office")));
-    ASSERT_EQ(success, Set(Profile(OLESTR("Other"))));
-    EXPECT_EQ((std::set<std::string>{"Wi-Fi-Office.xml", "Wi-Fi-Other.xml"}), Files());
-}
-
-TEST_F(ServiceTest, AFailureToStoreLeavesTheOldProfileWhole)
-{
-    ASSERT_EQ(success, Set(Profile(OLESTR("Office"))));
-    fs::permissions(Place("Wi-Fi-Office.xml"), fs::perms::owner_write, fs::perm_options::remove);
-    EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, Set(Profile(OLESTR("Office"), OLESTR("<new/>")), TRUE, 4));
-    fs::permissions(Place("Wi-Fi-Office.xml"), fs::perms::owner_write, fs::perm_options::add);
-    ExpectStored(OLESTR("Office"), Profile(OLESTR("Office")));
-    EXPECT_EQ((std::set<std::string>{"Wi-Fi-Office.xml"}), Files());
 }
 
 TEST_F(ServiceTest, ReadersNextToWritersSeeWholeProfiles)
