@@ -1,5 +1,6 @@
 #include "tests/support/SimulatedService.h"
 
+#include "host/Library.h"
 #include "tests/support/ModuleUnderTest.h"
 
 #include <wlanapi.h>
@@ -17,12 +18,6 @@ std::string GuidText(const GUID& guid)
                   guid.Data2, guid.Data3, guid.Data4[0], guid.Data4[1], guid.Data4[2], guid.Data4[3], guid.Data4[4],
                   guid.Data4[5], guid.Data4[6], guid.Data4[7]);
     return szText;
-}
-
-template <class Function>
-Function* Find(HMODULE hModule, const char* szName)
-{
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(hModule, szName)));
 }
 } // namespace
 
@@ -60,14 +55,14 @@ std::string CSimulatedService::Profile(const GUID& adapter, CWideView name) cons
 {
     HANDLE hClient = nullptr;
     DWORD dwVersion = 0;
-    Find<decltype(WlanOpenHandle)>(m_hModule, "WlanOpenHandle")(2, nullptr, &dwVersion, &hClient);
+    Export<decltype(&WlanOpenHandle)>(m_hModule, "WlanOpenHandle")(2, nullptr, &dwVersion, &hClient);
     LPWSTR szProfile = nullptr;
     const CWideString szName(name);
-    Find<decltype(WlanGetProfile)>(m_hModule, "WlanGetProfile")(hClient, &adapter, szName.c_str(), nullptr, &szProfile, nullptr,
-                                                                nullptr);
+    Export<decltype(&WlanGetProfile)>(m_hModule, "WlanGetProfile")(hClient, &adapter, szName.c_str(), nullptr, &szProfile,
+                                                                   nullptr, nullptr);
     const std::string text = szProfile ? Narrow(szProfile) : "";
-    Find<decltype(WlanFreeMemory)>(m_hModule, "WlanFreeMemory")(szProfile);
-    Find<decltype(WlanCloseHandle)>(m_hModule, "WlanCloseHandle")(hClient, nullptr);
+    Export<decltype(&WlanFreeMemory)>(m_hModule, "WlanFreeMemory")(szProfile);
+    Export<decltype(&WlanCloseHandle)>(m_hModule, "WlanCloseHandle")(hClient, nullptr);
     return text;
 }
 
@@ -82,26 +77,27 @@ std::vector<std::string> CSimulatedService::Calls() const
 
 LONG CSimulatedService::LiveHandles() const
 {
-    return Find<decltype(SimulatedWlanLiveHandles)>(m_hModule, "SimulatedWlanLiveHandles")();
+    return Export<decltype(&SimulatedWlanLiveHandles)>(m_hModule, "SimulatedWlanLiveHandles")();
 }
 
 LONG CSimulatedService::LiveBlocks() const
 {
-    return Find<decltype(SimulatedWlanLiveBlocks)>(m_hModule, "SimulatedWlanLiveBlocks")();
+    return Export<decltype(&SimulatedWlanLiveBlocks)>(m_hModule, "SimulatedWlanLiveBlocks")();
 }
 
 void CSimulatedService::FailNext(const char* szFunction, unsigned uFirst, unsigned uCount, DWORD dwError) const
 {
-    EXPECT_TRUE(Find<decltype(SimulatedWlanFailNext)>(m_hModule, "SimulatedWlanFailNext")(szFunction, uFirst, uCount, dwError));
+    EXPECT_TRUE(
+        Export<decltype(&SimulatedWlanFailNext)>(m_hModule, "SimulatedWlanFailNext")(szFunction, uFirst, uCount, dwError));
 }
 
 void CSimulatedService::ClearFaults() const
 {
-    Find<decltype(SimulatedWlanClearFaults)>(m_hModule, "SimulatedWlanClearFaults")();
+    Export<decltype(&SimulatedWlanClearFaults)>(m_hModule, "SimulatedWlanClearFaults")();
 }
 
 unsigned CSimulatedService::CountCalls(const char* szFunction) const
 {
-    return Find<decltype(SimulatedWlanCalls)>(m_hModule, "SimulatedWlanCalls")(szFunction);
+    return Export<decltype(&SimulatedWlanCalls)>(m_hModule, "SimulatedWlanCalls")(szFunction);
 }
 } // namespace tests
