@@ -360,6 +360,16 @@ TEST_F(ServiceTest, ReadsFilesThatAPersonPutThere)
     ExpectStored(OLESTR("Dropped"), Widen(ascii));
 }
 
+TEST_F(ServiceTest, TakesAwayWhatAKilledWriterLeft)
+{
+    ASSERT_EQ(success, Set(Profile(OLESTR("Office"))));
+    WriteBytes(Place("Wi-Fi-Office.xml.unfinished-12"), "<WLANProfile><name>Half</na");
+    WriteBytes(Place("Wi-Fi-Office.flags.unfinished-12"), "4");
+    ExpectStored(OLESTR("Office"), Profile(OLESTR("Office")));
+    ASSERT_EQ(success, Set(Profile(OLESTR("Other"))));
+    EXPECT_EQ((std::set<std::string>{"Wi-Fi-Office.xml", "Wi-Fi-Other.xml"}), Files());
+}
+
 TEST_F(ServiceTest, ReadersNextToWritersSeeWholeProfiles)
 {
     const CWideString longer = Profile(OLESTR("Office"), CWideString(40000, OLESTR(' ')));
