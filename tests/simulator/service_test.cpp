@@ -200,6 +200,23 @@ TEST_F(ServiceTest, RefusesWhatIsNotAsItMustBe)
     EXPECT_TRUE(Files().empty());
 }
 
+TEST_F(ServiceTest, TellsOfItsAdaptersAndFreesItsOwnMemoryOnce)
+{
+    PWLAN_INTERFACE_INFO_LIST pList = nullptr;
+    ASSERT_EQ(success, EnumInterfaces(hClient, nullptr, &pList));
+    ASSERT_EQ(2u, pList->dwNumberOfItems);
+    const WLAN_INTERFACE_INFO* pInfo = pList->InterfaceInfo;
+    EXPECT_EQ("Plain Adapter", Narrow(pInfo[0].strInterfaceDescription));
+    EXPECT_EQ(wlan_interface_state_connected, pInfo[0].isState);
+    EXPECT_EQ(wlan_interface_state_disconnected, pInfo[1].isState);
+    int mine = 0;
+    FreeMemory(&mine);
+    EXPECT_EQ(lBlocks + 1, LiveBlocks());
+    FreeMemory(pList);
+    FreeMemory(pList);
+    EXPECT_EQ(lBlocks, LiveBlocks());
+}
+
 TEST_F(ServiceTest, RefusesAnAdapterFileThatItDoesNotUnderstand)
 {
     for (const std::string strAdapter :
