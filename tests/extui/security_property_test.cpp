@@ -1,7 +1,6 @@
 // The security property as a host uses it: what it answers for a profile, what it makes of it, the lines that it writes on
 // the way, and its entries.
 #include "extui/SecurityPropertyInfo.h"
-#include "platform/testing/Faults.h"
 #include "tests/support/ModuleUnderTest.h"
 #include "tests/support/TraceLog.h"
 
@@ -42,8 +41,6 @@ constexpr const char* szNoCipher = "(FFFFFFFFh) ";
 constexpr ProfileCase profileCases[] = {
     {"none", nullptr, szNoCipher, false, TRUE, 2, "AES", TRUE},
     {"empty", OLESTR(""), szNoCipher, false, TRUE, 2, "AES", TRUE},
-    {"not_xml", OLESTR("<CCX>"), szNoCipher, false, TRUE, 2, "AES", TRUE},
-    {"without_security", OLESTR("<CCX><Rapido>true</Rapido></CCX>"), szNoCipher, false, TRUE, 2, "AES", TRUE},
     {"cckm_without_cipher", NETWORK("cckm", "WEP104"), szNoCipher, false, TRUE, 2, "AES", TRUE},
     {"wpa2_without_cipher", NETWORK("wpa2", ""), szNoCipher, false, TRUE, 2, "AES", TRUE},
     {"cckm_wep", NETWORK("cckm", "WEP"), "(5h) WEP", true, TRUE, 0, "WEP", TRUE},
@@ -163,19 +160,6 @@ TEST_F(SecurityProperty, Profiles)
     }
     // A key is taken as it comes.
     EXPECT_EQ(NetworkTree("cckm", ""), SetDisplayInfo(CBstr(NETWORK("cckm", "TKIP")), 0xABCD, "(ABCDh), ", CBstr()));
-}
-
-TEST_F(SecurityProperty, HandsOutNullWhereNoDocumentCanBeMade)
-{
-    WCHAR chMark = 0;
-    BSTR bstrModified = &chMark;
-    BOOL bIsModified = FALSE;
-    platform::testing::PlanFault("CoCreateInstance", 1, 1000);
-    EXPECT_EQ(S_OK, m_property->Dot11ExtUIPropertySetSelected(nullptr, nullptr, &bstrModified, &bIsModified));
-    platform::testing::ClearFaults();
-    EXPECT_EQ(TRUE, bIsModified);
-    EXPECT_EQ(nullptr, bstrModified);
-    EXPECT_EQ("*bstrModifiedIHVProfile: (null)\n", m_log.Take().back());
 }
 
 // The entries that a property hands out, and which of them is the default.
