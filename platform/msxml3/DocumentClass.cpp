@@ -99,8 +99,9 @@ public:
                           if (!document)
                               return S_FALSE;
                           m_tree = std::make_shared<CTree>(std::move(document), m_bPreserveSpace);
-                          *pbSuccessful = VARIANT_TRUE;
-                          return S_OK;
+                          // A component may say by one of the two alone that it has loaded.
+                          *pbSuccessful = testing::FaultFires("loadXML's flag") ? VARIANT_FALSE : VARIANT_TRUE;
+                          return testing::FaultFires("loadXML's result") ? S_FALSE : S_OK;
                       });
     }
     STDMETHODIMP put_async(VARIANT_BOOL) override
