@@ -4,7 +4,7 @@
 #include "host/HostError.h"
 #include "host/ProfileLayout.h"
 
-#include <algorithm>
+#include <set>
 
 namespace
 {
@@ -30,27 +30,31 @@ CWideView NamespacePrefix(CWideView attributeName)
     return attributeName.starts_with(declaration) ? attributeName.substr(declaration.size()) : CWideView{};
 }
 
-bool UsesPrefix(CWideView text, CWideView prefix)
+// Every word before a colon: a prefix may also stand in an attribute's value.
+std::set<CWideView> PrefixesIn(CWideView text)
 {
-    return text.find(CWideString(prefix) + OLESTR(":")) != CWideView::npos;
+    std::set<CWideView> prefixes;
+    for (std::size_t nBegin = 0, nColon = 0; (nColon = text.find(OLESTR(':'), nBegin)) != CWideView::npos; nBegin = nColon + 1)
+    {
+        const CWideView before = text.substr(nBegin, nColon - nBegin);
+        prefixes.insert(before.substr(before.find_last_of(OLESTR(" \t\r\n<>/=\"'")) + 1));
+    }
+    return prefixes;
 }
 
 // The declarations of prefixes that the element uses and that stand on elements around it. Without them its text
 // would not be a document of its own.
 CWideString MissingDeclarations(CWideView profile, const XmlElement& element)
 {
-    const CWideView elementText = profile.substr(element.Begin(), element.nEnd - element.Begin());
-    std::vector<CWideView> declared;
+    // Those that no element so far declares.
+    std::set<CWideView> wanted = PrefixesIn(profile.substr(element.Begin(), element.nEnd - element.Begin()));
     CWideString strDeclarations;
     for (const XmlElement* pScope = &element; pScope; pScope = pScope->pParent)
     {
         for (const XmlAttribute& attribute : AttributesOf(profile, pScope->openingTag))
         {
             const CWideView prefix = NamespacePrefix(attribute.name);
-            if (prefix.empty() || std::find(declared.begin(), declared.end(), prefix) != declared.end())
-                continue;
-            declared.push_back(prefix);
-            if (pScope == &element || !UsesPrefix(elementText, prefix))
+            if (prefix.empty() || wanted.erase(prefix) == 0 || pScope == &element)
                 continue;
             const std::size_t nInner = pScope->openingTag.nBegin + 1 + pScope->Name().size();
             strDeclarations += OLESTR(" ");
