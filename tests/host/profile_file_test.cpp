@@ -124,7 +124,8 @@ const Reading readings[] = {
     {"<W><x><IHV><security><CCX/></security></IHV></x></W>", nullptr},
     {"<W><IHV><connectivity/><security>\n</security></IHV></W>", nullptr},
     {"<p:W xmlns:p='n'><p:IHV><p:security><CCX><a/></CCX></p:security></p:IHV></p:W>", "<CCX><a/></CCX>"},
-    {"<W xmlns:v='n' xmlns:w='m'><IHV><security><v:CCX><v:a/></v:CCX></security></IHV></W>", "<v:CCX xmlns:v='n'><v:a/></v:CCX>"},
+    {"<W xmlns:v='http://www.korvane.com/CCX' xmlns:w='m'><IHV><security><v:CCX><v:a/></v:CCX></security></IHV></W>",
+     "<v:CCX xmlns:v='http://www.korvane.com/CCX'><v:a/></v:CCX>"},
     {"<W xmlns:v='n'><IHV xmlns:v='m'><security><CCX v:a=''/></security></IHV></W>", "<CCX xmlns:v='m' v:a=''/>"},
     {"<W><!-- <IHV><security><CCX/></security></IHV> --><IHV><!-- <security> --></IHV></W>", nullptr},
     {"<W><name><![CDATA[<IHV><security><CCX/>]]></name><IHV><security><![CDATA[<CCX/>]]></security></IHV></W>", nullptr},
@@ -205,8 +206,18 @@ TEST(WithVendorTextTest, GivesTheTextTheProfilesLineEnds)
 
 TEST(WithVendorTextTest, LeavesAnotherVendorAlone)
 {
-    EXPECT_EQ(ReasonFor([] { Put("<W><IHV><security><Other/></security></IHV></W>", VendorPlace::Security, "<CCX/>"); }),
-              "the IHV element belongs to another vendor: security holds Other");
+    const std::pair<const char*, std::string> cases[] = {
+        {"<W><IHV><security><Other/></security></IHV></W>", "security holds Other"},
+        {"<W><IHV><security><z:CCX xmlns:z='urn:z'/></security></IHV></W>", "z:CCX is of the namespace \"urn:z\""},
+        {"<W xmlns='n'><IHV><security xmlns='m'><CCX/></security></IHV></W>", "security is of the namespace \"m\""},
+        {"<W xmlns:z='urn:z'><z:IHV/></W>", "z:IHV is of the namespace \"urn:z\""},
+    };
+    for (const auto& [szProfile, strReason] : cases)
+    {
+        EXPECT_EQ(ReasonFor([&] { Put(szProfile, VendorPlace::Security, "<CCX/>"); }),
+                  "the IHV element belongs to another vendor: " + strReason);
+        EXPECT_EQ(Read(szProfile, VendorPlace::Security), std::nullopt);
+    }
 }
 
 // Keys
