@@ -96,20 +96,28 @@ struct Hidden
     std::size_t nEnd; // no less than nBegin
 };
 
-// Up to the last end tag of the name: one before it may stand in a key, or in a comment within the comment.
-Hidden ElementContent(CWideView folded, std::size_t nName, std::size_t nEnd)
+// Where the last end tag of the name begins, when that is no nearer than nFrom.
+std::optional<std::size_t> LastEndTag(CWideView folded, CWideView name, std::size_t nFrom)
 {
-    const CWideView name = folded.substr(nName, nEnd - nName);
-    const std::size_t nContent = folded.substr(nEnd).starts_with(OLESTR('>')) ? nEnd + 1 : nEnd;
-    for (std::size_t n = folded.rfind(name); n != CWideView::npos && n >= nContent; n = folded.rfind(name, n - 1))
+    for (std::size_t n = folded.rfind(name); n != CWideView::npos && n > nFrom; n = folded.rfind(name, n - 1))
     {
         const CWideView before = Before(folded, n);
-        const auto nEndTag = FindOpening(WithoutSign(before, OLESTR('/')));
         const CWideView behind = folded.substr(n + name.size());
-        if (nEndTag && before.ends_with(OLESTR('/')) && (behind.empty() || !IsNameCharacter(behind.front())))
-            return {nContent, std::max(nContent, *nEndTag)};
+        const auto nEndTag = FindOpening(WithoutSign(before, OLESTR('/')));
+        if (nEndTag >= nFrom && before.ends_with(OLESTR('/')) && (behind.empty() || !IsNameCharacter(behind.front())))
+            return nEndTag;
     }
-    return {nContent, folded.size()};
+    return std::nullopt;
+}
+
+// Up to the last end tag of any key: those before it may stand within keys.
+Hidden ElementContent(CWideView folded, std::size_t nEnd)
+{
+    const std::size_t nContent = folded.substr(nEnd).starts_with(OLESTR('>')) ? nEnd + 1 : nEnd;
+    std::optional<std::size_t> nLast;
+    for (const CWideView name : keyNames)
+        nLast = std::max(nLast, LastEndTag(folded, name, nContent));
+    return {nContent, nLast.value_or(folded.size())};
 }
 
 // Nothing is hidden behind a name that is no attribute's.
@@ -140,7 +148,7 @@ CWideString MaskedWords(CWideView written)
         if (bPrefix || !IsOneOf(folded.substr(nName, nEnd - nName), keyNames))
             continue;
         const bool bTag = FindOpening(WithoutSign(Before(folded, nName), OLESTR('?'))).has_value();
-        const Hidden hidden = bTag ? ElementContent(folded, nName, nEnd) : AttributeValue(folded, nEnd);
+        const Hidden hidden = bTag ? ElementContent(folded, nEnd) : AttributeValue(folded, nEnd);
         if (hidden.nBegin == hidden.nEnd)
             continue;
         strShown += written.substr(nShown, hidden.nBegin - nShown);
@@ -192,7 +200,10 @@ public:
         catch (const CHostError&)
         {
             // What follows is no XML.
-            m_strMasked += m_nKeyDepth != 0 ? CWideString(mask) : MaskedPiece(m_text.substr(m_nDone));
+            if (m_nKeyDepth == 0)
+                m_strMasked += MaskedPiece(m_text.substr(m_nDone));
+            else if (!m_bHiding)
+                m_strMasked += mask;
         }
         return std::move(m_strMasked);
     }
