@@ -5,7 +5,6 @@
 
 namespace answers
 {
-// Asks all of them and prints what is answered otherwise. When it rewrites, the answers are put into the texts instead. False
-// when something differed.
-bool AskAgreed(const std::filesystem::path& folder, bool bRewrites);
+// Asks all of them and prints what is answered otherwise. False when something was.
+bool AskAgreed(const std::filesystem::path& folder);
 } // namespace answers

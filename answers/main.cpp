@@ -1,5 +1,5 @@
 // Asks the platform, or the module, the same questions on every build; scripts/compare-answers runs it on both.
-//   korihvui_answers platform FOLDER [write]              holds the answers against the texts of the folder, or puts them there
+//   korihvui_answers platform FOLDER                      holds the answers against the texts of the folder
 //   korihvui_answers documents SHAPES FILE SEED COUNT     writes down what becomes of generated profiles
 #include "answers/Agreed.h"
 #include "answers/Documents.h"
@@ -17,11 +17,11 @@ int main(int nArguments, char** pszArguments)
     SetEnvironmentVariableW(OLESTR("PLATFORM_ROOT"), stateFolder.PlatformName().c_str());
     SetEnvironmentVariableW(OLESTR("PLATFORM_DIALOGS"), OLESTR("none"));
     const std::string_view what = nArguments > 1 ? pszArguments[1] : "";
-    if (what == "platform" && (nArguments == 3 || nArguments == 4))
-        return answers::AskAgreed(pszArguments[2], nArguments == 4) ? 0 : 1;
+    if (what == "platform" && nArguments == 3)
+        return answers::AskAgreed(pszArguments[2]) ? 0 : 1;
     if (what != "documents" || nArguments != 6)
     {
-        std::fprintf(stderr, "usage: korihvui_answers platform FOLDER [write] | documents SHAPES FILE SEED COUNT\n");
+        std::fprintf(stderr, "usage: korihvui_answers platform FOLDER | documents SHAPES FILE SEED COUNT\n");
         return 2;
     }
     std::ofstream file(pszArguments[3], std::ios::binary);
