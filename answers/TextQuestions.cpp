@@ -1,6 +1,8 @@
-// Formats, conversions, identifiers, and the texts that the platform and modules hand out.
+// Formats, conversions, identifiers, documents, and the texts that the platform and modules hand out.
 #include "answers/Shown.h"
 #include "answers/World.h"
+#include "host/Module.h"
+#include "profile/XmlDocument.h"
 
 #include <rpc.h>
 
@@ -118,6 +120,21 @@ std::string String(CWorld& world, CQuestion& question)
     return std::to_string(cch) + ", " + Shown(Touched(buffer));
 }
 
+// Loads the document; told are its text form and all texts in it, or only those of the node that a path and paths from there
+// find.
+std::string Xml(CWorld&, CQuestion& question)
+{
+    const CComApartment apartment;
+    CXmlDocument document;
+    if (!document.Load(question.Text()))
+        return "refused";
+    const std::string form = question.HasMore() ? "" : Shown(document.Xml().View()) + ", ";
+    CXmlNode node = document.Root();
+    while (question.HasMore())
+        node = node.Select(question.Text());
+    return node ? form + "text \"" + Shown(node.Text().value()) + "\"" : "none";
+}
+
 constexpr Verb verbs[] = {
     {"format", Formatted},
     {"narrow", Narrowed},
@@ -129,6 +146,7 @@ constexpr Verb verbs[] = {
     {"program", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetModuleFileNameW(nullptr, szText, cch); }>},
     {"load", String},
     {"string", String},
+    {"xml", Xml},
 };
 } // namespace
 

@@ -2,7 +2,7 @@
 #include "profile/CCXConnectionSettings.h"
 #include "profile/IhvProfile.h"
 #include "tests/support/ModuleUnderTest.h"
-#include "tests/support/XmlVerbs.h"
+#include "tests/support/XmlTest.h"
 
 #include <cstring>
 

@@ -1,7 +1,7 @@
 // The bands of a Windows wireless profile: read from its connectivity section and written back.
 #include "profile/WlanProfileBands.h"
 #include "tests/support/TestFolder.h"
-#include "tests/support/XmlVerbs.h"
+#include "tests/support/XmlTest.h"
 
 #include <memory>
 

@@ -4,7 +4,7 @@
 #include "profile/WlanProfileBands.h"
 #include "tests/support/LiveObjects.h"
 #include "tests/support/ModuleUnderTest.h"
-#include "tests/support/XmlVerbs.h"
+#include "tests/support/XmlTest.h"
 
 #include <memory>
 #include <regex>

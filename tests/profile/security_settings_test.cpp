@@ -1,7 +1,7 @@
 // The security choice of an IHV profile: what is read from a text, what is written, what counts as valid.
 #include "profile/CCXSecuritySettings.h"
 #include "tests/support/ModuleUnderTest.h"
-#include "tests/support/XmlVerbs.h"
+#include "tests/support/XmlTest.h"
 
 namespace
 {

@@ -3,7 +3,7 @@
 #include "profile/DocumentPrologue.h"
 #include "profile/XmlDocument.h"
 #include "tests/support/TestFolder.h"
-#include "tests/support/XmlVerbs.h"
+#include "tests/support/XmlTest.h"
 
 #include <vector>
 
