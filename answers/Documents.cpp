@@ -1,6 +1,7 @@
 #include "answers/Documents.h"
-#include "answers/Shown.h"
 
+#include "answers/Question.h"
+#include "answers/Shown.h"
 #include "extui/SecurityPropertyInfo.h"
 #include "host/HostError.h"
 #include "host/Module.h"
@@ -48,16 +49,16 @@ public:
             throw CHostError("the security property does not take its description");
     }
 
-    void Record(const std::string& subject, const Document& document)
+    void Record(const std::string& kind, const CWideString& text)
     {
-        m_subject = subject;
-        Add("text", Shown(document.text));
-        if (document.kind == "security")
-            RecordSecurity(document.text);
-        else if (document.kind == "connection")
-            RecordConnection(document.text);
+        m_record << Shown(text);
+        if (kind == "security")
+            RecordSecurity(text);
+        else if (kind == "connection")
+            RecordConnection(text);
         else
-            RecordBands(document.text);
+            RecordBands(text);
+        m_record << '\n';
     }
 
 private:
@@ -72,7 +73,7 @@ private:
 
     void Add(const std::string& question, const std::string& answer)
     {
-        m_record << m_subject << ": " << question << " -> " << answer << '\n';
+        m_record << '\t' << question << " -> " << answer;
     }
 
     void RecordSecurity(const CWideString& text)
@@ -133,7 +134,6 @@ private:
     }
 
     std::ostream& m_record;
-    std::string m_subject;
     const CComApartment m_apartment;
     const CLoadedModule m_module{std::string()};
     const CComRef<ICCXExtUIKey> m_security;
@@ -141,11 +141,14 @@ private:
 };
 } // namespace
 
-void RecordDocuments(std::ostream& record, const DocumentShapes& shapes, std::uint32_t uSeed, unsigned nCount)
+void RecordDocuments(std::istream& documents, std::ostream& record)
 {
     CDocumentRecorder recorder(record);
-    CDocumentGenerator generator(shapes, uSeed);
-    for (unsigned i = 0; i < nCount; ++i)
-        recorder.Record("document " + std::to_string(i), generator.Next());
+    for (std::string line; std::getline(documents, line);)
+    {
+        CQuestion document(line);
+        const std::string kind = document.Word();
+        recorder.Record(kind, document.Text());
+    }
 }
 } // namespace answers
