@@ -1,4 +1,4 @@
-// Formats, conversions, identifiers, documents, and the texts that the platform and modules hand out.
+// Formats, conversions, identifiers, documents, and the texts that modules hand out.
 #include "answers/Shown.h"
 #include "answers/World.h"
 #include "host/Module.h"
@@ -89,26 +89,6 @@ std::string Identifier(CWorld&, CQuestion& question)
     return Shown(written) + ", freed " + ShownStatus(RpcStringFreeW(&szWritten));
 }
 
-// The texts differ between machines: room and result are told by how they relate to the whole text's length.
-using TextSource = DWORD (*)(WCHAR*, DWORD);
-template <TextSource pfnGet>
-std::string HandedOut(CWorld&, CQuestion& question)
-{
-    WCHAR szWhole[1024] = {};
-    pfnGet(szWhole, DWORD{1024});
-    const CWideView whole(szWhole);
-    const auto cchWhole = static_cast<long>(whole.size());
-    CWideString buffer(whole.size() + 60, OLESTR('#'));
-    SetLastError(4711);
-    const DWORD cchGot = pfnGet(buffer.data(), static_cast<DWORD>(cchWhole + question.Number<long>()));
-    const std::string error = ShownSuccess(FALSE);
-    const bool bWhole = CWideView(buffer.c_str()) == whole;
-    return "length and " + std::to_string(static_cast<long>(cchGot) - cchWhole) +
-           (bWhole                     ? ", whole"
-            : buffer[0] == OLESTR('#') ? ", nothing"
-                                       : ", cut, " + error);
-}
-
 // Loads the file and is told what it holds.
 std::string String(CWorld& world, CQuestion& question)
 {
@@ -141,9 +121,6 @@ constexpr Verb verbs[] = {
     {"widen", Widened},
     {"bytes", InBytes},
     {"identifier", Identifier},
-    {"current-folder", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetCurrentDirectoryW(cch, szText); }>},
-    {"system-folder", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetSystemDirectoryW(szText, cch); }>},
-    {"program", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetModuleFileNameW(nullptr, szText, cch); }>},
     {"load", String},
     {"string", String},
     {"xml", Xml},
