@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <vector>
 
 namespace answers
 {
@@ -75,18 +74,14 @@ std::string InBytes(CWorld&, CQuestion& question)
 // Read, and written again.
 std::string Identifier(CWorld&, CQuestion& question)
 {
-    const CWideView text = question.Text();
-    std::vector<unsigned short> units(text.begin(), text.end());
-    units.push_back(0);
+    CWideString text = question.Text();
     UUID uuid = {};
-    const RPC_STATUS status = UuidFromStringW(units.data(), &uuid);
+    const RPC_STATUS status = UuidFromStringW(reinterpret_cast<RPC_WSTR>(text.data()), &uuid);
     RPC_WSTR szWritten = nullptr;
     if (status != RPC_S_OK || UuidToStringW(&uuid, &szWritten) != RPC_S_OK)
         return ShownStatus(status);
-    CWideString written;
-    for (const auto* pUnit = szWritten; *pUnit != 0; ++pUnit)
-        written += static_cast<WCHAR>(*pUnit);
-    return Shown(written) + ", freed " + ShownStatus(RpcStringFreeW(&szWritten));
+    const std::string written = Shown(CWideView(reinterpret_cast<const WCHAR*>(szWritten)));
+    return written + ", freed " + ShownStatus(RpcStringFreeW(&szWritten));
 }
 
 // Loads the file and is told what it holds.
@@ -116,14 +111,8 @@ std::string Xml(CWorld&, CQuestion& question)
 }
 
 constexpr Verb verbs[] = {
-    {"format", Formatted},
-    {"narrow", Narrowed},
-    {"widen", Widened},
-    {"bytes", InBytes},
-    {"identifier", Identifier},
-    {"load", String},
-    {"string", String},
-    {"xml", Xml},
+    {"format", Formatted},      {"narrow", Narrowed}, {"widen", Widened}, {"bytes", InBytes},
+    {"identifier", Identifier}, {"load", String},     {"string", String}, {"xml", Xml},
 };
 } // namespace
 
