@@ -9,6 +9,7 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <array>
+#include <functional>
 #include <vector>
 
 namespace
@@ -33,30 +34,16 @@ void Call(IDot11ExtUIProperty& property, unsigned uOperation, FuzzedDataProvider
     BSTR* const pbstrText = bNull ? nullptr : bstrText.Put();
     BOOL* const pbFlag = bNull ? nullptr : &bFlag;
     ULONG* const puFirst = bNull ? nullptr : &uFirst;
-    switch (uOperation)
-    {
-    case 0:
-        property.Dot11ExtUIPropertyGetName(pbstrText);
-        break;
-    case 1:
-        property.Dot11ExtUIPropertyGetSelected(bstrProfile.Get(), pContext, pbFlag);
-        break;
-    case 2:
-        property.Dot11ExtUIPropertySetSelected(bstrProfile.Get(), pContext, pbstrText, pbFlag);
-        break;
-    case 3:
-        property.Dot11ExtUIPropertyHasDialog(pbFlag);
-        break;
-    case 4:
-        property.Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), pContext, puFirst, &uSecond, &pEntries);
-        break;
-    case 5:
-        property.Dot11ExtUIPropertySetDisplayInfo(0, bstrProfile.Get(), pContext, &entry, pbstrText, pbFlag);
-        break;
-    default:
-        property.Dot11ExtUIPropertyGetFlags(puFirst, &uSecond);
-        break;
-    }
+    const std::function<void()> operations[] = {
+        [&] { property.Dot11ExtUIPropertyGetName(pbstrText); },
+        [&] { property.Dot11ExtUIPropertyGetSelected(bstrProfile.Get(), pContext, pbFlag); },
+        [&] { property.Dot11ExtUIPropertySetSelected(bstrProfile.Get(), pContext, pbstrText, pbFlag); },
+        [&] { property.Dot11ExtUIPropertyHasDialog(pbFlag); },
+        [&] { property.Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), pContext, puFirst, &uSecond, &pEntries); },
+        [&] { property.Dot11ExtUIPropertySetDisplayInfo(0, bstrProfile.Get(), pContext, &entry, pbstrText, pbFlag); },
+        [&] { property.Dot11ExtUIPropertyGetFlags(puFirst, &uSecond); },
+    };
+    operations[uOperation]();
     // What came out is a text of its own, or nothing: the holder frees it.
     Require(!bstrText || uOperation == 0 || IsWellFormed(bstrText.Get()), "a modified profile is well-formed");
 }
