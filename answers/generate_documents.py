@@ -13,50 +13,43 @@ from pathlib import Path
 SHAPES = json.loads(Path(__file__).with_name("documents.json").read_text())
 
 
-class Generator:
-    def __init__(self, seed):
-        self.random = random.Random(seed)
+def one_in(choices):
+    return random.randrange(choices) == 0
 
-    def one_in(self, choices):
-        return self.random.randrange(choices) == 0
 
-    def maybe(self, choices, texts):
-        """One of the texts, or most times none."""
-        return self.random.choice(SHAPES[texts]) if self.one_in(choices) else ""
+def maybe(choices, texts):
+    """One of the texts, or most times none."""
+    return random.choice(SHAPES[texts]) if one_in(choices) else ""
 
-    def element(self, name, content):
-        name = self.maybe(40, "wrong-names") or name
-        start = f"<{name}{self.maybe(12, 'attributes')}"
-        if isinstance(content, str):
-            inner = self.maybe(8, "text-mixtures") + self.random.choice(SHAPES[content]) + self.maybe(8, "text-mixtures")
-        else:
-            inner = self.children(content)
-        return f"{start}/>" if not inner and self.one_in(2) else f"{start}>{inner}</{name}>"
 
-    def children(self, shapes):
-        separator = "\r\n  " if self.one_in(3) else ""
-        text = ""
-        for shape in shapes:
-            text += separator + self.maybe(15, "interludes")
-            # Alternatives stand beside each other in the shapes, so that a third goes missing.
-            again = not self.one_in(3)
-            while again:
-                text += self.element(*shape)
-                again = self.one_in(25)
-        return text + self.maybe(20, "interludes")
+def element(name, content):
+    name = maybe(40, "wrong-names") or name
+    start = f"<{name}{maybe(12, 'attributes')}"
+    if isinstance(content, str):
+        inner = maybe(8, "text-mixtures") + random.choice(SHAPES[content]) + maybe(8, "text-mixtures")
+    else:
+        inner = elements(content)
+    return f"{start}/>" if not inner and one_in(2) else f"{start}>{inner}</{name}>"
 
-    def broken(self, text):
-        place = self.random.randrange(len(text) + 1)
-        head, tail = text[:place], text[place:]
-        part = tail[:self.random.randrange(1, 40)]
-        return self.random.choice([head, head + tail[len(part):], head + part + tail, head + self.maybe(1, "splinters") + tail])
 
-    def document(self):
-        kind, shape = self.random.choice(list(SHAPES["documents"].items()))
-        text = self.maybe(4, "prologues") + self.element(*shape) + self.maybe(30, "interludes")
-        while self.one_in(3):
-            text = self.broken(text)
-        return kind, text
+def elements(shapes):
+    separator = "\r\n  " if one_in(3) else ""
+    text = ""
+    for shape in shapes:
+        text += separator + maybe(15, "interludes")
+        # Alternatives stand beside each other in the shapes, so that a third goes missing.
+        again = not one_in(3)
+        while again:
+            text += element(*shape)
+            again = one_in(25)
+    return text + maybe(20, "interludes")
+
+
+def broken(text):
+    place = random.randrange(len(text) + 1)
+    head, tail = text[:place], text[place:]
+    part = tail[:random.randrange(1, 40)]
+    return random.choice([head, head + tail[len(part):], head + part + tail, head + maybe(1, "splinters") + tail])
 
 
 def shown(text):
@@ -66,7 +59,10 @@ def shown(text):
 
 
 if __name__ == "__main__":
-    generator = Generator(int(sys.argv[2]))
+    random.seed(int(sys.argv[2]))
     for _ in range(int(sys.argv[1])):
-        kind, text = generator.document()
+        kind, shape = random.choice(list(SHAPES["documents"].items()))
+        text = maybe(4, "prologues") + element(*shape) + maybe(30, "interludes")
+        while one_in(3):
+            text = broken(text)
         print(f'{kind} "{shown(text)}"')
