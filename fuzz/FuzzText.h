@@ -1,7 +1,11 @@
-// What the fuzz targets have in common: texts out of bytes, and properties that end the program when they do not hold.
+// What the fuzz targets have in common: texts out of bytes, documents, and properties that end the program when they do not
+// hold.
 #pragma once
 
+#include "profile/XmlDocument.h"
 #include "values/Utf8Text.h"
+
+#include <objbase.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -22,4 +26,17 @@ inline CWideString TextFrom(const std::uint8_t* pData, std::size_t cbData)
     const std::string_view bytes(reinterpret_cast<const char*>(pData), cbData);
     const CWideString text = WideOfUtf8(bytes).value_or(WideOfUtf16(bytes, UnicodeForm::Utf16LittleEndian));
     return text.substr(0, text.find(WCHAR{}));
+}
+
+// Takes COM up for the process, once.
+inline void PrepareProcess()
+{
+    static const HRESULT hr = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    Require(SUCCEEDED(hr), "COM starts");
+}
+
+inline bool IsWellFormed(const WCHAR* szText)
+{
+    CXmlDocument document;
+    return document.Load(szText) && document.Root();
 }

@@ -1,5 +1,5 @@
 // Reading and writing back what profiles hold: the security choice, the connection options, the bands.
-#include "fuzz/FuzzDocument.h"
+#include "fuzz/FuzzText.h"
 
 #include "profile/CCXConnectionSettings.h"
 #include "profile/CCXSecuritySettings.h"

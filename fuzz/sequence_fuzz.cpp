@@ -1,6 +1,6 @@
 // Random operations in random order on live objects, with random texts, contexts and null pointers: a host that does
 // everything wrong that an interface allows.
-#include "fuzz/FuzzDocument.h"
+#include "fuzz/FuzzText.h"
 
 #include "extui/SecurityPropertyInfo.h"
 #include "public/Dot11ExtUI.h"
