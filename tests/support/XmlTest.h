@@ -1,8 +1,8 @@
 // Cases that work on documents, each inside an apartment.
 #pragma once
 
+#include "host/Module.h"
 #include "values/Bstr.h"
-#include "values/ComRef.h"
 
 #include <msxml2.h>
 
@@ -12,14 +12,6 @@ namespace tests::xml
 {
 class XmlTest : public testing::Test
 {
-protected:
-    void SetUp() override
-    {
-        ASSERT_GE(CoInitializeEx(nullptr, COINIT_MULTITHREADED), 0);
-    }
-    void TearDown() override
-    {
-        CoUninitialize();
-    }
+    const CComApartment m_apartment;
 };
 } // namespace tests::xml
