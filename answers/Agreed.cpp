@@ -1,6 +1,6 @@
 // The agreed texts: a line for each question, "question -> answer". A line that is indented goes on in the world of the line
 // before it, any other begins a new one. "Wine -> answer  # reason" below a question is what Wine is known to answer instead.
-#include "answers/Agreed.h"
+#include "answers/Answers.h"
 
 #include "answers/World.h"
 

@@ -1,4 +1,4 @@
-#include "answers/Documents.h"
+#include "answers/Answers.h"
 
 #include "answers/Question.h"
 #include "answers/Shown.h"

@@ -1,8 +1,7 @@
 // Asks the platform, or the module, the same questions on every build; scripts/compare-answers runs it on both.
-//   korihvui_answers platform FOLDER                      holds the answers against the texts of the folder
-//   korihvui_answers documents PROFILES RECORD            writes down what becomes of the profiles
-#include "answers/Agreed.h"
-#include "answers/Documents.h"
+//   korihvui_answers platform FOLDER            holds the answers against the texts of the folder
+//   korihvui_answers documents PROFILES RECORD  writes down what becomes of the profiles
+#include "answers/Answers.h"
 
 #include "tests/support/TestFolder.h"
 

@@ -9,7 +9,6 @@ import sys
 import xml.parsers.expat
 from collections import Counter
 
-SHOWN = 10
 SPACES = r"(?:\\u000D|\\u000A|\\u0009| )+"
 
 
@@ -61,7 +60,7 @@ def main(native_path, windows_path):
           f"{len(differences)} differ, {explained.total()} more for known reasons")
     for reason, count in explained.most_common():
         print(f"  {count:5}  {reason}")
-    for text, answers in differences[:SHOWN]:
+    for text, answers in differences[:10]:
         print(text)
         print("".join(f"  native:  {one}\n  windows: {other}\n" for one, other in answers), end="")
     return 1 if differences or not native or len(native) != len(windows) else 0
