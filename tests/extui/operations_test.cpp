@@ -98,7 +98,6 @@ const OperationCase operationCases[] = {
     {"name", security, CALL(name, &o.text), S_OK, " text=CCKM"},
     {"name_null", security, CALL(name, null), E_POINTER},
     {"name_unbound_before_null", unbound, CALL(name, null), E_FAIL},
-    {"name_unbound", unbound, CALL(name, &o.text), E_FAIL},
     {"dialog", security, CALL(showDialog, null, null, null, &o.text, &o.flag), E_NOTIMPL},
     {"get_selected_null_before_unbound", unbound, CALL(getSelected, null, null, null), E_INVALIDARG, "", headerGetSelected},
     {"get_selected_unbound", unbound, CALL(getSelected, null, null, &o.flag), E_FAIL, "", headerGetSelected},

@@ -54,24 +54,4 @@ TEST(RootObject, KindDecidesWhatIsHandedOut)
         CoTaskMemFree(ppProperties);
     }
 }
-
-TEST(RootObject, NewSecurityPropertyStartsWithPlainNames)
-{
-    const CModuleUnderTest module;
-    const auto earlier = module.Property(propertyKindSecurity);
-    tests::CConnectionContext qualified(OLESTR("Office"), {}, 0, 2);
-    EXPECT_EQ(S_OK, earlier->Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, qualified.Get(), nullptr, nullptr, nullptr));
-    const auto later = module.Property(propertyKindSecurity);
-    for (const auto& property : {earlier, later}) // one description for both
-    {
-        ULONG uQualified = 99;
-        ULONG uKind = 99;
-        EXPECT_EQ(S_OK, property->Dot11ExtUIPropertyGetFlags(&uQualified, &uKind));
-        EXPECT_EQ(0u, uQualified);
-    }
-    Dot11ExtUIPropertyEntry* pEntries = nullptr;
-    EXPECT_EQ(S_OK, later->Dot11ExtUIPropertyGetDisplayInfo(0, nullptr, nullptr, nullptr, nullptr, &pEntries));
-    ASSERT_NE(nullptr, pEntries);
-    EXPECT_EQ("AES", tests::Narrow(pEntries[2].bstrDisplayText));
-}
 } // namespace
