@@ -57,7 +57,8 @@ public:
         // Natively a process has a registry of its own here. Where all share one, the first one's values are there and stay: a
         // writer that took them away at its end would take them from another that just begins.
         DWORD dwEnable = 0;
-        if (!RegReadDword(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), &dwEnable))
+        RegReadDword(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), &dwEnable);
+        if (dwEnable == 0)
         {
             m_enable.emplace(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), DWORD{1});
             m_path.emplace(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("LogPath"), tests::Widen(std::getenv(szLogVariable)));
