@@ -68,17 +68,6 @@ TEST_F(WirelessClientTest, HandleIsOpenedOnceForAll)
     EXPECT_EQ(0u, m_service.CountCalls("WlanCloseHandle"));
 }
 
-// Of eight lengths in a row one fills the memory that the allocator sets aside to the last byte.
-TEST_F(WirelessProfileTest, IsCopiedWhateverItsLength)
-{
-    for (std::size_t cchMore = 0; cchMore < 8; ++cchMore)
-    {
-        const std::string profile = std::string(office) + std::string(cchMore, ' ');
-        m_service.AddProfile(adapterGuid, "office.xml", profile);
-        EXPECT_EQ(profile, Read(m_office.Get()));
-    }
-}
-
 TEST_F(WirelessProfileTest, IsFalseForWhatIsNotThere)
 {
     EXPECT_EQ("false", Read(CConnectionContext(OLESTR("office"), adapterGuid).Get()));
