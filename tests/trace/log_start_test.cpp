@@ -5,8 +5,6 @@
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"
 
-#include <optional>
-
 namespace
 {
 using tests::CModuleUnderTest;
@@ -123,17 +121,17 @@ TEST_F(LogStart, LogPathIsWhateverFits)
 
 TEST_F(LogStart, BackupOfTheLogBefore)
 {
-    using File = std::optional<std::string>;
+    const std::string none = "(none)";
     const struct
     {
         bool bFresh;
-        File log, last;                 // before
-        File expectedLog, expectedLast; // after
+        std::string log, last;                 // before
+        std::string expectedLog, expectedLast; // after
     } rows[] = {
         {false, "old", "older", "old", "older"},
-        {false, {}, "older", "", {}},
+        {false, none, "older", "", none},
         {true, "old", "older", "", "old"},
-        {true, "old", {}, "", "old"},
+        {true, "old", none, "", "old"},
     };
     const auto enable = Enable();
     for (const CWideString& folder : {m_szFolder + CWideString(OLESTR("\\")), CWideString()})
@@ -142,15 +140,13 @@ TEST_F(LogStart, BackupOfTheLogBefore)
             for (const auto& [szFile, text] : {std::pair("ihv.txt", row.log), {"lastihv.txt", row.last}})
             {
                 std::filesystem::remove(szFile);
-                if (text)
-                    WriteBytes(szFile, *text);
+                if (text != none)
+                    WriteBytes(szFile, text);
             }
             KorCmnTracer::Start((folder + OLESTR("ihv.txt")).c_str(), false, row.bFresh);
             KorCmnTracer::Stop();
-            const auto now = [](const char* szFile)
-            { return std::filesystem::exists(szFile) ? File(ReadBytes(szFile)) : File(); };
-            EXPECT_EQ(row.expectedLog, now("ihv.txt"));
-            EXPECT_EQ(row.expectedLast, now("lastihv.txt"));
+            for (const auto& [szFile, text] : {std::pair("ihv.txt", row.expectedLog), {"lastihv.txt", row.expectedLast}})
+                EXPECT_EQ(text, std::filesystem::exists(szFile) ? ReadBytes(szFile) : none);
         }
 }
 

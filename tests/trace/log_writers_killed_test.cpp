@@ -8,13 +8,11 @@
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"
-#include "values/RegistryValues.h"
 
 #include <chrono>
 #include <cstdlib>
 #include <limits>
 #include <map>
-#include <optional>
 #include <random>
 #include <regex>
 #include <thread>
@@ -47,34 +45,14 @@ bool WaitForLine(const std::filesystem::path& log, const std::string& strBeginni
 
 constexpr const char* szLogVariable = "TRACE_TEST_LOG"; // where the other processes find the log
 
-// One of several processes that write to the log that the environment names.
-class COtherLogWriter
+// Begins to write to the log that the environment names, as one of several processes. Natively a process has a registry of
+// its own here; where all share one, nobody who still begins is left when the first value is gone.
+tests::CRegistryValue StartOtherWriter()
 {
-public:
-    COtherLogWriter()
-    {
-        // Natively a process has a registry of its own here. Where all share one, the first one's values are there and stay: a
-        // writer that took them away at its end would take them from another that just begins.
-        DWORD dwEnable = 0;
-        RegReadDword(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), &dwEnable);
-        if (dwEnable == 0)
-        {
-            m_enable.emplace(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), DWORD{1});
-            m_path.emplace(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("LogPath"), tests::Widen(std::getenv(szLogVariable)));
-        }
-        KorCmnTracer::Start(OLESTR("unused"), false, false);
-    }
-    ~COtherLogWriter()
-    {
-        KorCmnTracer::Stop();
-    }
-    COtherLogWriter(const COtherLogWriter&) = delete;
-    COtherLogWriter& operator=(const COtherLogWriter&) = delete;
-
-private:
-    std::optional<tests::CRegistryValue> m_enable;
-    std::optional<tests::CRegistryValue> m_path;
-};
+    tests::CRegistryValue enable(HKEY_LOCAL_MACHINE, tests::szTraceKey, OLESTR("EnableTraceLog"), 1);
+    KorCmnTracer::Start(tests::Widen(std::getenv(szLogVariable)).c_str(), false, false);
+    return enable;
+}
 
 // Writes lines with their numbers.
 void Write(const char* szWriter, unsigned uCount)
@@ -93,13 +71,13 @@ void WriteBesideVictim(const char* szWriter, const std::filesystem::path& log)
 
 TEST(KilledLogWriter, DISABLED_Survivor)
 {
-    const COtherLogWriter writer;
+    const auto enable = StartOtherWriter();
     WriteBesideVictim("survivor", std::getenv(szLogVariable));
 }
 
 TEST(KilledLogWriter, DISABLED_Victim)
 {
-    const COtherLogWriter writer;
+    const auto enable = StartOtherWriter();
     Write("victim", std::numeric_limits<unsigned>::max());
 }
 
