@@ -174,7 +174,8 @@ bool KorCmnTracer::ReadSwitches(const WCHAR* szLogPath)
 {
     const auto& logPath = RegistrySwitches::logPath;
     WCHAR szConfiguredPath[maxPathLength + 1] = {};
-    RegReadString(HKEY_LOCAL_MACHINE, logPath.szSubKey, logPath.szValueName, szConfiguredPath, maxPathLength + 1);
+    RegReadString(HKEY_LOCAL_MACHINE, logPath.szSubKey, logPath.szValueName, szConfiguredPath,
+                  static_cast<DWORD>(std::size(szConfiguredPath)));
     const CWideView path(szConfiguredPath[0] != WCHAR{} ? szConfiguredPath : szLogPath);
     const bool bPathFits = path.size() <= maxPathLength;
     if (bPathFits)

@@ -98,7 +98,6 @@ TEST_F(SecuritySettings, WriteTheElements)
         CBstr bstrWritten;
         *bstrWritten.Put() = settings.Serialise();
         EXPECT_EQ(row.szTree, tests::ProfileTree(bstrWritten));
-        EXPECT_EQ(0u, tests::TextOf(bstrWritten).find("<CCX xmlns=\"http://www.korvane.com/CCX\">"));
         EXPECT_EQ(row.bIsValid, settings.IsValid());
     }
 }

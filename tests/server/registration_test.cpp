@@ -28,7 +28,7 @@ std::string ValueOf(const CUniqueKey& key, const WCHAR* szName)
     DWORD cbValue = sizeof(szValue);
     if (RegQueryValueExW(key.Get(), szName, nullptr, &dwType, reinterpret_cast<BYTE*>(szValue), &cbValue) != LSTATUS{})
         return "";
-    EXPECT_EQ(REG_SZ, static_cast<int>(dwType));
+    EXPECT_EQ(DWORD{REG_SZ}, dwType);
     std::string text = tests::Narrow({szValue, cbValue / sizeof(WCHAR)});
     std::replace(text.begin(), text.end(), '\0', '$');
     return " " + tests::Narrow(szName) + "=" + text;
