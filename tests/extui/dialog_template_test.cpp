@@ -55,7 +55,7 @@ std::string Describe(HMODULE hModule)
     text();
     numbers(3); // of the font
     text();
-    while ((pWord - pTemplate) * sizeof(WORD) < SizeofResource(hModule, hResource))
+    while (pWord < pTemplate + SizeofResource(hModule, hResource) / sizeof(WORD))
     {
         pWord += (pWord - pTemplate) % 2; // every control begins at a multiple of four bytes
         out << "\n";

@@ -186,7 +186,6 @@ TEST(LogLine, FormatIsHeldAgainstItsArguments)
     EXPECT_FALSE((Accepted<OLESTR("%d"), const WCHAR*>));
     EXPECT_FALSE((Accepted<OLESTR("%s"), const char*>));
     EXPECT_FALSE((Accepted<OLESTR("%d"), long long>));
-    EXPECT_FALSE((Accepted<OLESTR("%d"), float>));
     EXPECT_FALSE((Accepted<OLESTR("%c"), int>));
     EXPECT_FALSE((Accepted<OLESTR("%d %d"), int>));
     EXPECT_FALSE((Accepted<OLESTR("%d"), int, int>));
