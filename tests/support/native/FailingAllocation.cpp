@@ -3,10 +3,12 @@
 #include "tests/support/FailingAllocation.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <string_view>
 
 #include <dlfcn.h>
+#include <malloc.h>
 
 namespace
 {
@@ -20,7 +22,11 @@ void* Allocate(std::size_t cb, const void* pCaller) noexcept
 {
     if (tests::AllocationsAreCounted() && IsFromModule(pCaller) && tests::AllocationFails())
         return nullptr;
-    return std::malloc(cb ? cb : 1);
+    void* const p = std::malloc(cb ? cb : 1);
+    // A text without room for its end does not find a zero behind it by luck.
+    if (p)
+        std::memset(p, '~', malloc_usable_size(p));
+    return p;
 }
 
 void* AllocateOrThrow(std::size_t cb, const void* pCaller)
