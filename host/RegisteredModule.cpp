@@ -12,8 +12,7 @@ constexpr DWORD maxServerPathLength = 32767;
 CWideString RegisteredModuleFile()
 {
     CWideString strFile(maxServerPathLength, WCHAR{});
-    RegReadString(HKEY_CLASSES_ROOT, serverKey, nullptr, strFile.data(), maxServerPathLength);
-    if (strFile.front() == WCHAR{})
+    if (!RegReadString(HKEY_CLASSES_ROOT, serverKey, nullptr, strFile.data(), maxServerPathLength))
         throw CHostError("the extension's class is not registered");
     return strFile.c_str();
 }

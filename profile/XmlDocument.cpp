@@ -77,7 +77,9 @@ template <class Take>
 bool ReadNodeText(IXMLDOMNode& node, const Take& take)
 {
     CVariant value;
-    if (node.get_nodeValue(value.Put()) != S_OK || value.Get().vt != VT_BSTR)
+    // One that fails leaves it empty.
+    node.get_nodeValue(value.Put());
+    if (value.Get().vt != VT_BSTR)
         return false;
     const BSTR bstrValue = value.Get().bstrVal;
     take(CWideView(bstrValue, SysStringLen(bstrValue)));

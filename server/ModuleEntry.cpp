@@ -22,6 +22,7 @@ void Attach(HINSTANCE hInstance)
 
 void Detach()
 {
+    ModuleState::ReleaseLanguageModule();
     KorCmnTracer::Stop();
     CoUninitialize();
 }

@@ -5,6 +5,7 @@
 #include "values/RegistrySwitches.h"
 #include "values/RegistryValues.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -135,6 +136,17 @@ bool CreateEmptyFile(const WCHAR* szPath)
     return static_cast<bool>(created);
 }
 
+bool CreateFolderOf(const WCHAR* szPath)
+{
+    const int nSeparator = FindLastPathSeparator(szPath, cchPath);
+    if (nSeparator == 0)
+        return false;
+    // No heap: a log that has no folder yet must not depend on there being memory.
+    WCHAR szFolder[cchPath] = {};
+    std::copy_n(szPath, nSeparator + 1, szFolder);
+    return CreateDirectoryPath(szFolder);
+}
+
 // Moves the log out of the way of a new one. Neither result matters, nor whether there is memory for the name: without a
 // log there is nothing to keep, and a log that cannot be moved is emptied.
 void KeepAsLast(const WCHAR* szPath)
@@ -151,8 +163,7 @@ void KeepAsLast(const WCHAR* szPath)
 void BeginNewLog(const WCHAR* szPath)
 {
     KeepAsLast(szPath);
-    if (!CreateEmptyFile(szPath) && GetLastError() == ERROR_PATH_NOT_FOUND && FindLastPathSeparator(szPath) != 0 &&
-        CreateDirectoryPath(szPath))
+    if (!CreateEmptyFile(szPath) && GetLastError() == ERROR_PATH_NOT_FOUND && CreateFolderOf(szPath))
         CreateEmptyFile(szPath);
 }
 } // namespace

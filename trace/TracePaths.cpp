@@ -10,16 +10,16 @@ namespace
 constexpr CWideView separators = OLESTR("\\/");
 } // namespace
 
-int FindLastPathSeparator(const WCHAR* szPath)
+int FindLastPathSeparator(const WCHAR* szPath, std::size_t cchBound)
 {
-    const auto nIndex = CWideView(szPath).find_last_of(separators);
+    const auto nIndex = CWideView(szPath, std::find(szPath, szPath + cchBound, WCHAR{})).find_last_of(separators);
     return nIndex == CWideView::npos ? 0 : static_cast<int>(nIndex);
 }
 
 bool CreateDirectoryPath(const WCHAR* szPath)
 {
     constexpr int existenceOnly = 0;
-    WCHAR szPrefix[MAX_PATH + 1] = {};
+    WCHAR szPrefix[cchPath] = {};
     for (std::size_t i = 0; szPath[i] != WCHAR{}; ++i)
     {
         szPrefix[i] = szPath[i];

@@ -5,9 +5,12 @@
 
 #include <memory>
 
-// Index of the last backslash or slash; 0 when there is none, so that a separator at the very beginning and no separator
-// give the same answer.
-int FindLastPathSeparator(const WCHAR* szPath);
+// Room for a path with its terminator.
+constexpr std::size_t cchPath = MAX_PATH + 1;
+
+// Index of the last backslash or slash, no further than the bound; 0 when there is none, so that a separator at the very
+// beginning and no separator give the same answer.
+int FindLastPathSeparator(const WCHAR* szPath, std::size_t cchBound);
 
 // Creates every missing folder along the path, up to its last separator; what stands behind that is not created.
 // False at the first folder that cannot be created (those before it stay).
