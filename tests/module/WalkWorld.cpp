@@ -64,19 +64,18 @@ Alive CWorld::CountAlive() const
     return {LiveObjects(), m_service.LiveBlocks(), m_service.LiveHandles()};
 }
 
-void CWorld::Request() const
-{
-    CComRef<IUnknown> factory;
-    EXPECT_EQ(S_OK, m_module->GetClassObject(CLSID_ExtUI, IID_IUnknown, factory.PutVoid()));
-}
-
 bool CWorld::IsLineWritten()
 {
     std::error_code missing;
     const auto cbBefore = std::filesystem::file_size(m_log.File(), missing);
     if (missing)
         return false;
-    auto request = std::async(std::launch::async, [this] { Request(); });
+    auto request = std::async(std::launch::async,
+                              [this]
+                              {
+                                  CComRef<IUnknown> factory;
+                                  EXPECT_EQ(S_OK, m_module->GetClassObject(CLSID_ExtUI, IID_IUnknown, factory.PutVoid()));
+                              });
     if (request.wait_for(patience) != std::future_status::ready)
     {
         std::fprintf(stderr, "a lock is left held\n");

@@ -2,8 +2,8 @@
 // until it is unloaded stands in the way.
 #pragma once
 
+#include "tests/module/Fault.h"
 #include "tests/support/ModuleUnderTest.h"
-#include "tests/support/SimulatedService.h"
 #include "tests/support/TraceLog.h"
 
 #include <optional>
@@ -20,6 +20,7 @@ struct Alive
     bool operator==(const Alive&) const = default;
 };
 
+// Its adapters are the maker's with every band, and one without any.
 class CWorld
 {
 public:
@@ -46,15 +47,19 @@ public:
     {
         return m_log;
     }
-    // The machine's adapters: the maker's with every band, and one without any.
-    CConnectionContext& Office()
+    // Runs the one call that a fault is meant for.
+    template <class Act>
+    auto Call(const Act& act)
     {
-        return m_office;
+        if (pFault)
+            pFault->Arm();
+        auto result = act();
+        if (pFault)
+            pFault->Disarm();
+        return result;
     }
-    CConnectionContext& Bandless()
-    {
-        return m_bandless;
-    }
+    CFault* pFault = nullptr;
+
     // Puts the wireless profile of both adapters back to what it was.
     void ResetProfiles() const;
 
@@ -67,12 +72,8 @@ public:
     bool IsLogFree() const;
 
 private:
-    void Request() const;
-
     CSimulatedService m_service;
     CTraceLog m_log;
-    CConnectionContext m_office{OLESTR("Office"), adapterGuid};
-    CConnectionContext m_bandless{OLESTR("Office"), otherAdapterGuid};
     std::optional<CModuleUnderTest> m_module;
 };
 } // namespace tests::walk

@@ -28,8 +28,7 @@ unsigned Repetitions(bool bSlow)
 
 bool IsSlow(const Operation& operation)
 {
-    return operation.kind != Operation::Kind::Plain || operation.name.ends_with("registerServer") ||
-           operation.name.ends_with("RegisterServer");
+    return operation.bLoads || IsDialog(operation) || std::string_view(operation.szName).ends_with("egisterServer");
 }
 
 class Soak : public testing::TestWithParam<Operation>
@@ -43,26 +42,25 @@ TEST_P(Soak, LeavesTheProcessAsItWas)
     if (std::getenv("KORIHVUI_SOAK_QUIET"))
         quiet.emplace(HKEY_LOCAL_MACHINE, szTraceLevelsKey, OLESTR("Ihvui"), 0);
     CWorld world;
-    if (!operation.Loads())
-        world.Load();
+    operation.Prepare(world);
     testing::internal::CaptureStdout();
     const unsigned uCount = Repetitions(IsSlow(operation));
-    const auto usual = operation.run(world, nullptr);
+    const auto usual = operation.Outcome(world);
     // The process's own stores grow at first, however little is left behind later.
     for (unsigned u = 0; u < uCount / 10 + 5; ++u)
-        operation.run(world, nullptr);
+        operation.Outcome(world);
     const auto before = tests::MeasureResources();
     const auto aliveBefore = world.CountAlive();
     unsigned uUnusual = 0;
     for (unsigned u = 0; u < uCount; ++u)
-        uUnusual += operation.run(world, nullptr) == usual ? 0 : 1;
+        uUnusual += operation.Outcome(world) == usual ? 0 : 1;
     const auto after = tests::MeasureResources();
     auto aliveAfter = world.CountAlive();
     testing::internal::GetCapturedStdout();
 
     EXPECT_EQ(0u, uUnusual);
     std::size_t cbKept = 0;
-    if (operation.Loads() && operation.IsDialog())
+    if (operation.bLoads && IsDialog(operation))
     {
         // The one handle that each life of the module leaves to the process.
         constexpr std::size_t cbHandle = 256;
@@ -82,5 +80,5 @@ TEST_P(Soak, LeavesTheProcessAsItWas)
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, Soak, testing::ValuesIn(AllOperations()),
-                         [](const auto& row) { return std::string(row.param.name); });
+                         [](const auto& row) { return std::string(row.param.szName); });
 } // namespace

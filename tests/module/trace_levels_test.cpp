@@ -16,15 +16,15 @@ Lines TracedAtLevel(DWORD dwLevel)
     world.Log().Take();
     for (const auto& operation : AllOperations())
     {
-        if (!operation.Loads())
-            operation.run(world, nullptr);
+        if (!operation.bLoads)
+            operation.Outcome(world);
     }
     world.Unload();
     world.Service().SetAdapters("[]");
     for (const auto& operation : DialogOperations())
     {
-        if (operation.Loads())
-            operation.run(world, nullptr);
+        if (operation.bLoads)
+            operation.Outcome(world);
     }
     return world.Log().Take();
 }
