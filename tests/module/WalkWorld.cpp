@@ -1,7 +1,7 @@
 #include "tests/module/WalkWorld.h"
 
 #include "tests/support/DialogScenario.h"
-#include "tests/support/LiveObjects.h"
+#include "tests/support/Machine.h"
 
 #include <chrono>
 #include <cstdio>

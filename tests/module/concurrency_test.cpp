@@ -1,6 +1,6 @@
 // Many threads at the module at once: objects of all classes, factories and locks, while every operation is traced.
 #include "extui/SecurityPropertyInfo.h"
-#include "tests/support/LiveObjects.h"
+#include "tests/support/Machine.h"
 #include "tests/support/ModuleUnderTest.h"
 #include "tests/support/TraceLog.h"
 

@@ -2,7 +2,7 @@
 // (100000 for a long run); by default it is a small slice. KORIHVUI_SOAK_QUIET leaves out the lines of the log, which take
 // most of the time where several processes could write to it.
 #include "tests/module/Operation.h"
-#include "tests/support/ProcessResources.h"
+#include "tests/support/Machine.h"
 #include "tests/support/TraceLog.h"
 
 #include <cstdlib>

@@ -2,7 +2,7 @@
 #include "platform/testing/Faults.h"
 #include "profile/CCXConnectionSettings.h"
 #include "profile/WlanProfileBands.h"
-#include "tests/support/LiveObjects.h"
+#include "tests/support/Machine.h"
 #include "tests/support/ModuleUnderTest.h"
 #include "tests/support/XmlVerbs.h"
 

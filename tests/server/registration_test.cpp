@@ -1,6 +1,6 @@
 // What registration writes and removes, step by step, and how far it gets when a step fails.
 #include "platform/testing/Faults.h"
-#include "tests/support/LiveObjects.h"
+#include "tests/support/Machine.h"
 #include "tests/support/ModuleUnderTest.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"

@@ -1,7 +1,7 @@
 #include "tests/support/DialogScenario.h"
 
 #include "resources/resource.h"
-#include "tests/support/WarningIcon.h"
+#include "tests/support/Machine.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,6 @@
 // The trace log when the platform fails it: it goes quiet, and nobody else is disturbed.
 #include "platform/testing/Faults.h"
-#include "tests/support/LiveObjects.h"
+#include "tests/support/Machine.h"
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"

@@ -2,12 +2,10 @@
 
 #include <winternl.h>
 
-#include "tests/support/ProcessResources.h"
+#include "host/Library.h"
+#include "tests/support/Machine.h"
 
 #include <algorithm>
-#include <array>
-#include <numeric>
-#include <vector>
 
 namespace tests
 {
@@ -35,10 +33,9 @@ using QuerySystem = NTSTATUS NTAPI(SYSTEM_INFORMATION_CLASS, void*, ULONG, ULONG
 
 std::size_t CountHandles()
 {
-    const auto pQuery = reinterpret_cast<QuerySystem*>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
+    const auto pQuery = Export<QuerySystem*>(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation");
     std::vector<BYTE> list(std::size_t{1} << 22);
-    if (!pQuery || pQuery(systemHandles, list.data(), static_cast<ULONG>(list.size()), nullptr) < 0)
+    if (pQuery(systemHandles, list.data(), static_cast<ULONG>(list.size()), nullptr) < 0)
         return 0;
     const auto* const pList = reinterpret_cast<const SystemHandles*>(list.data());
     const auto isOurs = [](const SystemHandle& handle) { return handle.uProcess == GetCurrentProcessId(); };
@@ -56,19 +53,26 @@ std::size_t BytesOf(HANDLE hHeap)
     return cbUsed;
 }
 
-// What is in use in all heaps, however little of it has been touched.
-std::size_t CountHeapBytes()
-{
-    constexpr DWORD nMostHeaps = 64;
-    std::array<HANDLE, nMostHeaps> heaps = {};
-    const DWORD nHeaps = std::min(GetProcessHeaps(nMostHeaps, heaps.data()), nMostHeaps);
-    return std::accumulate(heaps.begin(), heaps.begin() + nHeaps, std::size_t{0},
-                           [](std::size_t cbSum, HANDLE hHeap) { return cbSum + BytesOf(hHeap); });
-}
 } // namespace
 
+// The memory is what is in use in all heaps, however little of it has been touched.
 ProcessResources MeasureResources()
 {
-    return {CountHandles(), CountHeapBytes()};
+    constexpr DWORD nMostHeaps = 64;
+    HANDLE heaps[nMostHeaps] = {};
+    ProcessResources resources = {CountHandles(), 0};
+    for (DWORD n = std::min(GetProcessHeaps(nMostHeaps, heaps), nMostHeaps); n > 0; --n)
+        resources.cbMemory += BytesOf(heaps[n - 1]);
+    return resources;
+}
+
+std::vector<long> LiveObjects()
+{
+    return {};
+}
+
+LRESULT WarningIcon()
+{
+    return reinterpret_cast<LRESULT>(LoadIconW(nullptr, IDI_WARNING));
 }
 } // namespace tests
