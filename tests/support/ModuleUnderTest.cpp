@@ -1,7 +1,5 @@
 #include "tests/support/ModuleUnderTest.h"
 
-#include "host/Library.h"
-
 #include <regex>
 
 namespace tests
