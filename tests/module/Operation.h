@@ -74,4 +74,9 @@ inline bool IsDialog(const Operation& operation)
 {
     return std::string_view(operation.szName).find("dialog") != std::string_view::npos;
 }
+// A dialog, a load or a change of the registry takes a hundred times as long as anything else.
+inline bool IsSlow(const Operation& operation)
+{
+    return operation.bLoads || IsDialog(operation) || std::string_view(operation.szName).ends_with("egisterServer");
+}
 } // namespace tests::walk

@@ -15,7 +15,6 @@ using namespace tests::walk;
 using tests::CRegistryValue;
 using tests::szTraceLevelsKey;
 
-// A dialog, a load or a change of the registry takes a hundred times as long as anything else.
 constexpr unsigned slice = 300;
 constexpr unsigned slowSlice = 10;
 
@@ -24,11 +23,6 @@ unsigned Repetitions(bool bSlow)
     const char* const szCount = std::getenv("KORIHVUI_SOAK");
     const auto uCount = szCount ? static_cast<unsigned>(std::strtoul(szCount, nullptr, 10)) : 0;
     return uCount != 0 ? uCount : bSlow ? slowSlice : slice;
-}
-
-bool IsSlow(const Operation& operation)
-{
-    return operation.bLoads || IsDialog(operation) || std::string_view(operation.szName).ends_with("egisterServer");
 }
 
 class Soak : public testing::TestWithParam<Operation>
