@@ -11,35 +11,16 @@ namespace tests
 {
 namespace
 {
-// The system's own list of all handles: not every version of the platform keeps the count of one process's handles.
-constexpr auto systemHandles = static_cast<SYSTEM_INFORMATION_CLASS>(16);
-
-struct SystemHandle
-{
-    ULONG uProcess;
-    BYTE bType;
-    BYTE bFlags;
-    USHORT uHandle;
-    void* pObject;
-    ACCESS_MASK access;
-};
-struct SystemHandles
-{
-    ULONG cHandles;
-    SystemHandle handles[1];
-};
-
-using QuerySystem = NTSTATUS NTAPI(SYSTEM_INFORMATION_CLASS, void*, ULONG, ULONG*);
-
+// From the system's own list of all handles: not every version of the platform keeps the count of one process's handles.
 std::size_t CountHandles()
 {
-    const auto pQuery = Export<QuerySystem*>(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation");
+    const auto pQuery = Export<decltype(&NtQuerySystemInformation)>(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation");
     std::vector<BYTE> list(std::size_t{1} << 22);
-    if (pQuery(systemHandles, list.data(), static_cast<ULONG>(list.size()), nullptr) < 0)
+    if (pQuery(SystemHandleInformation, list.data(), static_cast<ULONG>(list.size()), nullptr) < 0)
         return 0;
-    const auto* const pList = reinterpret_cast<const SystemHandles*>(list.data());
-    const auto isOurs = [](const SystemHandle& handle) { return handle.uProcess == GetCurrentProcessId(); };
-    return static_cast<std::size_t>(std::count_if(pList->handles, pList->handles + pList->cHandles, isOurs));
+    const auto* const pList = reinterpret_cast<const SYSTEM_HANDLE_INFORMATION*>(list.data());
+    const auto isOurs = [](const SYSTEM_HANDLE_ENTRY& handle) { return handle.OwnerPid == GetCurrentProcessId(); };
+    return static_cast<std::size_t>(std::count_if(pList->Handle, pList->Handle + pList->Count, isOurs));
 }
 
 std::size_t BytesOf(HANDLE hHeap)
