@@ -50,7 +50,7 @@ HRESULT ShowDialog(CWorld& world, Outputs& outputs)
                                                               &outputs.bFlag);
             });
     }
-    const auto stored = world.Service().Profile(adapterGuid, OLESTR("Office"));
+    const auto stored = world.service.Profile(adapterGuid, OLESTR("Office"));
     const bool bWhole = stored.find("<WLANProfile") != std::string::npos && stored.find("</WLANProfile>") != std::string::npos;
     outputs.others = bWhole ? "" : " torn";
     return hr;

@@ -7,7 +7,7 @@ namespace
 {
 CWideString ModuleFile()
 {
-    return PlatformNameOf(BuildFolder() / "korihvui.dll");
+    return BesideProgram(OLESTR("korihvui.dll"));
 }
 
 HRESULT Load(CWorld& world, Outputs&)
@@ -19,13 +19,13 @@ HRESULT Load(CWorld& world, Outputs&)
 
 HRESULT LoadWithoutLog(CWorld& world, Outputs& outputs)
 {
-    std::filesystem::remove(world.Log().File());
+    std::filesystem::remove(world.log.File());
     return Load(world, outputs);
 }
 
 HRESULT LoadWithoutLogFolder(CWorld& world, Outputs& outputs)
 {
-    std::filesystem::remove_all(world.Log().File().parent_path());
+    std::filesystem::remove_all(world.log.File().parent_path());
     return Load(world, outputs);
 }
 

@@ -24,7 +24,7 @@ void CallWith(const char* szExport)
 }
 } // namespace
 
-CWorld::CWorld() : m_service(machine)
+CWorld::CWorld() : service(machine)
 {
     // As every host has COM ready: a module that is unloaded by COM while it alone keeps COM ready takes COM's ground away.
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
@@ -56,18 +56,18 @@ void CWorld::ResetProfiles() const
 {
     const auto profile = OfficeProfile("<connectivity><phyType>a</phyType><phyType>g</phyType></connectivity>");
     for (const GUID& adapter : {adapterGuid, otherAdapterGuid})
-        m_service.AddProfile(adapter, "office.xml", profile);
+        service.AddProfile(adapter, "office.xml", profile);
 }
 
 Alive CWorld::CountAlive() const
 {
-    return {LiveObjects(), m_service.LiveBlocks(), m_service.LiveHandles()};
+    return {LiveObjects(), service.LiveBlocks(), service.LiveHandles()};
 }
 
 bool CWorld::IsLineWritten()
 {
     std::error_code missing;
-    const auto cbBefore = std::filesystem::file_size(m_log.File(), missing);
+    const auto cbBefore = std::filesystem::file_size(log.File(), missing);
     if (missing)
         return false;
     auto request = std::async(std::launch::async,
@@ -82,12 +82,12 @@ bool CWorld::IsLineWritten()
         std::abort();
     }
     static constexpr std::size_t cbLine = sizeof("00:00:00.000 [       0]   Ihvui: GetClassObject\r\n") - 1;
-    return std::filesystem::file_size(m_log.File(), missing) == cbBefore + cbLine;
+    return std::filesystem::file_size(log.File(), missing) == cbBefore + cbLine;
 }
 
 bool CWorld::IsLogFree() const
 {
-    const CUniqueFile file(CreateFileW(PlatformNameOf(m_log.File()).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+    const CUniqueFile file(CreateFileW(PlatformNameOf(log.File()).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     OVERLAPPED region = {};
     return file && LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 2, 0, &region);

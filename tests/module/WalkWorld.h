@@ -29,6 +29,10 @@ public:
     CWorld(const CWorld&) = delete;
     CWorld& operator=(const CWorld&) = delete;
 
+    CSimulatedService service;
+    CTraceLog log;
+    CFault* pFault = nullptr; // of the next call
+
     void Load();
     void Unload();
     bool IsLoaded() const
@@ -39,15 +43,7 @@ public:
     {
         return *m_module;
     }
-    CSimulatedService& Service()
-    {
-        return m_service;
-    }
-    CTraceLog& Log()
-    {
-        return m_log;
-    }
-    // Runs the one call that a fault is meant for.
+    // Runs the one call that the fault is meant for.
     template <class Act>
     auto Call(const Act& act)
     {
@@ -58,7 +54,6 @@ public:
             pFault->Disarm();
         return result;
     }
-    CFault* pFault = nullptr;
 
     // Puts the wireless profile of both adapters back to what it was.
     void ResetProfiles() const;
@@ -72,8 +67,6 @@ public:
     bool IsLogFree() const;
 
 private:
-    CSimulatedService m_service;
-    CTraceLog m_log;
     std::optional<CModuleUnderTest> m_module;
 };
 } // namespace tests::walk

@@ -31,7 +31,7 @@ public:
             Complain("gives one outcome and then another: " + m_usual);
         for (const auto& function : m_functions)
         {
-            CFault counting(m_world.Service(), function);
+            CFault counting(m_world.service, function);
             Run(&counting);
             for (unsigned uNth = 1; uNth <= counting.Calls(); ++uNth)
             {
@@ -45,25 +45,19 @@ public:
         m_world.Unload();
     }
 
-    std::size_t Triples() const
-    {
-        return m_nTriples;
-    }
-    const std::vector<std::string>& Complaints() const
-    {
-        return m_complaints;
-    }
+    std::size_t nTriples = 0;
+    std::vector<std::string> complaints;
 
 private:
     // The outcome with the error lines that were traced.
     std::string Run(CFault* pFault)
     {
-        m_world.Log().Take();
+        m_world.log.Take();
         m_world.pFault = pFault;
         auto outcome = m_pOperation->Outcome(m_world);
         m_world.pFault = nullptr;
         SetCurrentDirectoryW(m_szDirectory);
-        for (const auto& line : m_world.Log().Take())
+        for (const auto& line : m_world.log.Take())
         {
             static const std::regex error(R"(\*\*\* ?(?:Error: )?(?:returning )?(\w+)[^]*)");
             std::smatch match;
@@ -75,12 +69,12 @@ private:
 
     void Try(const PlatformFunction& function, unsigned uNth)
     {
-        CFault fault(m_world.Service(), function, uNth);
+        CFault fault(m_world.service, function, uNth);
         const Alive before = m_world.CountAlive();
         const std::string outcome = Run(&fault);
         if (!fault.HasFired())
             return;
-        ++m_nTriples;
+        ++nTriples;
         if (!IsAllowed(function, outcome))
             Complain("gives " + outcome + " in place of " + m_usual);
         CheckLeft(before);
@@ -142,7 +136,7 @@ private:
 
     void Complain(const std::string& what)
     {
-        m_complaints.push_back(std::string(m_pOperation->szName) + ", " + m_fault + ": " + what);
+        complaints.push_back(std::string(m_pOperation->szName) + ", " + m_fault + ": " + what);
     }
 
     std::span<const PlatformFunction> m_functions;
@@ -151,8 +145,6 @@ private:
     const Operation* m_pOperation = nullptr;
     std::string m_usual;
     std::string m_fault = "no fault";
-    std::size_t m_nTriples = 0;
-    std::vector<std::string> m_complaints;
 };
 
 // A function that no operation calls would be walked without ever failing.
@@ -160,7 +152,7 @@ TEST(FaultWalk, EachFunctionIsCalledSomewhere)
 {
     CWorld world;
     std::set<std::string> uncalled;
-    for (const auto& function : tests::platformFunctions)
+    for (const auto& function : tests::PlatformFunctions())
         uncalled.insert(function.szName);
     // A folder without a language file, so that the search for one goes all its way.
     const tests::CTestFolder elsewhere;
@@ -172,9 +164,10 @@ TEST(FaultWalk, EachFunctionIsCalledSomewhere)
         for (const auto& name : uncalled)
             platform::testing::PlanFault(name.c_str(), CFault::never, 1);
         operation.Outcome(world);
-        std::erase_if(
-            uncalled, [&](const std::string& name)
-            { return platform::testing::CountCalls(name.c_str()) != 0 || world.Service().CountCalls(name.c_str()) != 0; });
+        std::erase_if(uncalled,
+                      [&](const std::string& name) {
+                          return platform::testing::CountCalls(name.c_str()) != 0 || world.service.CountCalls(name.c_str()) != 0;
+                      });
         platform::testing::ClearFaults();
     }
     testing::internal::GetCapturedStdout();
@@ -212,14 +205,14 @@ protected:
         for (const auto& operation : GetParam().operations)
             walker.Walk(operation);
         testing::internal::GetCapturedStdout();
-        EXPECT_EQ(std::vector<std::string>{}, walker.Complaints());
-        EXPECT_NE(0u, walker.Triples());
-        std::cout << "tried " << walker.Triples() << " triples of function, call and operation\n";
+        EXPECT_EQ(std::vector<std::string>{}, walker.complaints);
+        EXPECT_NE(0u, walker.nTriples);
+        std::cout << "tried " << walker.nTriples << " triples of function, call and operation\n";
     }
 };
 TEST_P(FaultWalkOf, Functions)
 {
-    Walk(tests::platformFunctions);
+    Walk(tests::PlatformFunctions());
 }
 TEST_P(FaultWalkOf, Allocations)
 {

@@ -50,7 +50,7 @@ TEST(Imports, EachHasItsRow)
     ASSERT_TRUE(lines) << "the list of imports is missing beside the module";
 
     std::set<std::string> failing;
-    for (const auto& function : tests::platformFunctions)
+    for (const auto& function : tests::PlatformFunctions())
         if (function.how != tests::Fails::InADocument)
             failing.insert(function.szName);
     std::set<std::string> others;

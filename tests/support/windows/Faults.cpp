@@ -63,14 +63,14 @@ void CALLBACK NoteLoad(ULONG ulReason, const LoadNotice* pNotice, void*)
     if (ulReason != noticeOfLoad || name.Length != module.size() * sizeof(WCHAR) ||
         _wcsnicmp(name.Buffer, module.data(), module.size()) != 0)
         return;
-    DivertImports(static_cast<HMODULE>(pNotice->pBase), platformFunctions);
+    DivertImports(static_cast<HMODULE>(pNotice->pBase), PlatformFunctions());
     // In the test program there is no telling whose allocations they are.
     DivertImports(static_cast<HMODULE>(pNotice->pBase), {&allocation, 1});
 }
 
 [[maybe_unused]] const bool g_bWatching = []
 {
-    DivertImports(GetModuleHandleW(nullptr), platformFunctions);
+    DivertImports(GetModuleHandleW(nullptr), PlatformFunctions());
     using Register = LONG NTAPI(ULONG, void(CALLBACK*)(ULONG, const LoadNotice*, void*), void*, void**);
     void* pCookie = nullptr;
     const auto pRegister = Export<Register*>(GetModuleHandleW(L"ntdll.dll"), "LdrRegisterDllNotification");
