@@ -1,7 +1,7 @@
 // The connection settings dialog, worked by a person who wants to be done with it.
 #include "resources/resource.h"
 #include "tests/module/Operation.h"
-#include "tests/support/DialogActor.h"
+#include "tests/support/DialogScenario.h"
 
 namespace tests::walk
 {
@@ -40,7 +40,8 @@ HRESULT ShowDialog(CWorld& world, Outputs& outputs)
     const auto property = world.Module().Create<ICCXExtUICon>(IID_ICCXExtUICon);
     const CBstr profile(scenario.szProfile);
     CConnectionContext office(OLESTR("Office"), scenario.adapter);
-    world.ResetProfiles();
+    world.service.AddProfile(scenario.adapter, "office.xml",
+                             OfficeProfile("<connectivity><phyType>a</phyType><phyType>g</phyType></connectivity>"));
     HRESULT hr = E_UNEXPECTED;
     {
         CDialogActor actor([&](CDialogActor& self) { Press(self, scenario.nButton); });
@@ -50,7 +51,7 @@ HRESULT ShowDialog(CWorld& world, Outputs& outputs)
                                                               &outputs.bFlag);
             });
     }
-    const auto stored = world.service.Profile(adapterGuid, OLESTR("Office"));
+    const auto stored = world.service.Profile(scenario.adapter, OLESTR("Office"));
     const bool bWhole = stored.find("<WLANProfile") != std::string::npos && stored.find("</WLANProfile>") != std::string::npos;
     outputs.others = bWhole ? "" : " torn";
     return hr;

@@ -1,6 +1,5 @@
 #include "tests/module/WalkWorld.h"
 
-#include "tests/support/DialogScenario.h"
 #include "tests/support/Machine.h"
 
 #include <chrono>
@@ -28,7 +27,6 @@ CWorld::CWorld() : service(machine)
 {
     // As every host has COM ready: a module that is unloaded by COM while it alone keeps COM ready takes COM's ground away.
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    ResetProfiles();
     // Not by the module that is walked: registering takes longer than most operations.
     CallWith("DllRegisterServer");
 }
@@ -50,13 +48,6 @@ void CWorld::Unload()
     m_module.reset();
     // COM holds on to what it activated.
     CoFreeUnusedLibrariesEx(0, 0);
-}
-
-void CWorld::ResetProfiles() const
-{
-    const auto profile = OfficeProfile("<connectivity><phyType>a</phyType><phyType>g</phyType></connectivity>");
-    for (const GUID& adapter : {adapterGuid, otherAdapterGuid})
-        service.AddProfile(adapter, "office.xml", profile);
 }
 
 Alive CWorld::CountAlive() const

@@ -55,9 +55,6 @@ public:
         return result;
     }
 
-    // Puts the wireless profile of both adapters back to what it was.
-    void ResetProfiles() const;
-
     Alive CountAlive() const;
 
     // Whether another thread's line is written, whole. Ends the program when that thread is kept waiting: nothing can be

@@ -6,9 +6,7 @@ namespace tests
 {
 std::filesystem::path BuildFolder()
 {
-    CWideString folder = BesideProgram({});
-    folder.pop_back();
-    return std::filesystem::path(folder);
+    return std::filesystem::path(BesideProgram({})).parent_path();
 }
 
 CModuleUnderTest::CModuleUnderTest(Registration registration)
