@@ -70,6 +70,7 @@ std::span<const Operation> DialogOperations();
 
 std::vector<Operation> AllOperations();
 
+// Known by their names.
 inline bool IsDialog(const Operation& operation)
 {
     return std::string_view(operation.szName).find("dialog") != std::string_view::npos;

@@ -50,11 +50,11 @@ void Divert(void** ppSlot, const PlatformFunction& function, void* pTarget)
     const auto pGoesTo = reinterpret_cast<Function*>(pTarget ? pTarget : *ppSlot);
     const auto isFreeOrSame = [&](const auto& diversion)
     { return !diversion.pFunction || (diversion.pFunction == &function && diversion.pTarget == pGoesTo); };
-    const auto diversion = std::ranges::find_if(g_diversions, isFreeOrSame);
-    *diversion = {&function, pGoesTo};
+    const auto n = static_cast<std::size_t>(std::ranges::find_if(g_diversions, isFreeOrSame) - g_diversions.begin());
+    g_diversions.at(n) = {&function, pGoesTo};
     DWORD dwProtection = 0;
     VirtualProtect(ppSlot, sizeof(*ppSlot), PAGE_READWRITE, &dwProtection);
-    *ppSlot = reinterpret_cast<void*>(calls.at(static_cast<std::size_t>(diversion - g_diversions.begin())));
+    *ppSlot = reinterpret_cast<void*>(calls[n]);
     VirtualProtect(ppSlot, sizeof(*ppSlot), dwProtection, &dwProtection);
 }
 } // namespace tests::faults
