@@ -56,8 +56,3 @@ void ModuleState::SetLanguageModule(HMODULE hLanguageModule)
 {
     languageResources.Reset(hLanguageModule);
 }
-
-void ModuleState::ReleaseLanguageModule()
-{
-    languageResources.Reset();
-}

@@ -23,9 +23,6 @@ HMODULE ResourceModule();
 
 void SetModuleHandle(HINSTANCE hModule);
 
-// Takes over a language resource file to load from; null for the module itself.
+// Takes over a language resource file to load from, until the module is unloaded; null for the module itself.
 void SetLanguageModule(HMODULE hLanguageModule);
-
-// Releases the language resource file, if there is one.
-void ReleaseLanguageModule();
 } // namespace ModuleState

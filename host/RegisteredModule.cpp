@@ -12,7 +12,8 @@ constexpr DWORD maxServerPathLength = 32767;
 CWideString RegisteredModuleFile()
 {
     CWideString strFile(maxServerPathLength, WCHAR{});
-    if (!RegReadString(HKEY_CLASSES_ROOT, serverKey, nullptr, strFile.data(), maxServerPathLength))
+    RegReadString(HKEY_CLASSES_ROOT, serverKey, nullptr, strFile.data(), maxServerPathLength);
+    if (strFile.front() == WCHAR{})
         throw CHostError("the extension's class is not registered");
     return strFile.c_str();
 }

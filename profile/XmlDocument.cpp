@@ -17,10 +17,7 @@ bool IsXmlSpace(WCHAR ch)
 class CVariant
 {
 public:
-    CVariant()
-    {
-        VariantInit(&m_variant);
-    }
+    CVariant() = default;
     ~CVariant()
     {
         VariantClear(&m_variant);
@@ -49,7 +46,7 @@ public:
     }
 
 private:
-    VARIANT m_variant;
+    VARIANT m_variant = {}; // VT_EMPTY
 };
 
 // Walks the children of a node; visit tells whether to go on. False when a child cannot be reached or visit said no.

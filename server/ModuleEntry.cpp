@@ -22,7 +22,6 @@ void Attach(HINSTANCE hInstance)
 
 void Detach()
 {
-    ModuleState::ReleaseLanguageModule();
     KorCmnTracer::Stop();
     CoUninitialize();
 }

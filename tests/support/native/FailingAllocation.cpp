@@ -4,11 +4,13 @@
 #include "tests/support/PlatformFunctions.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <string_view>
 
 #include <dlfcn.h>
 #include <link.h>
+#include <malloc.h>
 
 namespace
 {
@@ -22,7 +24,11 @@ void* Allocate(std::size_t cb, void* pCaller) noexcept
 {
     if (IsFromModule(pCaller) && platform::testing::FaultFires(tests::allocation.szName))
         return nullptr;
-    return std::malloc(cb ? cb : 1);
+    void* const p = std::malloc(cb ? cb : 1);
+    // A text without room for its end does not find a zero behind it by luck.
+    if (p)
+        std::memset(p, '~', malloc_usable_size(p));
+    return p;
 }
 
 void* AllocateOrThrow(std::size_t cb, void* pCaller)
