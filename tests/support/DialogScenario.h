@@ -86,8 +86,6 @@ public:
     void Unload();
 
 private:
-    std::vector<std::string> Traced();
-
     CSimulatedService m_service;
     CTraceLog m_log;
     CModuleUnderTest m_module{CModuleUnderTest::Registration::None};

@@ -3,7 +3,6 @@
 // Who waits for the log's lock gets it in no order that anybody promises. So whoever has to be through at some time has a
 // number of lines to write, and whoever writes for ever is the one that is killed.
 #include "tests/support/EnvironmentVariable.h"
-#include "tests/support/StartedCase.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
@@ -101,8 +100,8 @@ void KillAfter(unsigned uVictimLines)
     const tests::CEnvironmentVariable nativeFolder("TMPDIR", folder.Path());
     const tests::CEnvironmentVariable windowsFolder("TMP", folder.Path());
     KorCmnTracer::Start(OLESTR("unused"), false, true);
-    tests::CStartedCase survivor(tests::ProgramFile(), survivorCase);
-    tests::CStartedCase victim(tests::ProgramFile(), victimCase);
+    tests::CStartedProgram survivor = tests::StartCase(tests::ProgramFile(), survivorCase);
+    tests::CStartedProgram victim = tests::StartCase(tests::ProgramFile(), victimCase);
     std::jthread own(WriteBesideVictim, "parent", log.File());
     std::jthread another(WriteBesideVictim, "another", log.File());
     EXPECT_TRUE(WaitForLine(log.File(), "victim line " + std::to_string(uVictimLines)));
@@ -110,7 +109,7 @@ void KillAfter(unsigned uVictimLines)
 
     // Whoever began before may be through by now; this line comes after the killing.
     Write("latecomer", 1);
-    EXPECT_TRUE(survivor.HasPassedWithin(longestWait)) << "a lock is left";
+    EXPECT_EQ(0, survivor.ExitCodeWithin(longestWait)) << "a lock is left";
     own.join();
     another.join();
     KorCmnTracer::Stop();

@@ -1,4 +1,6 @@
-#include "tests/support/ProcessResources.h"
+#include "tests/support/Machine.h"
+
+#include "platform/testing/Accounts.h"
 
 #include <filesystem>
 #include <iterator>
@@ -14,5 +16,20 @@ ProcessResources MeasureResources()
     // reports what was left by itself.
     const auto allocator = mallinfo2();
     return {static_cast<std::size_t>(std::distance(begin(descriptors), end(descriptors))), allocator.uordblks + allocator.hblkhd};
+}
+
+std::vector<long> LiveObjects()
+{
+    using platform::testing::Account;
+    std::vector<long> counts;
+    for (int i = 0; i < static_cast<int>(Account::Count_); ++i)
+        counts.push_back(platform::testing::LiveObjects(static_cast<Account>(i)));
+    return counts;
+}
+
+// The stand-in knows the standard icons by their numbers alone.
+LRESULT WarningIcon()
+{
+    return 32515;
 }
 } // namespace tests
