@@ -8,11 +8,7 @@ namespace answers
 {
 namespace
 {
-constexpr NamedValue dispositions[] = {
-    {"anew", CREATE_ALWAYS},
-    {"existing", OPEN_EXISTING},
-    {"always", OPEN_ALWAYS},
-};
+constexpr NamedValue dispositions[] = {{"existing", OPEN_EXISTING}, {"always", OPEN_ALWAYS}};
 constexpr NamedValue accesses[] = {
     {"reading", GENERIC_READ},
     {"writing", GENERIC_WRITE},
@@ -23,7 +19,7 @@ constexpr NamedValue shares[] = {
     {"shared-also-for-deleting", FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE},
 };
 constexpr NamedValue lockKinds[] = {{"exclusive", LOCKFILE_EXCLUSIVE_LOCK}, {"shared", 0}};
-constexpr NamedValue places[] = {{"begin", FILE_BEGIN}, {"current", FILE_CURRENT}, {"end", FILE_END}};
+constexpr NamedValue places[] = {{"begin", FILE_BEGIN}, {"end", FILE_END}};
 
 // One that is not open is none.
 HANDLE File(CWorld& world, CQuestion& question)

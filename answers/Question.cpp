@@ -1,8 +1,5 @@
 #include "answers/Question.h"
 
-#include <algorithm>
-#include <stdexcept>
-
 namespace answers
 {
 void CQuestion::SkipBlanks()

@@ -1,12 +1,13 @@
-// Formats, conversions, identifiers, and the texts that the platform and modules hand out.
+// Formats, conversions, identifiers, documents, and the texts that modules hand out.
 #include "answers/Shown.h"
 #include "answers/World.h"
+#include "host/Module.h"
+#include "profile/XmlDocument.h"
 
 #include <rpc.h>
 
 #include <cerrno>
 #include <cstdlib>
-#include <vector>
 
 namespace answers
 {
@@ -73,38 +74,14 @@ std::string InBytes(CWorld&, CQuestion& question)
 // Read, and written again.
 std::string Identifier(CWorld&, CQuestion& question)
 {
-    const CWideView text = question.Text();
-    std::vector<unsigned short> units(text.begin(), text.end());
-    units.push_back(0);
+    CWideString text = question.Text();
     UUID uuid = {};
-    const RPC_STATUS status = UuidFromStringW(units.data(), &uuid);
+    const RPC_STATUS status = UuidFromStringW(reinterpret_cast<RPC_WSTR>(text.data()), &uuid);
     RPC_WSTR szWritten = nullptr;
     if (status != RPC_S_OK || UuidToStringW(&uuid, &szWritten) != RPC_S_OK)
         return ShownStatus(status);
-    CWideString written;
-    for (const auto* pUnit = szWritten; *pUnit != 0; ++pUnit)
-        written += static_cast<WCHAR>(*pUnit);
-    return Shown(written) + ", freed " + ShownStatus(RpcStringFreeW(&szWritten));
-}
-
-// The texts differ between machines: room and result are told by how they relate to the whole text's length.
-using TextSource = DWORD (*)(WCHAR*, DWORD);
-template <TextSource pfnGet>
-std::string HandedOut(CWorld&, CQuestion& question)
-{
-    WCHAR szWhole[1024] = {};
-    pfnGet(szWhole, DWORD{1024});
-    const CWideView whole(szWhole);
-    const auto cchWhole = static_cast<long>(whole.size());
-    CWideString buffer(whole.size() + 60, OLESTR('#'));
-    SetLastError(4711);
-    const DWORD cchGot = pfnGet(buffer.data(), static_cast<DWORD>(cchWhole + question.Number<long>()));
-    const std::string error = ShownSuccess(FALSE);
-    const bool bWhole = CWideView(buffer.c_str()) == whole;
-    return "length and " + std::to_string(static_cast<long>(cchGot) - cchWhole) +
-           (bWhole                     ? ", whole"
-            : buffer[0] == OLESTR('#') ? ", nothing"
-                                       : ", cut, " + error);
+    const std::string written = Shown(CWideView(reinterpret_cast<const WCHAR*>(szWritten)));
+    return written + ", freed " + ShownStatus(RpcStringFreeW(&szWritten));
 }
 
 // Loads the file and is told what it holds.
@@ -118,17 +95,24 @@ std::string String(CWorld& world, CQuestion& question)
     return std::to_string(cch) + ", " + Shown(Touched(buffer));
 }
 
+// Loads the document; told are its text form and all texts in it, or only those of the node that a path and paths from there
+// find.
+std::string Xml(CWorld&, CQuestion& question)
+{
+    const CComApartment apartment;
+    CXmlDocument document;
+    if (!document.Load(question.Text()))
+        return "refused";
+    const std::string form = question.HasMore() ? "" : Shown(document.Xml().View()) + ", ";
+    CXmlNode node = document.Root();
+    while (question.HasMore())
+        node = node.Select(question.Text());
+    return node ? form + "text \"" + Shown(node.Text().value()) + "\"" : "none";
+}
+
 constexpr Verb verbs[] = {
-    {"format", Formatted},
-    {"narrow", Narrowed},
-    {"widen", Widened},
-    {"bytes", InBytes},
-    {"identifier", Identifier},
-    {"current-folder", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetCurrentDirectoryW(cch, szText); }>},
-    {"system-folder", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetSystemDirectoryW(szText, cch); }>},
-    {"program", HandedOut<[](WCHAR* szText, DWORD cch) -> DWORD { return GetModuleFileNameW(nullptr, szText, cch); }>},
-    {"load", String},
-    {"string", String},
+    {"format", Formatted},      {"narrow", Narrowed}, {"widen", Widened}, {"bytes", InBytes},
+    {"identifier", Identifier}, {"load", String},     {"string", String}, {"xml", Xml},
 };
 } // namespace
 

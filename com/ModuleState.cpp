@@ -3,13 +3,15 @@
 #include "values/Unique.h"
 
 #include <atomic>
+#include <utility>
 
 namespace
 {
 std::atomic<LONG> lObjectCount = 0;
 std::atomic<LONG> lLockCount = 0;
 HINSTANCE hModuleHandle = nullptr;
-CUniqueLibrary languageResources;
+// Ours to release, before the log is closed: an owner among the statics would do it after that.
+HMODULE hLanguageResources = nullptr;
 } // namespace
 
 LONG ModuleState::IncrementObjectCount()
@@ -44,7 +46,7 @@ HINSTANCE ModuleState::ModuleHandle()
 
 HMODULE ModuleState::ResourceModule()
 {
-    return languageResources ? languageResources.Get() : hModuleHandle;
+    return hLanguageResources ? hLanguageResources : hModuleHandle;
 }
 
 void ModuleState::SetModuleHandle(HINSTANCE hModule)
@@ -54,10 +56,10 @@ void ModuleState::SetModuleHandle(HINSTANCE hModule)
 
 void ModuleState::SetLanguageModule(HMODULE hLanguageModule)
 {
-    languageResources.Reset(hLanguageModule);
+    hLanguageResources = hLanguageModule;
 }
 
 void ModuleState::ReleaseLanguageModule()
 {
-    languageResources.Reset();
+    const CUniqueLibrary released(std::exchange(hLanguageResources, nullptr));
 }

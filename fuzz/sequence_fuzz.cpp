@@ -9,72 +9,43 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <array>
-#include <memory>
+#include <functional>
 #include <vector>
 
 namespace
 {
-struct Arguments
+void Call(IDot11ExtUIProperty& property, unsigned uOperation, FuzzedDataProvider& data)
 {
+    const auto bytes = data.ConsumeRandomLengthString(200);
     CBstr bstrProfile;
+    if (data.ConsumeBool())
+        bstrProfile = CBstr(TextFrom(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()).c_str());
     std::array<BYTE, ConnectionContextOffset::end> context{};
-    void* pContext;
-    CBstr bstrModified;
+    data.ConsumeData(context.data(), context.size());
+    void* const pContext = data.ConsumeBool() ? context.data() : nullptr;
+    Dot11ExtUIPropertyEntry entry = {data.ConsumeIntegral<DWORD>(), data.ConsumeIntegral<ULONG>(), nullptr};
+    const bool bNull = data.ConsumeIntegralInRange(0, 9) == 0;
+
+    CBstr bstrText;
     BOOL bFlag = FALSE;
     ULONG uFirst = 0;
     ULONG uSecond = 0;
     Dot11ExtUIPropertyEntry* pEntries = nullptr;
-    Dot11ExtUIPropertyEntry entry{};
-    bool bNullOutputs;
-};
-
-Arguments Choose(FuzzedDataProvider& data)
-{
-    Arguments arguments;
-    const auto bytes = data.ConsumeRandomLengthString(200);
-    if (data.ConsumeBool())
-        arguments.bstrProfile = CBstr(TextFrom(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()).c_str());
-    data.ConsumeData(arguments.context.data(), arguments.context.size());
-    arguments.pContext = data.ConsumeBool() ? arguments.context.data() : nullptr;
-    arguments.entry = {data.ConsumeIntegral<DWORD>(), data.ConsumeIntegral<ULONG>(), nullptr};
-    arguments.bNullOutputs = data.ConsumeIntegralInRange(0, 9) == 0;
-    return arguments;
-}
-
-void Call(IDot11ExtUIProperty& property, unsigned uOperation, Arguments arguments)
-{
-    const bool bNull = arguments.bNullOutputs;
-    BSTR* pbstrModified = bNull ? nullptr : arguments.bstrModified.Put();
-    BOOL* pbFlag = bNull ? nullptr : &arguments.bFlag;
-    const BSTR bstrProfile = arguments.bstrProfile.Get();
-    switch (uOperation)
-    {
-    case 0:
-        property.Dot11ExtUIPropertyGetName(pbstrModified);
-        break;
-    case 1:
-        property.Dot11ExtUIPropertyGetSelected(bstrProfile, arguments.pContext, pbFlag);
-        break;
-    case 2:
-        property.Dot11ExtUIPropertySetSelected(bstrProfile, arguments.pContext, pbstrModified, pbFlag);
-        break;
-    case 3:
-        property.Dot11ExtUIPropertyHasDialog(pbFlag);
-        break;
-    case 4:
-        property.Dot11ExtUIPropertyGetDisplayInfo(arguments.uFirst, bstrProfile, arguments.pContext,
-                                                  bNull ? nullptr : &arguments.uFirst, &arguments.uSecond, &arguments.pEntries);
-        break;
-    case 5:
-        property.Dot11ExtUIPropertySetDisplayInfo(0, bstrProfile, arguments.pContext, &arguments.entry, pbstrModified, pbFlag);
-        break;
-    default:
-        property.Dot11ExtUIPropertyGetFlags(bNull ? nullptr : &arguments.uFirst, &arguments.uSecond);
-        break;
-    }
+    BSTR* const pbstrText = bNull ? nullptr : bstrText.Put();
+    BOOL* const pbFlag = bNull ? nullptr : &bFlag;
+    ULONG* const puFirst = bNull ? nullptr : &uFirst;
+    const std::function<void()> operations[] = {
+        [&] { property.Dot11ExtUIPropertyGetName(pbstrText); },
+        [&] { property.Dot11ExtUIPropertyGetSelected(bstrProfile.Get(), pContext, pbFlag); },
+        [&] { property.Dot11ExtUIPropertySetSelected(bstrProfile.Get(), pContext, pbstrText, pbFlag); },
+        [&] { property.Dot11ExtUIPropertyHasDialog(pbFlag); },
+        [&] { property.Dot11ExtUIPropertyGetDisplayInfo(0, bstrProfile.Get(), pContext, puFirst, &uSecond, &pEntries); },
+        [&] { property.Dot11ExtUIPropertySetDisplayInfo(0, bstrProfile.Get(), pContext, &entry, pbstrText, pbFlag); },
+        [&] { property.Dot11ExtUIPropertyGetFlags(puFirst, &uSecond); },
+    };
+    operations[uOperation]();
     // What came out is a text of its own, or nothing: the holder frees it.
-    Require(!arguments.bstrModified || IsWellFormed(arguments.bstrModified.Get()) || uOperation == 0,
-            "a modified profile is well-formed");
+    Require(!bstrText || uOperation == 0 || IsWellFormed(bstrText.Get()), "a modified profile is well-formed");
 }
 } // namespace
 
@@ -102,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t cbD
         if (uOperation == 7)
             properties.erase(properties.begin() + static_cast<std::ptrdiff_t>(nProperty));
         else
-            Call(*properties[nProperty].Get(), uOperation, Choose(data));
+            Call(*properties[nProperty].Get(), uOperation, data);
     }
     properties.clear();
     Require(DllCanUnloadNow() == S_OK, "nothing is left");

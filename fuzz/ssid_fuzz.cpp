@@ -1,76 +1,57 @@
-// The SSID's text forms and decimal texts, against a second formulation of each.
+// The SSID's text forms and decimal texts, against the run-time's view of each.
 #include "fuzz/FuzzText.h"
 
 #include "profile/DecimalText.h"
 #include "profile/SsidText.h"
 
+#include <algorithm>
 #include <cctype>
-#include <cstring>
 #include <optional>
-#include <string>
-#include <vector>
 
 namespace
 {
-using Bytes = std::vector<BYTE>;
-
 template <class Convert>
-std::optional<Bytes> Converted(const Convert& convert, const CWideString& text)
+std::optional<std::string> Converted(const Convert& convert, CWideView text)
 {
     BYTE rgbSsid[maxSsidLength] = {};
     LONG lLength = -7;
-    if (!convert(text.c_str(), rgbSsid, &lLength))
-    {
-        Require(lLength == -7, "a failure leaves the length alone");
-        return std::nullopt;
-    }
-    Require(lLength >= 0 && lLength <= static_cast<LONG>(maxSsidLength), "the length is within bounds");
-    return Bytes(rgbSsid, rgbSsid + lLength);
+    const bool bConverted = convert(text, rgbSsid, &lLength);
+    Require(bConverted ? lLength >= 0 && lLength <= LONG{maxSsidLength} : lLength == -7, "a length within bounds, or none");
+    return bConverted ? std::optional(std::string(rgbSsid, rgbSsid + lLength)) : std::nullopt;
 }
 
-std::optional<Bytes> HexByLibrary(const CWideString& text)
+bool IsAll(const std::string& text, int (*pfnKind)(int))
 {
-    if (text.size() % 2 != 0 || text.size() > 2 * maxSsidLength)
-        return std::nullopt;
-    Bytes bytes;
-    for (std::size_t i = 0; i < text.size(); i += 2)
-    {
-        if (text[i] > 127 || text[i + 1] > 127 || !std::isxdigit(text[i]) || !std::isxdigit(text[i + 1]))
-            return std::nullopt;
-        const std::string pair = {static_cast<char>(text[i]), static_cast<char>(text[i + 1])};
-        bytes.push_back(static_cast<BYTE>(std::stoi(pair, nullptr, 16)));
-    }
-    return bytes;
+    return std::ranges::all_of(text, [&](char ch) { return ch > 0 && pfnKind(ch) != 0; });
 }
 
-std::optional<Bytes> NameByLibrary(const CWideString& text)
+std::string InHex(const std::string& bytes)
 {
-    Bytes bytes;
-    for (const WCHAR ch : text)
-    {
-        if (ch > 127 || !std::isprint(ch))
-            return std::nullopt;
-        bytes.push_back(static_cast<BYTE>(ch));
-    }
-    return bytes.size() > maxSsidLength ? std::nullopt : std::optional(bytes);
-}
-
-LONG DecimalByLibrary(const CWideString& text)
-{
-    std::string narrow;
-    for (const WCHAR ch : text)
-        narrow += ch < 128 ? static_cast<char>(ch) : 'x';
-    const long long nValue = std::strtoll(narrow.c_str(), nullptr, 10); // saturates
-    return static_cast<LONG>(nValue > INT32_MAX ? INT32_MAX : nValue < INT32_MIN ? INT32_MIN : nValue);
+    std::string digits;
+    for (const char ch : bytes)
+        digits += {"0123456789abcdef"[(ch >> 4) & 15], "0123456789abcdef"[ch & 15]};
+    return digits;
 }
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pData, std::size_t cbData)
 {
     const CWideString text = TextFrom(pData, cbData);
-    Require(Converted(HexToSsid, text) == HexByLibrary(text), "hexadecimal forms convert alike");
-    Require(Converted(NameToSsid, text) == NameByLibrary(text), "names convert alike");
-    Require(ParseDecimal(text) == DecimalByLibrary(text), "decimal texts read alike");
-    Require(ParseDecimal(FormatDecimal(ParseDecimal(text))) == ParseDecimal(text), "numbers read back");
+    std::string narrow;
+    for (const WCHAR ch : text)
+        narrow += ch < 128 ? static_cast<char>(ch) : '\xFF';
+
+    const auto name = Converted(NameToSsid, text);
+    Require(name.has_value() == (narrow.size() <= maxSsidLength && IsAll(narrow, std::isprint)), "names are printable");
+    Require(!name || *name == narrow, "a name's bytes are its characters");
+    const auto bytes = Converted(HexToSsid, text);
+    const bool bIsHex = narrow.size() % 2 == 0 && narrow.size() <= 2 * maxSsidLength && IsAll(narrow, std::isxdigit);
+    Require(bytes.has_value() == bIsHex, "bytes are pairs of digits");
+    std::ranges::transform(narrow, narrow.begin(), [](char ch) { return ch < 0 ? ch : static_cast<char>(std::tolower(ch)); });
+    Require(!bytes || InHex(*bytes) == narrow, "bytes read back");
+
+    const long long nValue = std::clamp<long long>(std::strtoll(narrow.c_str(), nullptr, 10), INT32_MIN, INT32_MAX);
+    Require(ParseDecimal(text) == nValue, "decimal texts read alike");
+    Require(ParseDecimal(FormatDecimal(ParseDecimal(text))) == nValue, "numbers read back");
     return 0;
 }

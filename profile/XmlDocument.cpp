@@ -17,10 +17,7 @@ bool IsXmlSpace(WCHAR ch)
 class CVariant
 {
 public:
-    CVariant()
-    {
-        VariantInit(&m_variant);
-    }
+    CVariant() = default;
     ~CVariant()
     {
         VariantClear(&m_variant);
@@ -49,7 +46,7 @@ public:
     }
 
 private:
-    VARIANT m_variant;
+    VARIANT m_variant = {}; // VT_EMPTY
 };
 
 // Walks the children of a node; visit tells whether to go on. False when a child cannot be reached or visit said no.
@@ -80,7 +77,9 @@ template <class Take>
 bool ReadNodeText(IXMLDOMNode& node, const Take& take)
 {
     CVariant value;
-    if (node.get_nodeValue(value.Put()) != S_OK || value.Get().vt != VT_BSTR)
+    // One that fails leaves it empty.
+    node.get_nodeValue(value.Put());
+    if (value.Get().vt != VT_BSTR)
         return false;
     const BSTR bstrValue = value.Get().bstrVal;
     take(CWideView(bstrValue, SysStringLen(bstrValue)));

@@ -30,10 +30,9 @@ HMODULE LoadFromSystemDirectory(const LocaleName& language)
     WCHAR szCurrent[MAX_PATH] = {};
     WCHAR szSystem[MAX_PATH + 1] = {};
     const DWORD cchCurrent = GetCurrentDirectoryW(static_cast<DWORD>(std::size(szCurrent)), szCurrent);
-    const UINT cchSystem = GetSystemDirectoryW(szSystem, static_cast<UINT>(std::size(szSystem)));
     // A directory that could not be remembered could not be restored either, so it is not left.
-    if (cchCurrent == 0 || cchCurrent >= std::size(szCurrent) || cchSystem == 0 || cchSystem >= std::size(szSystem) ||
-        !SetCurrentDirectoryW(szSystem))
+    if (cchCurrent == 0 || cchCurrent >= std::size(szCurrent) ||
+        !GetSystemDirectoryW(szSystem, static_cast<UINT>(std::size(szSystem))) || !SetCurrentDirectoryW(szSystem))
         return nullptr;
     const HMODULE hModule = LoadForLanguage(language);
     SetCurrentDirectoryW(szCurrent);

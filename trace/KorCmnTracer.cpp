@@ -5,6 +5,7 @@
 #include "values/RegistrySwitches.h"
 #include "values/RegistryValues.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -98,11 +99,10 @@ struct FilePosition
 };
 
 // Nothing when the size cannot be read. The log grows without bound, so the high half counts; only with one can the error
-// value be a size.
+// value be a size, and then the platform says that there was no error.
 std::optional<FilePosition> FindEnd(HANDLE hFile)
 {
     FilePosition end = {};
-    SetLastError(NO_ERROR);
     end.dwLow = GetFileSize(hFile, &end.dwHigh);
     if (end.dwLow == INVALID_FILE_SIZE && (end.dwHigh == 0 || GetLastError() != NO_ERROR))
         return std::nullopt;
@@ -112,7 +112,6 @@ std::optional<FilePosition> FindEnd(HANDLE hFile)
 bool MoveTo(HANDLE hFile, const FilePosition& position)
 {
     LONG lHigh = static_cast<LONG>(position.dwHigh);
-    SetLastError(NO_ERROR);
     return SetFilePointer(hFile, static_cast<LONG>(position.dwLow), &lHigh, FILE_BEGIN) != INVALID_SET_FILE_POINTER ||
            GetLastError() == NO_ERROR;
 }
@@ -139,12 +138,12 @@ bool CreateEmptyFile(const WCHAR* szPath)
 
 bool CreateFolderOf(const WCHAR* szPath)
 {
-    const int nSeparator = FindLastPathSeparator(szPath, MAX_PATH + 1);
+    const int nSeparator = FindLastPathSeparator(szPath, cchPath);
     if (nSeparator == 0)
         return false;
     // No heap: a log that has no folder yet must not depend on there being memory.
-    WCHAR szFolder[MAX_PATH + 1] = {};
-    CWideView(szPath).copy(szFolder, static_cast<std::size_t>(nSeparator) + 1);
+    WCHAR szFolder[cchPath] = {};
+    std::copy_n(szPath, nSeparator + 1, szFolder);
     return CreateDirectoryPath(szFolder);
 }
 
@@ -186,17 +185,19 @@ bool KorCmnTracer::ReadSwitches(const WCHAR* szLogPath)
 {
     const auto& logPath = RegistrySwitches::logPath;
     WCHAR szConfiguredPath[maxPathLength + 1] = {};
-    RegReadString(HKEY_LOCAL_MACHINE, logPath.szSubKey, logPath.szValueName, szConfiguredPath, maxPathLength + 1);
+    RegReadString(HKEY_LOCAL_MACHINE, logPath.szSubKey, logPath.szValueName, szConfiguredPath,
+                  static_cast<DWORD>(std::size(szConfiguredPath)));
     const CWideView path(szConfiguredPath[0] != WCHAR{} ? szConfiguredPath : szLogPath);
     const bool bPathFits = path.size() <= maxPathLength;
     if (bPathFits)
         *std::copy(path.begin(), path.end(), s_szLogPath) = WCHAR{};
 
-    for (int i = 0; i < moduleCount; ++i)
+    LONG* plLevel = s_lModuleLevels;
+    for (const WCHAR* szModuleWord : moduleWords)
     {
         DWORD dwLevel = static_cast<DWORD>(defaultLevel);
-        RegReadDword(HKEY_LOCAL_MACHINE, RegistrySwitches::szTraceLevelsKey, moduleWords[i], &dwLevel);
-        s_lModuleLevels[i] = static_cast<LONG>(dwLevel);
+        RegReadDword(HKEY_LOCAL_MACHINE, RegistrySwitches::szTraceLevelsKey, szModuleWord, &dwLevel);
+        *plLevel++ = static_cast<LONG>(dwLevel);
     }
 
     const auto& enable = RegistrySwitches::enableTraceLog;

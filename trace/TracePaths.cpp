@@ -7,33 +7,23 @@
 
 namespace
 {
-bool IsSeparator(WCHAR ch)
-{
-    return ch == OLESTR('\\') || ch == OLESTR('/');
-}
+constexpr CWideView separators = OLESTR("\\/");
 } // namespace
 
-int FindLastPathSeparator(const WCHAR* szPath, int nBound)
+int FindLastPathSeparator(const WCHAR* szPath, std::size_t cchBound)
 {
-    int nLast = 0;
-    for (int i = 0; i < nBound && szPath[i] != WCHAR{}; ++i)
-    {
-        if (IsSeparator(szPath[i]))
-            nLast = i;
-    }
-    return nLast;
+    const auto nIndex = CWideView(szPath, std::find(szPath, szPath + cchBound, WCHAR{})).find_last_of(separators);
+    return nIndex == CWideView::npos ? 0 : static_cast<int>(nIndex);
 }
 
 bool CreateDirectoryPath(const WCHAR* szPath)
 {
     constexpr int existenceOnly = 0;
-    WCHAR szPrefix[MAX_PATH + 1] = {};
+    WCHAR szPrefix[cchPath] = {};
     for (std::size_t i = 0; szPath[i] != WCHAR{}; ++i)
     {
-        if (i >= MAX_PATH)
-            return false;
         szPrefix[i] = szPath[i];
-        if (i == 0 || !IsSeparator(szPath[i]))
+        if (i == 0 || separators.find(szPath[i]) == CWideView::npos)
             continue;
         if (_waccess(szPrefix, existenceOnly) != 0 && !CreateDirectoryW(szPrefix, nullptr))
             return false;

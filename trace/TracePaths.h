@@ -5,12 +5,15 @@
 
 #include <memory>
 
-// Index of the last backslash or slash within the first nBound code units; 0 when there is none, so that a separator at
-// the very beginning and no separator give the same answer.
-int FindLastPathSeparator(const WCHAR* szPath, int nBound);
+// Room for a path with its terminator.
+constexpr std::size_t cchPath = MAX_PATH + 1;
+
+// Index of the last backslash or slash, no further than the bound; 0 when there is none, so that a separator at the very
+// beginning and no separator give the same answer.
+int FindLastPathSeparator(const WCHAR* szPath, std::size_t cchBound);
 
 // Creates every missing folder along the path, up to its last separator; what stands behind that is not created.
-// False at the first folder that cannot be created (those before it stay), or when the path is too long.
+// False at the first folder that cannot be created (those before it stay).
 bool CreateDirectoryPath(const WCHAR* szPath);
 
 // Index of the last occurrence of the character, or -1.

@@ -3,6 +3,7 @@
 #include "values/Unique.h"
 #include "values/WideText.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 
@@ -21,23 +22,20 @@ bool RegReadDword(HKEY hRootKey, const WCHAR* szSubKey, const WCHAR* szValueName
     // A copy, because a query that fails may already have written into its buffer.
     DWORD dwValue = *pdwValue;
     DWORD cbValue = sizeof(dwValue);
-    if (!QueryValue(hRootKey, szSubKey, szValueName, reinterpret_cast<BYTE*>(&dwValue), &cbValue))
-        return false;
-    *pdwValue = dwValue;
-    return true;
+    const bool bRead = QueryValue(hRootKey, szSubKey, szValueName, reinterpret_cast<BYTE*>(&dwValue), &cbValue);
+    if (bRead)
+        *pdwValue = dwValue;
+    return bRead;
 }
 
 bool RegReadString(HKEY hRootKey, const WCHAR* szSubKey, const WCHAR* szValueName, WCHAR* szText, DWORD cchCapacity)
 {
-    // One code unit more than the query may fill: data without a terminator, or with half a code unit at its end, is
-    // terminated by the zeros behind it.
-    const std::unique_ptr<WCHAR[]> szRead(new (std::nothrow) WCHAR[std::size_t{cchCapacity} + 1]());
+    // Data without a terminator, or with half a code unit at its end, is terminated by the zeros behind it.
+    const std::unique_ptr<WCHAR[]> szRead(new (std::nothrow) WCHAR[cchCapacity]());
     DWORD cbText = cchCapacity * static_cast<DWORD>(sizeof(WCHAR));
-    if (!szRead || !QueryValue(hRootKey, szSubKey, szValueName, reinterpret_cast<BYTE*>(szRead.get()), &cbText))
-        return false;
-    const CWideView text(szRead.get());
-    if (text.size() >= cchCapacity)
-        return false;
-    szText[text.copy(szText, text.size())] = WCHAR{};
-    return true;
+    const bool bRead = szRead && QueryValue(hRootKey, szSubKey, szValueName, reinterpret_cast<BYTE*>(szRead.get()), &cbText) &&
+                       CWideView(szRead.get(), cchCapacity).find(WCHAR{}) != CWideView::npos;
+    if (bRead)
+        std::copy_n(szRead.get(), cchCapacity, szText);
+    return bRead;
 }

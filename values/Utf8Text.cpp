@@ -35,7 +35,7 @@ std::optional<std::string> ToUtf8(CWideView text, DWORD dwFlags)
 std::size_t FirstIllFormed(std::string_view bytes)
 {
     std::size_t nPosition = 0;
-    for (std::size_t cb = 1; cb <= cbLongestSequence && nPosition < bytes.size();)
+    for (std::size_t cb = 1; cb <= cbLongestSequence;)
     {
         const bool bSequence = WideOfUtf8(bytes.substr(nPosition, cb)).has_value();
         nPosition += bSequence ? cb : 0;

@@ -1,26 +1,28 @@
 // The dialog and the strings in the module's resources and in its language resource files.
 #include "resources/resource.h"
 #include "tests/support/ModuleUnderTest.h"
+#include "values/Unique.h"
 
-#include <cstring>
 #include <regex>
+#include <sstream>
 
 namespace tests
 {
 namespace
 {
-// As a person would write it down. German differs in the texts alone.
-constexpr const char* english = R"(style 80c800cc, 232 x 158, 'Korvane Connection Settings', 8 MS Shell Dlg
-1 BUTTON 50010001 at 121,137,50,14 'OK'
-2 BUTTON 50010000 at 175,137,50,14 'Cancel'
-1002 BUTTON 50010003 at 17,68,201,10 'Enable Radio Measurement'
-1003 BUTTON 50010003 at 17,83,201,10 'Enable Rapido A/G'
-1004 BUTTON 50010403 at 17,98,201,10 'Enable Advanced Roaming Setting'
-1005 COMBOBOX 50210102 at 142,112,76,12 ''
-1006 STATIC 5002000c at 28,112,108,14 'Roaming Option'
-1009 BUTTON 50010003 at 31,43,177,10 'Enable 2.4 GHz Band'
-1007 BUTTON 50000007 at 17,14,199,46 'Wireless Modes'
-1008 BUTTON 50010003 at 31,26,177,10 'Enable 5 GHz Band'
+// The template's numbers as they follow one another, with a line for each control: its style, its place, its identifier.
+constexpr const char* english =
+    R"(1,65535,0,0,0,0,204,32968,10,0,0,232,158,0,0,'Korvane Connection Settings',8,0,256,'MS Shell Dlg',
+0,0,0,0,1,20481,121,137,50,14,1,0,'BUTTON','OK',0,
+0,0,0,0,0,20481,175,137,50,14,2,0,'BUTTON','Cancel',0,
+0,0,0,0,3,20481,17,68,201,10,1002,0,'BUTTON','Enable Radio Measurement',0,
+0,0,0,0,3,20481,17,83,201,10,1003,0,'BUTTON','Enable Rapido A/G',0,
+0,0,0,0,1027,20481,17,98,201,10,1004,0,'BUTTON','Enable Advanced Roaming Setting',0,
+0,0,0,0,258,20513,142,112,76,12,1005,0,'COMBOBOX','',0,
+0,0,0,0,12,20482,28,112,108,14,1006,0,'STATIC','Roaming Option',0,
+0,0,0,0,3,20481,31,43,177,10,1009,0,'BUTTON','Enable 2.4 GHz Band',0,
+0,0,0,0,7,20480,17,14,199,46,1007,0,'BUTTON','Wireless Modes',0,
+0,0,0,0,3,20481,31,26,177,10,1008,0,'BUTTON','Enable 5 GHz Band',0,
 102 'Default'
 103 'Very Low'
 104 'Low'
@@ -31,90 +33,38 @@ constexpr const char* english = R"(style 80c800cc, 232 x 158, 'Korvane Connectio
 122 'Atleast one wireless band must be selected'
 )";
 
-// An extended dialog template, read number by number: everything in it is a multiple of two bytes.
-class CTemplateReader
-{
-public:
-    CTemplateReader(const void* pBytes, std::size_t cb) : m_words(cb / sizeof(WORD))
-    {
-        std::memcpy(m_words.data(), pBytes, cb);
-    }
-    WORD Word()
-    {
-        return m_words.at(m_at++);
-    }
-    DWORD Dword()
-    {
-        const DWORD dwLow = Word();
-        return dwLow | static_cast<DWORD>(Word()) << 16;
-    }
-    // A text, or a window class by its number.
-    std::string Name()
-    {
-        std::string name;
-        for (WORD w = Word(); w != 0; w = Word())
-        {
-            if (w == 0xFFFF)
-                return "#" + std::to_string(Word());
-            name += w < 0x80 ? static_cast<char>(w) : '?';
-        }
-        return name;
-    }
-    void AlignToDword()
-    {
-        m_at += m_at % 2;
-    }
-    bool IsAtEnd() const
-    {
-        return m_at >= m_words.size();
-    }
-
-private:
-    std::vector<WORD> m_words;
-    std::size_t m_at = 0;
-};
-
-// Resource compilers write the system's window classes by their numbers or by their names.
-std::string KindOf(std::string name)
-{
-    for (char& ch : name)
-        ch = static_cast<char>(std::toupper(static_cast<unsigned char>(ch)));
-    return name == "#128" ? "BUTTON" : name == "#130" ? "STATIC" : name == "#133" ? "COMBOBOX" : name;
-}
-
 std::string Describe(HMODULE hModule)
 {
     const HRSRC hResource = FindResourceW(hModule, MAKEINTRESOURCEW(IDD_CONNECTION_SETTINGS), MAKEINTRESOURCEW(5));
-    EXPECT_NE(nullptr, hResource);
-    CTemplateReader reader(LockResource(LoadResource(hModule, hResource)), SizeofResource(hModule, hResource));
+    const auto* const pTemplate = static_cast<const WORD*>(LockResource(LoadResource(hModule, hResource)));
+    const auto* pWord = pTemplate;
     std::ostringstream out;
-    EXPECT_EQ(0xFFFF0001, reader.Dword()) << "version and signature";
-    EXPECT_EQ(0u, reader.Dword()) << "help identifier";
-    EXPECT_EQ(0u, reader.Dword()) << "extended style";
-    out << "style " << std::hex << reader.Dword() << std::dec;
-    const WORD cControls = reader.Word();
-    reader.Dword(); // where it opens
-    const WORD cx = reader.Word();
-    out << ", " << cx << " x " << reader.Word();
-    EXPECT_EQ("", reader.Name()) << "menu";
-    EXPECT_EQ("", reader.Name()) << "window class";
-    out << ", '" << reader.Name() << "', " << reader.Word();
-    reader.Dword(); // weight, slant and character set
-    out << " " << reader.Name() << "\n";
-    for (WORD i = 0; i < cControls; ++i)
+    const auto numbers = [&](int nCount)
     {
-        reader.AlignToDword();
-        EXPECT_EQ(0u, reader.Dword()) << "help identifier";
-        EXPECT_EQ(0u, reader.Dword()) << "extended style";
-        const DWORD dwStyle = reader.Dword();
-        std::string place;
-        for (int n = 0; n < 4; ++n)
-            place += (n == 0 ? "" : ",") + std::to_string(reader.Word());
-        out << reader.Dword() << " " << KindOf(reader.Name()) << " " << std::hex << dwStyle << std::dec << " at " << place;
-        out << " '" << reader.Name() << "'\n";
-        EXPECT_EQ(0, reader.Word()) << "creation data";
+        while (nCount-- > 0)
+            out << *pWord++ << ",";
+    };
+    const auto text = [&]
+    {
+        out << "'";
+        while (const WORD w = *pWord++)
+            out << (w < 0x80 ? static_cast<char>(w) : '?');
+        out << "',";
+    };
+    numbers(15);
+    text();
+    numbers(3); // of the font
+    text();
+    while (pWord < pTemplate + SizeofResource(hModule, hResource) / sizeof(WORD))
+    {
+        pWord += (pWord - pTemplate) % 2; // every control begins at a multiple of four bytes
+        out << "\n";
+        numbers(12);
+        text(); // the window class
+        text();
+        numbers(1);
     }
-    EXPECT_TRUE(reader.IsAtEnd());
+    out << "\n";
     for (const UINT uId : {102u, 103u, 104u, 105u, 106u, 107u, 110u, 122u})
     {
         WCHAR szText[256] = {};
@@ -124,24 +74,20 @@ std::string Describe(HMODULE hModule)
     return out.str();
 }
 
-HMODULE OpenLanguage(const char* szLanguage)
+std::string DescribeLanguage(const char* szLanguage)
 {
-    return LoadLibraryExW(PlatformNameOf(BuildFolder() / szLanguage / "korihvui.dll.mui").c_str(), nullptr,
-                          LOAD_LIBRARY_AS_DATAFILE);
+    const auto file = PlatformNameOf(BuildFolder() / szLanguage / "korihvui.dll.mui");
+    const CUniqueLibrary library(LoadLibraryExW(file.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE));
+    return Describe(library.Get());
 }
 } // namespace
 
 TEST(DialogTemplate, IsTheSameInTheModuleAndItsLanguageFiles)
 {
-    const CModuleUnderTest module(CModuleUnderTest::Registration::None);
-    EXPECT_EQ(english, Describe(module.Handle()));
-    const HMODULE hEnglish = OpenLanguage("en-US");
-    EXPECT_EQ(english, Describe(hEnglish));
-    FreeLibrary(hEnglish);
-
-    const HMODULE hGerman = OpenLanguage("de-DE");
-    const std::string german = Describe(hGerman);
-    FreeLibrary(hGerman);
+    EXPECT_EQ(english, Describe(CModuleUnderTest(CModuleUnderTest::Registration::None).Handle()));
+    EXPECT_EQ(english, DescribeLanguage("en-US"));
+    // German differs in the texts alone.
+    const std::string german = DescribeLanguage("de-DE");
     const auto withoutTexts = [](const std::string& text) { return std::regex_replace(text, std::regex("'[^'\\n]+'"), "text"); };
     EXPECT_EQ(withoutTexts(english), withoutTexts(german));
     EXPECT_NE(std::string::npos, german.find("110 'Korvane-Verbindungseinstellungen'\n")) << german;

@@ -1,6 +1,7 @@
 // What the objects' operations say of themselves, refuse and do not offer. Each is called by its place in its interface,
 // as hosts that were built elsewhere call it.
 #include "extui/SecurityPropertyInfo.h"
+#include "platform/testing/Faults.h"
 #include "tests/support/ModuleUnderTest.h"
 #include "tests/support/TraceLog.h"
 
@@ -98,7 +99,6 @@ const OperationCase operationCases[] = {
     {"name", security, CALL(name, &o.text), S_OK, " text=CCKM"},
     {"name_null", security, CALL(name, null), E_POINTER},
     {"name_unbound_before_null", unbound, CALL(name, null), E_FAIL},
-    {"name_unbound", unbound, CALL(name, &o.text), E_FAIL},
     {"dialog", security, CALL(showDialog, null, null, null, &o.text, &o.flag), E_NOTIMPL},
     {"get_selected_null_before_unbound", unbound, CALL(getSelected, null, null, null), E_INVALIDARG, "", headerGetSelected},
     {"get_selected_unbound", unbound, CALL(getSelected, null, null, &o.flag), E_FAIL, "", headerGetSelected},
@@ -142,6 +142,20 @@ const OperationCase operationCases[] = {
 std::string CodeName(HRESULT hr)
 {
     return hr == E_INVALIDARG ? "E_INVALIDARG" : hr == E_FAIL ? "E_FAIL" : "E_NOTIMPL";
+}
+
+// Nothing is handed out for any other success.
+TEST(Operations, PropertiesComeWithTheirOneSuccessAlone)
+{
+    const CModuleUnderTest module;
+    const auto rootObject = module.Create<IDot11ExtUI>(IID_IDot11ExtUI);
+    for (const ULONG uKind : {propertyKindConnection, propertyKindSecurity})
+    {
+        Outputs out;
+        const platform::testing::CFailNth fault("CoCreateInstance", 1, S_FALSE);
+        EXPECT_EQ(S_FALSE, Call(rootObject.Get(), properties, uKind, &out.first, &out.array));
+        EXPECT_EQ(" first=0 null", out.Written());
+    }
 }
 
 TEST(Operations, ByTheirPlace)

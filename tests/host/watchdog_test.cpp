@@ -1,8 +1,7 @@
 // The end of a program that would wait for ever.
 #include "host/Watchdog.h"
 #include "tests/support/EnvironmentVariable.h"
-#include "tests/support/ProgramRun.h"
-#include "tests/support/TestFolder.h"
+#include "tests/support/TestProgram.h"
 
 #include <gtest/gtest.h>
 
@@ -25,8 +24,7 @@ TEST(WatchdogTest, EndsTheProgramAndSaysWhy)
     const tests::CEnvironmentVariable nativeFolder("TMPDIR", folder.Path());
     const tests::CEnvironmentVariable windowsFolder("TMP", folder.Path());
     const auto run = tests::RunProgram("korihvui_tests",
-                                       {"--gtest_also_run_disabled_tests", "--gtest_filter=WatchdogTest.DISABLED_WaitsForEver"},
-                                       folder.Path());
+                                       {"--gtest_also_run_disabled_tests", "--gtest_filter=WatchdogTest.DISABLED_WaitsForEver"});
     EXPECT_EQ(1, run.nExitCode);
     EXPECT_NE(std::string::npos, run.strErrors.find("korihost: no end within 0 seconds")) << run.strErrors;
 }

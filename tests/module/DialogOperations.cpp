@@ -1,15 +1,12 @@
 // The connection settings dialog, worked by a person who wants to be done with it.
 #include "resources/resource.h"
 #include "tests/module/Operation.h"
-#include "tests/support/DialogActor.h"
-#include "tests/support/RegistryValue.h"
+#include "tests/support/DialogScenario.h"
 
 namespace tests::walk
 {
 namespace
 {
-using Kind = Operation::Kind;
-
 constexpr int nTriesBeforeCancel = 2;
 
 // Presses the button until the dialog ends, and Cancel when that does not help; closes every message box.
@@ -30,66 +27,65 @@ struct Scenario
 {
     const WCHAR* szProfile;
     int nButton;
-    bool bBandless;
-    bool bMeasurementHidden;
+    const GUID& adapter;
 };
+constexpr Scenario ok = {OLESTR("<CCX><Rapido>true</Rapido></CCX>"), IDOK, adapterGuid};
+constexpr Scenario cancel = {OLESTR("<CCX/>"), IDCANCEL, adapterGuid};
+constexpr Scenario invalid = {OLESTR("<CCX><KeepAliveTimer/></CCX>"), IDOK, adapterGuid};
+constexpr Scenario bandless = {OLESTR("<CCX/>"), IDOK, otherAdapterGuid};
 
-std::string Show(CWorld& world, CFault* pFault, const Scenario& scenario)
+template <const Scenario& scenario>
+HRESULT ShowDialog(CWorld& world, Outputs& outputs)
 {
     const auto property = world.Module().Create<ICCXExtUICon>(IID_ICCXExtUICon);
     const CBstr profile(scenario.szProfile);
-    void* const pContext = (scenario.bBandless ? world.Bandless() : world.Office()).Get();
-    CProfileOutputs outputs;
+    CConnectionContext office(OLESTR("Office"), scenario.adapter);
+    world.service.AddProfile(scenario.adapter, "office.xml",
+                             OfficeProfile("<connectivity><phyType>a</phyType><phyType>g</phyType></connectivity>"));
     HRESULT hr = E_UNEXPECTED;
-    world.ResetProfiles();
-    std::optional<CRegistryValue> hidden;
-    if (scenario.bMeasurementHidden)
-        hidden.emplace(HKEY_LOCAL_MACHINE, OLESTR("SOFTWARE\\Korvane\\Fenn"), OLESTR("NoCCX"), DWORD{1});
     {
         CDialogActor actor([&](CDialogActor& self) { Press(self, scenario.nButton); });
-        hr = Call(
-            pFault, [&]
-            { return property->Dot11ExtUIPropertyShowDialog(nullptr, profile.Get(), pContext, outputs.Text(), outputs.Flag()); });
+        hr = world.Call(
+            [&] {
+                return property->Dot11ExtUIPropertyShowDialog(nullptr, profile.Get(), office.Get(), &outputs.bstrProfile,
+                                                              &outputs.bFlag);
+            });
     }
-    const auto stored = world.Service().Profile(adapterGuid, OLESTR("Office"));
+    const auto stored = world.service.Profile(scenario.adapter, OLESTR("Office"));
     const bool bWhole = stored.find("<WLANProfile") != std::string::npos && stored.find("</WLANProfile>") != std::string::npos;
-    return outputs.Describe(hr) + (bWhole ? "" : " torn");
+    outputs.others = bWhole ? "" : " torn";
+    return hr;
 }
 
-constexpr Scenario ok = {OLESTR("<CCX><Rapido>true</Rapido></CCX>"), IDOK, false, false};
-constexpr Scenario cancel = {OLESTR("<CCX/>"), IDCANCEL, false, true};
-constexpr Scenario invalid = {OLESTR("<CCX><KeepAliveTimer/></CCX>"), IDOK, false, false};
-constexpr Scenario bandless = {OLESTR("<CCX/>"), IDOK, true, false};
-
-template <const Scenario& scenario>
-std::string ShowDialog(CWorld& world, CFault* pFault)
+HRESULT CancelWithHiddenMeasurement(CWorld& world, Outputs& outputs)
 {
-    return Show(world, pFault, scenario);
+    const CRegistryValue hidden(HKEY_LOCAL_MACHINE, OLESTR("SOFTWARE\\Korvane\\Fenn"), OLESTR("NoCCX"), DWORD{1});
+    return ShowDialog<cancel>(world, outputs);
 }
 
 // The first dialog of the module's life makes what the later ones use.
-std::string FirstDialog(CWorld& world, CFault* pFault)
+HRESULT FirstDialog(CWorld& world, Outputs& outputs)
 {
     world.Load();
-    auto outcome = Show(world, pFault, ok);
+    const HRESULT hr = ShowDialog<ok>(world, outputs);
     world.Unload();
-    return outcome;
+    return hr;
 }
 
 // Cancelled because OK had no effect; -1 is a dialog that could not be made. On the stand-in the simulated service meets the
 // faults of the functions that it shares with the module, so that any of them may change its answers.
-#define ANSWERS "S_OK (0 kept|-?1 \\(null\\)|-?1 <CCX.*>)( traced invalid)?"
-#define MEMORY_RAN_OUT OUT_OF_MEMORY("0 kept( traced invalid)?")
+#define ANSWERS "S_OK (0|-?1 \\(null\\)|-?1 <CCX.*>)( traced invalid)?"
+#define MEMORY_RAN_OUT "E_OUTOFMEMORY( 0)?( traced invalid)? traced E_OUTOFMEMORY"
 // A dialog that ran out of memory before it was whole ends; one that did later is confirmed by the next try.
 const std::vector<Operation::Failure> anyFailure = {
-    {"operator new", MEMORY_RAN_OUT}, {"SysAllocStringLen", MEMORY_RAN_OUT "|" ANSWERS}, {".*", ANSWERS}};
+    {"malloc", MEMORY_RAN_OUT}, {"SysAllocStringLen", MEMORY_RAN_OUT "|" ANSWERS}, {".*", ANSWERS}};
 
 const Operation dialogOperations[] = {
-    {"dialog_ok", Kind::Dialog, ShowDialog<ok>, anyFailure},
-    {"dialog_cancel", Kind::Dialog, ShowDialog<cancel>, anyFailure},
-    {"dialog_invalid_profile", Kind::Dialog, ShowDialog<invalid>, anyFailure},
-    {"dialog_no_band", Kind::Dialog, ShowDialog<bandless>, anyFailure},
-    {"first_dialog", Kind::LoadsDialog, FirstDialog, anyFailure},
+    {"dialog_ok", ShowDialog<ok>, anyFailure},
+    {"dialog_cancel", CancelWithHiddenMeasurement, anyFailure},
+    {"dialog_invalid_profile", ShowDialog<invalid>, anyFailure},
+    {"dialog_no_band", ShowDialog<bandless>, anyFailure},
+    {"first_dialog", FirstDialog, anyFailure, true},
 };
 } // namespace
 

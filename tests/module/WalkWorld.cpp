@@ -1,7 +1,6 @@
 #include "tests/module/WalkWorld.h"
 
-#include "tests/support/DialogScenario.h"
-#include "tests/support/LiveObjects.h"
+#include "tests/support/Machine.h"
 
 #include <chrono>
 #include <cstdio>
@@ -24,11 +23,10 @@ void CallWith(const char* szExport)
 }
 } // namespace
 
-CWorld::CWorld() : m_service(machine)
+CWorld::CWorld() : service(machine)
 {
     // As every host has COM ready: a module that is unloaded by COM while it alone keeps COM ready takes COM's ground away.
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    ResetProfiles();
     // Not by the module that is walked: registering takes longer than most operations.
     CallWith("DllRegisterServer");
 }
@@ -52,43 +50,35 @@ void CWorld::Unload()
     CoFreeUnusedLibrariesEx(0, 0);
 }
 
-void CWorld::ResetProfiles() const
-{
-    const auto profile = OfficeProfile("<connectivity><phyType>a</phyType><phyType>g</phyType></connectivity>");
-    for (const GUID& adapter : {adapterGuid, otherAdapterGuid})
-        m_service.AddProfile(adapter, "office.xml", profile);
-}
-
 Alive CWorld::CountAlive() const
 {
-    return {LiveObjects(), m_service.LiveBlocks(), m_service.LiveHandles()};
-}
-
-void CWorld::Request() const
-{
-    CComRef<IUnknown> factory;
-    EXPECT_EQ(S_OK, m_module->GetClassObject(CLSID_ExtUI, IID_IUnknown, factory.PutVoid()));
+    return {LiveObjects(), service.LiveBlocks(), service.LiveHandles()};
 }
 
 bool CWorld::IsLineWritten()
 {
     std::error_code missing;
-    const auto cbBefore = std::filesystem::file_size(m_log.File(), missing);
+    const auto cbBefore = std::filesystem::file_size(log.File(), missing);
     if (missing)
         return false;
-    auto request = std::async(std::launch::async, [this] { Request(); });
+    auto request = std::async(std::launch::async,
+                              [this]
+                              {
+                                  CComRef<IUnknown> factory;
+                                  EXPECT_EQ(S_OK, m_module->GetClassObject(CLSID_ExtUI, IID_IUnknown, factory.PutVoid()));
+                              });
     if (request.wait_for(patience) != std::future_status::ready)
     {
         std::fprintf(stderr, "a lock is left held\n");
         std::abort();
     }
     static constexpr std::size_t cbLine = sizeof("00:00:00.000 [       0]   Ihvui: GetClassObject\r\n") - 1;
-    return std::filesystem::file_size(m_log.File(), missing) == cbBefore + cbLine;
+    return std::filesystem::file_size(log.File(), missing) == cbBefore + cbLine;
 }
 
 bool CWorld::IsLogFree() const
 {
-    const CUniqueFile file(CreateFileW(PlatformNameOf(m_log.File()).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+    const CUniqueFile file(CreateFileW(PlatformNameOf(log.File()).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     OVERLAPPED region = {};
     return file && LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 2, 0, &region);

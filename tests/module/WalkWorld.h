@@ -2,8 +2,8 @@
 // until it is unloaded stands in the way.
 #pragma once
 
+#include "tests/module/Fault.h"
 #include "tests/support/ModuleUnderTest.h"
-#include "tests/support/SimulatedService.h"
 #include "tests/support/TraceLog.h"
 
 #include <optional>
@@ -20,6 +20,7 @@ struct Alive
     bool operator==(const Alive&) const = default;
 };
 
+// Its adapters are the maker's with every band, and one without any.
 class CWorld
 {
 public:
@@ -27,6 +28,10 @@ public:
     ~CWorld();
     CWorld(const CWorld&) = delete;
     CWorld& operator=(const CWorld&) = delete;
+
+    CSimulatedService service;
+    CTraceLog log;
+    CFault* pFault = nullptr; // of the next call
 
     void Load();
     void Unload();
@@ -38,25 +43,17 @@ public:
     {
         return *m_module;
     }
-    CSimulatedService& Service()
+    // Runs the one call that the fault is meant for.
+    template <class Act>
+    auto Call(const Act& act)
     {
-        return m_service;
+        if (pFault)
+            pFault->Arm();
+        auto result = act();
+        if (pFault)
+            pFault->Disarm();
+        return result;
     }
-    CTraceLog& Log()
-    {
-        return m_log;
-    }
-    // The machine's adapters: the maker's with every band, and one without any.
-    CConnectionContext& Office()
-    {
-        return m_office;
-    }
-    CConnectionContext& Bandless()
-    {
-        return m_bandless;
-    }
-    // Puts the wireless profile of both adapters back to what it was.
-    void ResetProfiles() const;
 
     Alive CountAlive() const;
 
@@ -67,12 +64,6 @@ public:
     bool IsLogFree() const;
 
 private:
-    void Request() const;
-
-    CSimulatedService m_service;
-    CTraceLog m_log;
-    CConnectionContext m_office{OLESTR("Office"), adapterGuid};
-    CConnectionContext m_bandless{OLESTR("Office"), otherAdapterGuid};
     std::optional<CModuleUnderTest> m_module;
 };
 } // namespace tests::walk

@@ -2,7 +2,7 @@
 // (100000 for a long run); by default it is a small slice. KORIHVUI_SOAK_QUIET leaves out the lines of the log, which take
 // most of the time where several processes could write to it.
 #include "tests/module/Operation.h"
-#include "tests/support/ProcessResources.h"
+#include "tests/support/Machine.h"
 #include "tests/support/TraceLog.h"
 
 #include <cstdlib>
@@ -15,7 +15,6 @@ using namespace tests::walk;
 using tests::CRegistryValue;
 using tests::szTraceLevelsKey;
 
-// A dialog, a load or a change of the registry takes a hundred times as long as anything else.
 constexpr unsigned slice = 300;
 constexpr unsigned slowSlice = 10;
 
@@ -24,12 +23,6 @@ unsigned Repetitions(bool bSlow)
     const char* const szCount = std::getenv("KORIHVUI_SOAK");
     const auto uCount = szCount ? static_cast<unsigned>(std::strtoul(szCount, nullptr, 10)) : 0;
     return uCount != 0 ? uCount : bSlow ? slowSlice : slice;
-}
-
-bool IsSlow(const Operation& operation)
-{
-    return operation.kind != Operation::Kind::Plain || operation.name.ends_with("registerServer") ||
-           operation.name.ends_with("RegisterServer");
 }
 
 class Soak : public testing::TestWithParam<Operation>
@@ -43,26 +36,25 @@ TEST_P(Soak, LeavesTheProcessAsItWas)
     if (std::getenv("KORIHVUI_SOAK_QUIET"))
         quiet.emplace(HKEY_LOCAL_MACHINE, szTraceLevelsKey, OLESTR("Ihvui"), 0);
     CWorld world;
-    if (!operation.Loads())
-        world.Load();
+    operation.Prepare(world);
     testing::internal::CaptureStdout();
     const unsigned uCount = Repetitions(IsSlow(operation));
-    const auto usual = operation.run(world, nullptr);
+    const auto usual = operation.Outcome(world);
     // The process's own stores grow at first, however little is left behind later.
     for (unsigned u = 0; u < uCount / 10 + 5; ++u)
-        operation.run(world, nullptr);
+        operation.Outcome(world);
     const auto before = tests::MeasureResources();
     const auto aliveBefore = world.CountAlive();
     unsigned uUnusual = 0;
     for (unsigned u = 0; u < uCount; ++u)
-        uUnusual += operation.run(world, nullptr) == usual ? 0 : 1;
+        uUnusual += operation.Outcome(world) == usual ? 0 : 1;
     const auto after = tests::MeasureResources();
     auto aliveAfter = world.CountAlive();
     testing::internal::GetCapturedStdout();
 
     EXPECT_EQ(0u, uUnusual);
     std::size_t cbKept = 0;
-    if (operation.Loads() && operation.IsDialog())
+    if (operation.bLoads && IsDialog(operation))
     {
         // The one handle that each life of the module leaves to the process.
         constexpr std::size_t cbHandle = 256;
@@ -82,5 +74,5 @@ TEST_P(Soak, LeavesTheProcessAsItWas)
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, Soak, testing::ValuesIn(AllOperations()),
-                         [](const auto& row) { return std::string(row.param.name); });
+                         [](const auto& row) { return std::string(row.param.szName); });
 } // namespace

@@ -13,20 +13,20 @@ Lines TracedAtLevel(DWORD dwLevel)
     const tests::CRegistryValue level(HKEY_LOCAL_MACHINE, tests::szTraceLevelsKey, OLESTR("Ihvui"), dwLevel);
     CWorld world;
     world.Load();
-    world.Log().Take();
+    world.log.Take();
     for (const auto& operation : AllOperations())
     {
-        if (!operation.Loads())
-            operation.run(world, nullptr);
+        if (!operation.bLoads)
+            operation.Outcome(world);
     }
     world.Unload();
-    world.Service().SetAdapters("[]");
+    world.service.SetAdapters("[]");
     for (const auto& operation : DialogOperations())
     {
-        if (operation.Loads())
-            operation.run(world, nullptr);
+        if (operation.bLoads)
+            operation.Outcome(world);
     }
-    return world.Log().Take();
+    return world.log.Take();
 }
 
 TEST(TraceLevels, LevelOneIsThatOfErrors)

@@ -1,5 +1,6 @@
 // The simulated service as its clients see it: a module loaded by its path, functions found by their names, a folder.
 #include "simulator/SimulatedWlan.h"
+#include "tests/support/EnvironmentVariable.h"
 #include "tests/support/ModuleUnderTest.h"
 #include "tests/support/TestFolder.h"
 #include "values/Utf8Text.h"
@@ -10,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <set>
 #include <thread>
 
@@ -48,8 +50,7 @@ CWideString Profile(CWideView name, CWideView more = {})
 std::string Request(DWORD dwObjectIdentifier, char chPayload)
 {
     std::string bytes(32, '\0');
-    for (unsigned i = 0; i < 4; ++i)
-        bytes[4 + i] = static_cast<char>(static_cast<unsigned char>(dwObjectIdentifier >> (8 * i)));
+    std::memcpy(&bytes[4], &dwObjectIdentifier, sizeof dwObjectIdentifier);
     bytes[12] = chPayload;
     return bytes;
 }
@@ -73,8 +74,6 @@ protected:
     ServiceTest()
     {
         WriteAdapters(twoAdapters);
-        SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), folder.PlatformName().c_str());
-        SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), folder.PlatformName(OLESTR("calls.log")).c_str());
         ClearFaults();
         DWORD dwVersion = 0;
         EXPECT_EQ(success, Open(2, nullptr, &dwVersion, &hClient));
@@ -84,8 +83,6 @@ protected:
         EXPECT_EQ(success, Close(hClient, nullptr));
         EXPECT_EQ(lHandles, LiveHandles());
         EXPECT_EQ(lBlocks, LiveBlocks());
-        SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), nullptr);
-        SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), nullptr);
     }
 
     void WriteAdapters(const std::string& json) const
@@ -146,6 +143,8 @@ protected:
     const LONG lHandles = LiveHandles();
     const LONG lBlocks = LiveBlocks();
     const CTestFolder folder;
+    const CEnvironmentVariable folderName{"WLAN_SERVICE_DIR", folder.Path()};
+    const CEnvironmentVariable logName{"WLAN_SERVICE_LOG", folder.Path() / "calls.log"};
     HANDLE hClient = nullptr;
     DWORD dwReason = 0xDEAD;
 };

@@ -1,7 +1,6 @@
 #include "tests/support/DialogActor.h"
 
-#include "resources/resource.h"
-#include "tests/support/TestFolder.h"
+#include "host/DialogSight.h"
 
 #include <gtest/gtest.h>
 
@@ -14,32 +13,12 @@ namespace
 constexpr UINT messageTimeoutMs = 10000;
 constexpr auto patience = std::chrono::seconds(10);
 constexpr auto moment = std::chrono::milliseconds(200);
-constexpr int messageTextId = 0xFFFF;
 
-struct Shown
+// The window to be acted upon.
+HWND Front()
 {
-    HWND hwndDialog = nullptr;
-    HWND hwndMessageBox = nullptr; // the topmost
-
-    HWND Front() const
-    {
-        return hwndMessageBox ? hwndMessageBox : hwndDialog;
-    }
-};
-
-// A message box and the settings dialog have class and caption in common; their controls tell them apart.
-BOOL CALLBACK Inspect(HWND hwnd, LPARAM lParam)
-{
-    auto& shown = *reinterpret_cast<Shown*>(lParam);
-    DWORD dwProcess = 0;
-    GetWindowThreadProcessId(hwnd, &dwProcess);
-    if (dwProcess != GetCurrentProcessId() || !IsWindowVisible(hwnd))
-        return TRUE;
-    if (GetDlgItem(hwnd, IDC_RADIO_MEASUREMENT))
-        shown.hwndDialog = hwnd;
-    else if (!shown.hwndMessageBox && GetDlgItem(hwnd, messageTextId))
-        shown.hwndMessageBox = hwnd;
-    return TRUE;
+    const HWND hwndBox = FindMessageBox();
+    return hwndBox ? hwndBox : FindSettingsDialog();
 }
 
 // Asks until the answer is yes, the operation has ended or the time is up.
@@ -47,12 +26,10 @@ template <class Condition>
 auto Await(const std::stop_token& ended, std::chrono::milliseconds limit, const Condition& condition)
 {
     const auto end = std::chrono::steady_clock::now() + limit;
-    decltype(condition(Shown())) answer = {};
+    decltype(condition()) answer = {};
     while (!answer && !ended.stop_requested() && std::chrono::steady_clock::now() < end)
     {
-        Shown shown;
-        EnumWindows(Inspect, reinterpret_cast<LPARAM>(&shown));
-        answer = condition(shown);
+        answer = condition();
         if (!answer)
             Sleep(1);
     }
@@ -65,13 +42,6 @@ CActedWindow Ready(HWND hwnd)
     CActedWindow::Send(hwnd, WM_NULL);
     return CActedWindow(hwnd);
 }
-
-std::string TextOfWindow(HWND hwnd)
-{
-    WCHAR szText[512] = {};
-    CActedWindow::Send(hwnd, WM_GETTEXT, std::size(szText), reinterpret_cast<LPARAM>(szText));
-    return Narrow(szText);
-}
 } // namespace
 
 LRESULT CActedWindow::Send(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lParam)
@@ -81,19 +51,11 @@ LRESULT CActedWindow::Send(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM lPara
     return static_cast<LRESULT>(dwResult);
 }
 
-std::string CActedWindow::Title() const
+std::string CActedWindow::TextOf(HWND hwnd)
 {
-    return TextOfWindow(m_hwnd);
-}
-
-std::string CActedWindow::Text(int nId) const
-{
-    return TextOfWindow(Control(nId));
-}
-
-bool CActedWindow::IsChecked(int nId) const
-{
-    return Send(Control(nId), BM_GETCHECK) == BST_CHECKED;
+    WCHAR szText[512] = {};
+    Send(hwnd, WM_GETTEXT, std::size(szText), reinterpret_cast<LPARAM>(szText));
+    return Narrow(szText);
 }
 
 std::vector<std::string> CActedWindow::Items(int nId) const
@@ -108,11 +70,6 @@ std::vector<std::string> CActedWindow::Items(int nId) const
     return items;
 }
 
-int CActedWindow::Selected(int nId) const
-{
-    return static_cast<int>(Send(Control(nId), CB_GETCURSEL));
-}
-
 void CActedWindow::Click(int nId) const
 {
     constexpr LONG_PTR typeBits = 0xF;
@@ -120,16 +77,6 @@ void CActedWindow::Click(int nId) const
         Send(Control(nId), BM_CLICK);
     else // posted: a click that opens a message box would be answered only after the box is gone
         PostMessageW(Control(nId), BM_CLICK, 0, 0);
-}
-
-void CActedWindow::Select(int nId, int nIndex) const
-{
-    Send(Control(nId), CB_SETCURSEL, static_cast<WPARAM>(nIndex));
-}
-
-void CActedWindow::Close() const
-{
-    PostMessageW(m_hwnd, WM_CLOSE, 0, 0);
 }
 
 CDialogActor::CDialogActor(std::function<void(CDialogActor&)> script)
@@ -142,34 +89,34 @@ CDialogActor::CDialogActor(std::function<void(CDialogActor&)> script)
 {
 }
 
-CActedWindow CDialogActor::WaitForDialog()
+CActedWindow CDialogActor::WaitForDialog() const
 {
-    const HWND hwnd = Await(m_ended, patience, [](const Shown& shown) { return shown.hwndDialog; });
+    const HWND hwnd = Await(m_ended, patience, FindSettingsDialog);
     EXPECT_TRUE(hwnd) << "no dialog came up";
     return Ready(hwnd);
 }
 
-CActedWindow CDialogActor::WaitForMessageBox()
+CActedWindow CDialogActor::WaitForMessageBox() const
 {
-    const HWND hwnd = Await(m_ended, patience, [](const Shown& shown) { return shown.hwndMessageBox; });
+    const HWND hwnd = Await(m_ended, patience, FindMessageBox);
     EXPECT_TRUE(hwnd) << "no message box came up";
     return Ready(hwnd);
 }
 
-std::optional<CActedWindow> CDialogActor::WaitForAny()
+std::optional<CActedWindow> CDialogActor::WaitForAny() const
 {
-    const HWND hwnd = Await(m_ended, patience, [](const Shown& shown) { return shown.Front(); });
+    const HWND hwnd = Await(m_ended, patience, Front);
     return hwnd ? std::optional(Ready(hwnd)) : std::nullopt;
 }
 
-void CDialogActor::WaitForChange(const CActedWindow& window)
+void CDialogActor::WaitForChange(const CActedWindow& window) const
 {
-    Await(m_ended, moment, [&](const Shown& shown) { return shown.Front() != window.Get(); });
+    Await(m_ended, moment, [&] { return Front() != window.Get(); });
 }
 
 void CDialogActor::WaitForEnd(const CActedWindow& window)
 {
     // The operation may end with the window.
-    EXPECT_TRUE(Await({}, patience, [&](const Shown&) { return !window.Exists(); })) << "the window is still up";
+    EXPECT_TRUE(Await({}, patience, [&] { return !window.Exists(); })) << "the window is still up";
 }
 } // namespace tests

@@ -2,12 +2,11 @@
 // platform's own automation does.
 #pragma once
 
-#include "values/WideText.h"
+#include "tests/support/TestFolder.h"
 
 #include <functional>
 #include <optional>
 #include <stop_token>
-#include <string>
 #include <thread>
 #include <vector>
 
@@ -46,17 +45,37 @@ public:
     }
     // The answer of the window, or of a control; 0 when none comes within ten seconds.
     static LRESULT Send(HWND hwnd, UINT uMessage, WPARAM wParam = 0, LPARAM lParam = 0);
+    // Of a window, or of a control.
+    static std::string TextOf(HWND hwnd);
 
-    std::string Title() const;
+    std::string Title() const
+    {
+        return TextOf(m_hwnd);
+    }
     // A control's text, state and list.
-    std::string Text(int nId) const;
-    bool IsChecked(int nId) const;
+    std::string Text(int nId) const
+    {
+        return TextOf(Control(nId));
+    }
+    bool IsChecked(int nId) const
+    {
+        return Send(Control(nId), BM_GETCHECK) == BST_CHECKED;
+    }
     std::vector<std::string> Items(int nId) const;
-    int Selected(int nId) const;
+    int Selected(int nId) const
+    {
+        return static_cast<int>(Send(Control(nId), CB_GETCURSEL));
+    }
 
     void Click(int nId) const;
-    void Select(int nId, int nIndex) const;
-    void Close() const;
+    void Select(int nId, int nIndex) const
+    {
+        Send(Control(nId), CB_SETCURSEL, static_cast<WPARAM>(nIndex));
+    }
+    void Close() const
+    {
+        PostMessageW(m_hwnd, WM_CLOSE, 0, 0);
+    }
 
 private:
     HWND m_hwnd;
@@ -72,16 +91,16 @@ public:
     explicit CDialogActor(std::function<void(CDialogActor&)> script);
 
     // Waits for the module's dialog, or a message box, to be up.
-    CActedWindow WaitForDialog();
-    CActedWindow WaitForMessageBox();
+    CActedWindow WaitForDialog() const;
+    CActedWindow WaitForMessageBox() const;
     // Waits for any of the two, the box before the dialog behind it; nothing when the operation ends first, which is no
     // failure here.
-    std::optional<CActedWindow> WaitForAny();
+    std::optional<CActedWindow> WaitForAny() const;
     // Waits until another window, or none, is the one to be acted upon; for a moment only, since the last act may have had
     // no effect.
-    void WaitForChange(const CActedWindow& window);
+    void WaitForChange(const CActedWindow& window) const;
     // Waits until the window is gone; one that stays fails the case.
-    void WaitForEnd(const CActedWindow& window);
+    static void WaitForEnd(const CActedWindow& window);
 
 private:
     std::stop_token m_ended;

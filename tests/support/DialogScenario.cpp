@@ -1,7 +1,7 @@
 #include "tests/support/DialogScenario.h"
 
 #include "resources/resource.h"
-#include "tests/support/WarningIcon.h"
+#include "tests/support/Machine.h"
 
 #include <algorithm>
 #include <iterator>
@@ -65,61 +65,50 @@ std::string LookAtBox(const CActedWindow& box)
     return seen + (!hwndOwner ? "no owner" : IsWindowEnabled(hwndOwner) ? "owner in use" : "owner held");
 }
 
-// The person: finds the dialog when the first word needs it.
-class CPerson
+int IdOf(std::string_view name)
 {
-public:
-    CPerson(CDialogActor& actor, std::vector<std::string>& shown) : m_actor(actor), m_shown(shown)
-    {
-    }
+    const auto* const found = std::ranges::find(controls, name, &NamedControl::name);
+    if (found == std::end(controls))
+        ADD_FAILURE() << "nobody knows what " << name << " is";
+    return found == std::end(controls) ? 0 : found->nId;
+}
 
-    void Do(const std::string& word)
+// The person: looks for the dialog when the first word needs it.
+void Work(CDialogActor& actor, const DialogCase& row, std::vector<std::string>& shown)
+{
+    std::optional<CActedWindow> dialog;
+    std::istringstream words(row.szPerson);
+    for (std::string word; words >> word;)
     {
         if (word == "box")
         {
-            const CActedWindow box = m_actor.WaitForMessageBox();
-            m_shown.push_back(LookAtBox(box));
+            const CActedWindow box = actor.WaitForMessageBox();
+            shown.push_back(LookAtBox(box));
             box.Close();
-            m_actor.WaitForEnd(box);
-            return;
+            CDialogActor::WaitForEnd(box);
+            continue;
         }
-        if (!m_dialog)
-            m_dialog = m_actor.WaitForDialog();
+        if (!dialog)
+            dialog = actor.WaitForDialog();
         if (word == "look")
-            m_shown.push_back(Look(*m_dialog));
+            shown.push_back(Look(*dialog));
         else if (word == "levels")
-            m_shown = m_dialog->Items(IDC_ROAMING_OPTION);
+            shown = dialog->Items(IDC_ROAMING_OPTION);
         else if (word == "close")
-            m_dialog->Close();
+            dialog->Close();
         else if (word.starts_with("level:"))
-            m_dialog->Select(IDC_ROAMING_OPTION, std::stoi(word.substr(6)));
+            dialog->Select(IDC_ROAMING_OPTION, std::stoi(word.substr(6)));
         else if (word.starts_with("other:"))
-            CActedWindow::Send(m_dialog->Get(), WM_COMMAND, MAKEWPARAM(static_cast<UINT>(IdOf(word.substr(6))), 1));
+            CActedWindow::Send(dialog->Get(), WM_COMMAND, MAKEWPARAM(static_cast<UINT>(IdOf(word.substr(6))), 1));
         else
-            m_dialog->Click(IdOf(word));
+            dialog->Click(IdOf(word));
     }
-
+    if (!dialog)
+        return;
+    CDialogActor::WaitForEnd(*dialog);
     // A dialog that did not end would keep the case waiting for ever.
-    void Leave()
-    {
-        if (!m_dialog)
-            return;
-        m_actor.WaitForEnd(*m_dialog);
-        m_dialog->Close();
-    }
-
-private:
-    static int IdOf(const std::string& name)
-    {
-        const auto* const found = std::ranges::find(controls, std::string_view(name), &NamedControl::name);
-        EXPECT_NE(std::end(controls), found) << "nobody knows what " << name << " is";
-        return found == std::end(controls) ? 0 : found->nId;
-    }
-
-    CDialogActor& m_actor;
-    std::vector<std::string>& m_shown;
-    std::optional<CActedWindow> m_dialog;
-};
+    dialog->Close();
+}
 } // namespace
 
 std::string OfficeProfile(std::string_view connectivity)
@@ -153,15 +142,7 @@ void CDialogScenario::Expect(const DialogCase& row, HWND hwndParent)
     BOOL bIsModified = 77;
     std::vector<std::string> shown;
     {
-        CDialogActor actor(
-            [&](CDialogActor& self)
-            {
-                CPerson acting(self, shown);
-                std::istringstream words{std::string(row.szPerson)};
-                for (std::string word; words >> word;)
-                    acting.Do(word);
-                acting.Leave();
-            });
+        const CDialogActor actor([&](CDialogActor& self) { Work(self, row, shown); });
         EXPECT_EQ(S_OK, m_property->Dot11ExtUIPropertyShowDialog(hwndParent, profile.Get(), m_pConnectionContext, &bstrModified,
                                                                  &bIsModified));
     }

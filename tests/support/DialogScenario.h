@@ -49,10 +49,6 @@ struct DialogCase
     std::vector<std::string> traced = tracedCapable; // beside what every dialog traces
     BOOL bModified = TRUE;                           // of a dialog that returns a profile
 };
-inline void PrintTo(const DialogCase& row, std::ostream* pOut)
-{
-    *pOut << row.name;
-}
 
 // The module on a simulated machine with one wireless profile, "Office", on the first of its adapters. What the module
 // keeps until it is unloaded begins and ends with the object.
@@ -90,8 +86,6 @@ public:
     void Unload();
 
 private:
-    std::vector<std::string> Traced();
-
     CSimulatedService m_service;
     CTraceLog m_log;
     CModuleUnderTest m_module{CModuleUnderTest::Registration::None};

@@ -30,8 +30,7 @@ ProgramRun CHostWorld::Host(const std::vector<std::string>& arguments) const
     std::vector<std::string> placed;
     for (const std::string& strArgument : arguments)
         placed.push_back(strArgument.starts_with('@') ? File(strArgument.substr(1)).string() : strArgument);
-    const CTestFolder output;
-    ProgramRun run = RunProgram("korihost", placed, output.Path());
+    ProgramRun run = RunProgram("korihost", placed);
     for (const char* szKey : keysOfSamples)
         EXPECT_EQ(std::string::npos, (run.strOutput + run.strErrors).find(szKey)) << "a key shows: " << szKey;
     return run;

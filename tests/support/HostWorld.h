@@ -1,8 +1,8 @@
 // Copies of the samples in a temporary folder, for cases that let the host program work on them.
 #pragma once
 
-#include "tests/support/ProgramRun.h"
 #include "tests/support/TestFolder.h"
+#include "tests/support/TestProgram.h"
 
 #include <map>
 

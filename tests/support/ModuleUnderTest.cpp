@@ -1,16 +1,12 @@
 #include "tests/support/ModuleUnderTest.h"
 
-#include "host/Library.h"
-
 #include <regex>
 
 namespace tests
 {
 std::filesystem::path BuildFolder()
 {
-    CWideString folder = BesideProgram({});
-    folder.pop_back();
-    return std::filesystem::path(folder);
+    return std::filesystem::path(BesideProgram({})).parent_path();
 }
 
 CModuleUnderTest::CModuleUnderTest(Registration registration)

@@ -1,6 +1,7 @@
 // The module as a host meets it: a file that is loaded, its exports, its objects.
 #pragma once
 
+#include "host/Library.h"
 #include "public/Dot11ExtUI.h"
 #include "tests/support/TestFolder.h"
 #include "values/Bstr.h"
@@ -35,8 +36,7 @@ public:
     template <class Function>
     Function* Export(const char* szName) const
     {
-        // Through void*: the platform's own type for an address of unknown kind is not one that a cast accepts.
-        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(m_hModule, szName)));
+        return ::Export<Function*>(m_hModule, szName);
     }
     HRESULT CanUnloadNow() const
     {

@@ -2,11 +2,11 @@
 // before the module is loaded, so that the module finds it in place of the system's.
 #pragma once
 
+#include "host/Library.h"
 #include "simulator/SimulatedWlan.h"
 #include "tests/support/TestFolder.h"
 
-#include <windows.h>
-
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,16 +37,33 @@ public:
     // The calls since the service was made, one line each.
     std::vector<std::string> Calls() const;
 
-    LONG LiveHandles() const;
-    LONG LiveBlocks() const;
+    LONG LiveHandles() const
+    {
+        return Export<decltype(&SimulatedWlanLiveHandles)>(m_library.Get(), "SimulatedWlanLiveHandles")();
+    }
+    LONG LiveBlocks() const
+    {
+        return Export<decltype(&SimulatedWlanLiveBlocks)>(m_library.Get(), "SimulatedWlanLiveBlocks")();
+    }
     // See SimulatedWlanFailNext.
-    void FailNext(const char* szFunction, unsigned uFirst, unsigned uCount, DWORD dwError) const;
-    void ClearFaults() const;
-    unsigned CountCalls(const char* szFunction) const;
+    void FailNext(const char* szFunction, unsigned uFirst, unsigned uCount, DWORD dwError) const
+    {
+        if (!Export<decltype(&SimulatedWlanFailNext)>(m_library.Get(), "SimulatedWlanFailNext")(szFunction, uFirst, uCount,
+                                                                                                dwError))
+            throw std::invalid_argument(szFunction);
+    }
+    void ClearFaults() const
+    {
+        Export<decltype(&SimulatedWlanClearFaults)>(m_library.Get(), "SimulatedWlanClearFaults")();
+    }
+    unsigned CountCalls(const char* szFunction) const
+    {
+        return Export<decltype(&SimulatedWlanCalls)>(m_library.Get(), "SimulatedWlanCalls")(szFunction);
+    }
 
 private:
     CTestFolder m_folder;
-    HMODULE m_hModule;
+    CUniqueLibrary m_library;
 };
 
 // Machines that the cases use: adapters.json texts.

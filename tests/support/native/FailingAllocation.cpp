@@ -1,29 +1,37 @@
-// The program's own allocation functions, which every library in the process binds to; only calls that come from the
-// module are counted.
-#include "tests/support/FailingAllocation.h"
+// The program's own allocation functions, which every library in the process binds to; only those calls that come from the
+// module can be made to fail, under the name by which they go on.
+#include "platform/testing/FaultPoint.h"
+#include "tests/support/PlatformFunctions.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <string_view>
 
 #include <dlfcn.h>
+#include <link.h>
+#include <malloc.h>
 
 namespace
 {
-bool IsFromModule(const void* pCaller)
+bool IsFromModule(void* pCaller)
 {
-    Dl_info info = {};
-    return dladdr(pCaller, &info) != 0 && info.dli_fname && std::string_view(info.dli_fname).ends_with("korihvui.dll");
+    dl_find_object found = {};
+    return _dl_find_object(pCaller, &found) == 0 && std::string_view(found.dlfo_link_map->l_name).ends_with("korihvui.dll");
 }
 
-void* Allocate(std::size_t cb, const void* pCaller) noexcept
+void* Allocate(std::size_t cb, void* pCaller) noexcept
 {
-    if (tests::AllocationsAreCounted() && IsFromModule(pCaller) && tests::AllocationFails())
+    if (IsFromModule(pCaller) && platform::testing::FaultFires(tests::allocation.szName))
         return nullptr;
-    return std::malloc(cb ? cb : 1);
+    void* const p = std::malloc(cb ? cb : 1);
+    // A text without room for its end does not find a zero behind it by luck.
+    if (p)
+        std::memset(p, '~', malloc_usable_size(p));
+    return p;
 }
 
-void* AllocateOrThrow(std::size_t cb, const void* pCaller)
+void* AllocateOrThrow(std::size_t cb, void* pCaller)
 {
     if (void* const p = Allocate(cb, pCaller))
         return p;

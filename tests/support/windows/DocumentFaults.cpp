@@ -1,4 +1,5 @@
-// The interfaces as tables of functions: their slots are what is patched.
+// Faults of the document component's operations: methods of its objects, not imports.
+// The interfaces as tables of functions: their slots are what is diverted.
 #define CINTERFACE
 #include <windows.h>
 
@@ -7,11 +8,13 @@
 
 #include <msxml2.h>
 
-#include "tests/support/windows/DocumentFaults.h"
-#include "tests/support/windows/FaultableImports.h"
+#include "host/Library.h"
+#include "platform/testing/FaultPoint.h"
+#include "tests/support/windows/Diversion.h"
 
-#include <map>
+#include <cstddef>
 #include <mutex>
+#include <span>
 
 namespace tests::faults
 {
@@ -19,96 +22,64 @@ namespace
 {
 constexpr CLSID documentClass = {0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
-// The component's own function behind each patched slot. Written once, before any patched slot can be called.
-std::map<const void*, void*>& Originals()
+struct Method
 {
-    static std::map<const void*, void*> originals;
-    return originals;
-}
-
-template <class Table, class Function>
-void** SlotIn(void* pTable, Function Table::*pMember)
-{
-    return reinterpret_cast<void**>(&(static_cast<Table*>(pTable)->*pMember));
-}
-
-template <CName name, auto pMember>
-struct CMethodThunk;
-
-template <CName name, class Table, class Object, class... Arguments, HRESULT (WINAPI* Table::*pMember)(Object*, Arguments...)>
-struct CMethodThunk<name, pMember>
-{
-    static HRESULT WINAPI Call(Object* pThis, Arguments... arguments)
-    {
-        if (platform::testing::FaultFires(name.szText))
-        {
-            const auto hr = static_cast<HRESULT>(platform::testing::FaultCode(name.szText, static_cast<DWORD>(E_FAIL)));
-            return FAILED(hr) ? hr : E_FAIL;
-        }
-        // The same member of another kind of node is another slot with another function.
-        const void* const pSlot = SlotIn(const_cast<Table*>(pThis->lpVtbl), pMember);
-        const auto pOriginal = reinterpret_cast<HRESULT(WINAPI*)(Object*, Arguments...)>(Originals().at(pSlot));
-        return pOriginal(pThis, arguments...);
-    }
-
-    static void Patch(void* pTable)
-    {
-        void** const ppSlot = SlotIn(pTable, pMember);
-        if (Originals().emplace(ppSlot, *ppSlot).second)
-            Overwrite(ppSlot, reinterpret_cast<void*>(&Call));
-    }
+    PlatformFunction function;
+    std::size_t nSlot;
 };
-
-using Patch = void (*)(void* pTable);
-#define METHOD(type, member) CMethodThunk<#member, &type##Vtbl::member>::Patch
-constexpr Patch nodeMethods[] = {
+#define METHOD(type, member)                                                                                                     \
+    {                                                                                                                            \
+        {#member, Fails::WithCode, static_cast<DWORD>(E_FAIL)}, offsetof(type##Vtbl, member) / sizeof(void*)                     \
+    }
+constexpr Method nodeMethods[] = {
     METHOD(IXMLDOMNode, selectSingleNode), METHOD(IXMLDOMNode, hasChildNodes), METHOD(IXMLDOMNode, get_firstChild),
     METHOD(IXMLDOMNode, get_nextSibling),  METHOD(IXMLDOMNode, get_nodeType),  METHOD(IXMLDOMNode, get_nodeValue),
     METHOD(IXMLDOMNode, put_text),         METHOD(IXMLDOMNode, insertBefore),  METHOD(IXMLDOMNode, removeChild),
     METHOD(IXMLDOMNode, appendChild),      METHOD(IXMLDOMNode, get_xml),
 };
-constexpr Patch documentMethods[] = {
+constexpr Method documentMethods[] = {
     METHOD(IXMLDOMDocument, loadXML),
     METHOD(IXMLDOMDocument, get_documentElement),
     METHOD(IXMLDOMDocument, createElement),
 };
-constexpr Patch elementMethods[] = {METHOD(IXMLDOMElement, setAttribute)};
+constexpr Method elementMethods[] = {METHOD(IXMLDOMElement, setAttribute)};
 #undef METHOD
 
-template <class Object>
-void PatchObject(Object* pObject, std::initializer_list<std::pair<const Patch*, std::size_t>> lists)
+// The same method of another kind of node is another function in another table.
+void Watch(void* pObject, std::span<const Method> methods)
 {
-    void* const pTable = const_cast<std::remove_const_t<std::remove_pointer_t<decltype(pObject->lpVtbl)>>*>(pObject->lpVtbl);
-    for (const auto& [pPatches, nPatches] : lists)
-        for (std::size_t i = 0; i < nPatches; ++i)
-            pPatches[i](pTable);
+    for (const auto& method : methods)
+        Divert(*static_cast<void***>(pObject) + method.nSlot, method.function);
+}
+
+void WatchDocuments(IXMLDOMDocument* pDocument)
+{
+    const BSTR bstrText = SysAllocString(L"a");
+    IXMLDOMElement* pElement = nullptr;
+    IXMLDOMText* pText = nullptr;
+    pDocument->lpVtbl->createElement(pDocument, bstrText, &pElement);
+    pDocument->lpVtbl->createTextNode(pDocument, bstrText, &pText);
+    SysFreeString(bstrText);
+    for (void* const pNode : {static_cast<void*>(pDocument), static_cast<void*>(pElement), static_cast<void*>(pText)})
+        Watch(pNode, nodeMethods);
+    Watch(pDocument, documentMethods);
+    Watch(pElement, elementMethods);
+    pElement->lpVtbl->Release(pElement);
+    pText->lpVtbl->Release(pText);
 }
 } // namespace
 
-bool IsDocumentClass(REFCLSID rclsid)
+HRESULT WINAPI CreateWatched(REFCLSID rclsid, IUnknown* pOuter, DWORD dwContext, REFIID riid, void** ppv)
 {
-    return IsEqualCLSID(rclsid, documentClass);
-}
-
-void WatchDocuments(void* pObject)
-{
+    // The program's own import of it leads here.
+    static const auto pCreate = Export<decltype(&CoCreateInstance)>(GetModuleHandleW(L"ole32.dll"), "CoCreateInstance");
+    const bool bDocument = IsEqualCLSID(rclsid, documentClass);
+    if (bDocument && platform::testing::FaultFires("CreateDocument"))
+        return static_cast<HRESULT>(platform::testing::FaultCode("CreateDocument", static_cast<DWORD>(E_OUTOFMEMORY)));
+    const HRESULT hr = pCreate(rclsid, pOuter, dwContext, riid, ppv);
     static std::once_flag once;
-    std::call_once(once,
-                   [=]
-                   {
-                       auto* const pDocument = static_cast<IXMLDOMDocument*>(pObject);
-                       const BSTR bstrText = SysAllocString(L"a");
-                       IXMLDOMElement* pElement = nullptr;
-                       IXMLDOMText* pText = nullptr;
-                       pDocument->lpVtbl->createElement(pDocument, bstrText, &pElement);
-                       pDocument->lpVtbl->createTextNode(pDocument, bstrText, &pText);
-                       SysFreeString(bstrText);
-                       const std::pair<const Patch*, std::size_t> nodes = {nodeMethods, std::size(nodeMethods)};
-                       PatchObject(pElement, {nodes, {elementMethods, std::size(elementMethods)}});
-                       PatchObject(pText, {nodes});
-                       PatchObject(pDocument, {nodes, {documentMethods, std::size(documentMethods)}});
-                       pElement->lpVtbl->Release(pElement);
-                       pText->lpVtbl->Release(pText);
-                   });
+    if (bDocument && hr == S_OK)
+        std::call_once(once, WatchDocuments, static_cast<IXMLDOMDocument*>(*ppv));
+    return hr;
 }
 } // namespace tests::faults
