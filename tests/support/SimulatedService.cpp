@@ -26,7 +26,7 @@ CSimulatedService::CSimulatedService(std::string_view adapters)
     SetAdapters(adapters);
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), m_folder.PlatformName().c_str());
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), m_folder.PlatformName(OLESTR("calls.log")).c_str());
-    m_hModule = LoadLibraryW(PlatformNameOf(BuildFolder() / "wlanapi.dll").c_str());
+    m_hModule = LoadLibraryW(PlatformNameOf(BuildFolder() / "simulated" / "wlanapi.dll").c_str());
     EXPECT_NE(nullptr, m_hModule);
     ClearFaults();
 }
