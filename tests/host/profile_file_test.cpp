@@ -2,6 +2,7 @@
 #include "host/Difference.h"
 #include "host/HostError.h"
 #include "host/IhvElement.h"
+#include "host/KeyMask.h"
 #include "host/ProfileText.h"
 
 #include <functional>
@@ -210,19 +211,40 @@ TEST(WithVendorTextTest, LeavesAnotherVendorAlone)
 
 // Keys
 
+struct Masking
+{
+    const char* szText;
+    const char* szShown;
+};
+const Masking maskings[] = {
+    {"<p:SHAREDKEY k='secret' l='x'/>", "<p:SHAREDKEY k='********' l='********'/>"},
+    {"<sharedKey><!--</sharedKey>-->secret<secret/> <?p?>\n<Protected/></sharedKey>",
+     "<sharedKey>******** \n<Protected/></sharedKey>"},
+    {"<!-- <sharedKey><![CDATA[</sharedKey>]]>secret</sharedKey> a <keyMaterial k=secret --><b/>",
+     "<!-- <sharedKey>********</sharedKey> a <keyMaterial********--><b/>"},
+    {"<?SharedKey secret?><?p password = \"secret\" q?>", "<?SharedKey********?><?p password = \"********\" q?>"},
+    {"<a>&lt;e:Password&gt;<![CDATA[secret]]>&lt;/e:Password&gt; b</a>", "<a>&lt;e:Password********&lt;/e:Password&gt; b</a>"},
+    {"<a b='&amp;lt;password>s/password'/>secret keyMaterial=&quot;secret of &quot;",
+     "<a b='&amp;lt;password>********/>secret keyMaterial=&quot;********&quot;"},
+    {"1 < 2 <sharedKey>secret</sharedKey> > <password>secret", "1 < 2 <sharedKey>********</sharedKey> > <password>********"},
+    {"<passwords a='1'>password</passwords> <password:a/>", "<passwords a='1'>password</passwords> <password:a/>"},
+};
+
+TEST(WithoutKeysTest, HidesThemInEveryFormOfText)
+{
+    for (const Masking& expected : maskings)
+        EXPECT_EQ(Utf8Of(WithoutKeys(WideOf(expected.szText))), expected.szShown);
+}
+
 TEST(DifferenceTest, ShowsNoKey)
 {
-    const CWideString strBefore =
-        WideOf("<W>\n<sharedKey a='secret'>\n<keyType>secret</keyType><keyMaterial>secret</keyMaterial>\n"
-               "<![CDATA[secret]]><!--secret--></sharedKey>\n<p:keyMaterial>secret</p:keyMaterial>\n<x>1</x>\n</W>\n");
-    EXPECT_EQ(Utf8Of(WithoutKeys(strBefore)),
-              "<W>\n<sharedKey>\n<keyType>********</keyType><keyMaterial>********</keyMaterial>\n"
-              "****************</sharedKey>\n<p:keyMaterial>********</p:keyMaterial>\n<x>1</x>\n</W>\n");
+    const CWideString strBefore = WideOf("<W>\n<sharedKey>\n<keyType>secret</keyType><keyMaterial>secret</keyMaterial>\n"
+                                         "</sharedKey>\n<p:keyMaterial>secret</p:keyMaterial>\n<x>1</x>\n</W>\n");
     CWideString strAfter = strBefore;
     strAfter.replace(strAfter.find(OLESTR('1')), 1, OLESTR("2"));
     const std::string strDifference = ChangeReport("a", strBefore, "b", strAfter);
     EXPECT_EQ(strDifference, "--- a\n+++ b\n@@ -3,5 +3,5 @@\n <keyType>********</keyType><keyMaterial>********</keyMaterial>\n "
-                             "****************</sharedKey>\n <p:keyMaterial>********</p:keyMaterial>\n"
+                             "</sharedKey>\n <p:keyMaterial>********</p:keyMaterial>\n"
                              "-<x>1</x>\n+<x>2</x>\n </W>\n");
 }
 
