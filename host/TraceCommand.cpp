@@ -1,6 +1,9 @@
 // korihost trace: reads the trace log that the module writes, call by call.
 #include "host/Commands.h"
+#include "host/Escaped.h"
 #include "host/HostError.h"
+#include "host/KeyMask.h"
+#include "host/StandardOutput.h"
 #include "host/trace/TraceCalls.h"
 #include "host/trace/TraceSummary.h"
 
@@ -8,22 +11,9 @@
 #include <chrono>
 #include <cstdio>
 #include <fstream>
-#include <iostream>
 #include <optional>
 #include <thread>
 
-static std::string Escaped(const std::string& s)
-{
-    return s;
-}
-static std::string MaskKeys(std::string_view s)
-{
-    return std::string(s);
-}
-static bool WantsColours()
-{
-    return false;
-} // STUB
 namespace
 {
 constexpr std::size_t cbChunk = 256 * 1024;
@@ -125,7 +115,7 @@ std::uint64_t LastDay(CTraceFile& file)
     return nOffset;
 }
 
-void Print(const TraceCall& call, bool bColours)
+std::string TextOf(const TraceCall& call, bool bColours)
 {
     std::string strText = TimeText(call.nTime) + " [";
     char szThread[16];
@@ -137,7 +127,7 @@ void Print(const TraceCall& call, bool bColours)
         const bool bColoured = bColours && IsTraceError(strLine);
         strText += (bColoured ? "    \x1b[31m" : "    ") + Escaped(strLine) + (bColoured ? "\x1b[0m\n" : "\n");
     }
-    std::cout << strText;
+    return strText;
 }
 
 void Trace(const TraceArguments& arguments)
@@ -148,16 +138,22 @@ void Trace(const TraceArguments& arguments)
     const std::uint64_t nBegin = nSince ? LastDay(file) : 0;
     file.GoTo(nBegin);
 
+    const CStandardOutput output;
+    const auto write = [&](const std::string& strText)
+    {
+        if (!output.Write(strText))
+            throw CHostError("standard output cannot be written");
+    };
     CTraceSummary summary;
     CTraceCalls calls(
-        [&, bColours = WantsColours()](const TraceCall& call)
+        [&, bColours = output.WantsColours()](const TraceCall& call)
         {
             if (arguments.bErrors && !call.bFailed)
                 return;
             if (arguments.bSummary)
                 summary.Add(call);
             else
-                Print(call, bColours);
+                write(TextOf(call, bColours));
         });
     CTraceMessages messages(
         [&](const TraceMessage& message)
@@ -169,7 +165,7 @@ void Trace(const TraceArguments& arguments)
             if (nThread && message.nThread != *nThread)
                 return;
             TraceMessage masked = message;
-            const std::string strMasked = MaskKeys(message.text);
+            const std::string strMasked = Utf8Of(WithoutKeys(WideOf(message.text)));
             masked.text = strMasked;
             calls.Add(masked);
         },
@@ -185,7 +181,6 @@ void Trace(const TraceArguments& arguments)
             break;
         // Lines that an error may still follow wait for it.
         calls.Pause(arguments.bErrors);
-        std::cout.flush();
         std::this_thread::sleep_for(timeBetweenLooks);
         if (file.WasBegunAnew())
             file.GoTo(0);
@@ -193,9 +188,8 @@ void Trace(const TraceArguments& arguments)
     calls.Pause();
     if (!messages.HasAny())
         throw CHostError(arguments.strFile + ": holds no line of a trace log");
-    std::cout << (arguments.bSummary ? summary.Text() : "") << std::flush;
-    if (!std::cout)
-        throw CHostError("standard output cannot be written");
+    if (arguments.bSummary)
+        write(EscapedLines(summary.Text()));
 }
 } // namespace
 
