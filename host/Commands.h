@@ -13,3 +13,4 @@ void AddSelectCommand(CLI::App& app, CommandWork& chosen);
 void AddConfigureCommand(CLI::App& app, CommandWork& chosen);
 void AddPageCommand(CLI::App& app, CommandWork& chosen);
 void AddRegistrationCommands(CLI::App& app, CommandWork& chosen);
+void AddTraceCommand(CLI::App& app, CommandWork& chosen);

@@ -24,6 +24,9 @@ using CUniqueDescriptor = CUnique<CDescriptorCloser>;
 // A second descriptor of standard output, which takes UTF-8 and line ends as they are given. Empty when it is closed.
 CUniqueDescriptor KeepStandardOutput();
 
+// Whether the descriptor is a terminal that understands colours.
+bool TakesColours(int nDescriptor);
+
 // Files that take the module's lines, begun anew: of a name (the null device for an empty one), and one that goes with the
 // descriptor. Empty, with errno, when they cannot be made.
 CUniqueDescriptor OpenTraceFile(const std::string& strFile);

@@ -12,10 +12,6 @@
 
 COutputSplit::COutputSplit(const std::string& strTrace) : m_bShown(strTrace == "-")
 {
-    std::fflush(stdout);
-    m_own = KeepStandardOutput();
-    if (!m_own)
-        throw CHostError("standard output is closed");
     m_trace = m_bShown ? OpenTemporaryTrace() : OpenTraceFile(strTrace);
     if (!m_trace || dup2(m_trace.Get(), STDOUT_FILENO) < 0)
         throw CHostError((strTrace.empty() || m_bShown ? "the trace" : strTrace) + " cannot be written: " + std::strerror(errno));
@@ -25,12 +21,12 @@ COutputSplit::~COutputSplit()
 {
     ShowTrace();
     std::fflush(stdout);
-    dup2(m_own.Get(), STDOUT_FILENO);
+    dup2(m_own.Descriptor(), STDOUT_FILENO);
 }
 
 void COutputSplit::Write(std::string_view text)
 {
-    if (!ShowTrace() || !WriteAll(EscapedLines(text)))
+    if (!ShowTrace() || !m_own.Write(EscapedLines(text)))
         throw CHostError("standard output cannot be written");
 }
 
@@ -54,20 +50,6 @@ std::string COutputSplit::TakeTrace()
     return Utf8Of(WithoutKeys(WideOf(strText)));
 }
 
-bool COutputSplit::WriteAll(std::string_view text) const
-{
-    // A console takes only so much at once.
-    constexpr std::size_t cbMost = 16 * 1024;
-    while (!text.empty())
-    {
-        const auto cbWritten = write(m_own.Get(), text.data(), static_cast<unsigned>(std::min(text.size(), cbMost)));
-        if (cbWritten <= 0)
-            return false;
-        text.remove_prefix(static_cast<std::size_t>(cbWritten));
-    }
-    return true;
-}
-
 // Each line with "trace: " in front; a text that ends within a line gets its line end.
 bool COutputSplit::ShowTrace()
 {
@@ -80,5 +62,5 @@ bool COutputSplit::ShowTrace()
         strLines.append("trace: ").append(line.substr(0, line.size() - (line.ends_with('\r') ? 1 : 0))).append("\n");
         rest.remove_prefix(std::min(nEnd + 1, rest.size()));
     }
-    return WriteAll(EscapedLines(strLines));
+    return m_own.Write(EscapedLines(strLines));
 }

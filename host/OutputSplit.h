@@ -2,7 +2,7 @@
 // standard output, which it shares with the program.
 #pragma once
 
-#include "host/Descriptors.h"
+#include "host/StandardOutput.h"
 
 #include <string_view>
 
@@ -25,11 +25,10 @@ public:
     std::string TakeTrace();
 
 private:
-    bool WriteAll(std::string_view text) const;
     bool ShowTrace();
 
     bool m_bShown;
     off_t m_nTaken = 0;
-    CUniqueDescriptor m_own;
+    CStandardOutput m_own;
     CUniqueDescriptor m_trace;
 };

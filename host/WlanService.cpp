@@ -11,6 +11,8 @@
 namespace
 {
 constexpr CWideView serviceLibrary = OLESTR("wlanapi.dll");
+constexpr CWideView simulatedFolder = OLESTR("simulated\\");
+constexpr const WCHAR* szFolderVariable = OLESTR("WLAN_SERVICE_DIR");
 constexpr DWORD clientVersion = 2;
 
 // A request to the driver begins with a header, which the answer repeats.
@@ -33,11 +35,12 @@ void SetVariable(const WCHAR* szName, const std::string& strPath)
         SetEnvironmentVariableW(szName, std::filesystem::absolute(PathOf(strPath)).string<WCHAR>().c_str());
 }
 
-// The simulated service lies beside the program, where the loader looks first; the machine's own has to be named.
-CWideString LibraryFile(bool bSimulated)
+// The simulated service is loaded only for who names a service folder. The machine's own has to be named too: the loader would
+// look beside the program first.
+CWideString LibraryFile()
 {
-    if (bSimulated)
-        return BesideProgram(serviceLibrary);
+    if (GetEnvironmentVariableW(szFolderVariable, nullptr, 0) != 0)
+        return BesideProgram(CWideString(simulatedFolder) + CWideString(serviceLibrary));
     WCHAR szSystem[MAX_PATH] = {};
     GetSystemDirectoryW(szSystem, MAX_PATH);
     return CWideString(szSystem) + OLESTR("\\") + CWideString(serviceLibrary);
@@ -45,16 +48,12 @@ CWideString LibraryFile(bool bSimulated)
 
 CUniqueLibrary LoadService(const ServiceOptions& options)
 {
-    SetVariable(OLESTR("WLAN_SERVICE_DIR"), options.strFolder);
+    SetVariable(szFolderVariable, options.strFolder);
     SetVariable(OLESTR("WLAN_SERVICE_LOG"), options.strLog);
     if (!options.strFolder.empty() && !std::filesystem::is_regular_file(PathOf(options.strFolder) / "adapters.json"))
         throw CHostError(options.strFolder + ": is not a service folder: it has no adapters.json");
-    CUniqueLibrary library(LoadLibraryW(LibraryFile(!options.strFolder.empty()).c_str()));
-    // A machine without a service of its own may still have been given one by the environment.
-    if (!library)
-        library.Reset(LoadLibraryW(LibraryFile(true).c_str()));
-    if (!library)
-        throw CHostError("there is no WLAN service: wlanapi.dll cannot be loaded");
+    CUniqueLibrary library(LoadLibraryW(LibraryFile().c_str()));
+    RequireDone(library ? ERROR_SUCCESS : ERROR_SERVICE_NOT_ACTIVE, "LoadLibrary");
     return library;
 }
 } // namespace

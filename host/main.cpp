@@ -70,6 +70,7 @@ int main(int argc, char** argv)
     AddConfigureCommand(app, chosen);
     AddPageCommand(app, chosen);
     AddRegistrationCommands(app, chosen);
+    AddTraceCommand(app, chosen);
     try
     {
         std::vector<std::string> arguments = ProgramArguments(argc, argv);

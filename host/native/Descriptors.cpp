@@ -8,6 +8,11 @@ CUniqueDescriptor KeepStandardOutput()
     return CUniqueDescriptor(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
 }
 
+bool TakesColours(int nDescriptor)
+{
+    return isatty(nDescriptor) == 1;
+}
+
 CUniqueDescriptor OpenTraceFile(const std::string& strFile)
 {
     return CUniqueDescriptor(open(strFile.empty() ? "/dev/null" : strFile.c_str(),

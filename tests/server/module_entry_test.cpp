@@ -122,8 +122,7 @@ TEST(ModuleEntry, LanguageFileByItsPlace)
     const tests::CTestFolder place;
     const auto program = tests::ProgramFile();
     const auto build = program.parent_path();
-    for (const fs::path& file :
-         {program.filename(), fs::path("korihvui.dll"), fs::path("wlanapi.dll"), fs::path("libplatform.so")})
+    for (const fs::path& file : {program.filename(), fs::path("korihvui.dll"), fs::path("libplatform.so")})
     {
         if (fs::exists(build / file))
             fs::copy_file(build / file, place.Path() / file);

@@ -126,7 +126,7 @@ protected:
                           &cbReturned);
     }
 
-    const HMODULE hModule = LoadLibraryW(PlatformNameOf(BuildFolder() / "wlanapi.dll").c_str()); // never unloaded
+    const HMODULE hModule = LoadLibraryW(PlatformNameOf(BuildFolder() / "simulated" / "wlanapi.dll").c_str()); // never unloaded
     const decltype(&WlanOpenHandle) Open = Exported{hModule, "WlanOpenHandle"};
     const decltype(&WlanCloseHandle) Close = Exported{hModule, "WlanCloseHandle"};
     const decltype(&WlanEnumInterfaces) EnumInterfaces = Exported{hModule, "WlanEnumInterfaces"};

@@ -13,7 +13,7 @@ CSimulatedService::CSimulatedService(std::string_view adapters)
     SetAdapters(adapters);
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), m_folder.PlatformName().c_str());
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), m_folder.PlatformName(OLESTR("calls.log")).c_str());
-    m_library.Reset(LoadLibraryW(BesideProgram(OLESTR("wlanapi.dll")).c_str()));
+    m_library.Reset(LoadLibraryW(PlatformNameOf(BuildFolder() / "simulated" / "wlanapi.dll").c_str()));
     ClearFaults();
 }
 

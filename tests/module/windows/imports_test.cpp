@@ -1,7 +1,10 @@
 // Every platform function that the module imports has its row among those that are made to fail, or a reason for having
 // none.
+#include "tests/support/ModuleUnderTest.h"
 #include "tests/support/PlatformFunctions.h"
 #include "tests/support/TestProgram.h"
+#include "values/Unique.h"
+#include "values/Utf8Text.h"
 
 #include <gtest/gtest.h>
 
@@ -62,5 +65,16 @@ TEST(Imports, EachHasItsRow)
     for (std::string library, name; lines >> library >> name;)
         EXPECT_TRUE(failing.erase(name) || others.contains(name)) << library << " " << name << " is imported and has no row";
     EXPECT_EQ(std::set<std::string>{}, failing) << "have rows and are not imported";
+}
+
+TEST(Imports, TheServiceIsTheSystemsForWhoNamesNoOther)
+{
+    // As COM loads a server: with the server's own folder in the search.
+    const CUniqueLibrary module(LoadLibraryExW(tests::PlatformNameOf(tests::BuildFolder() / "korihvui.dll").c_str(), nullptr,
+                                               LOAD_WITH_ALTERED_SEARCH_PATH));
+    WCHAR szService[MAX_PATH] = {}, szSystem[MAX_PATH] = {};
+    GetModuleFileNameW(GetModuleHandleW(L"wlanapi.dll"), szService, MAX_PATH);
+    GetSystemDirectoryW(szSystem, MAX_PATH);
+    EXPECT_TRUE(std::filesystem::equivalent(std::filesystem::path(szService).parent_path(), szSystem)) << Utf8Of(szService);
 }
 } // namespace
