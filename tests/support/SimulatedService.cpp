@@ -1,6 +1,7 @@
 #include "tests/support/SimulatedService.h"
 
 #include "host/WlanService.h"
+#include "tests/support/ModuleUnderTest.h"
 
 #include <gtest/gtest.h>
 
