@@ -44,9 +44,3 @@ void CProfileFile::Store() const
 {
     WriteSafely(m_file, Bytes());
 }
-
-bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right)
-{
-    std::error_code error;
-    return std::filesystem::equivalent(left, right, error) && !error;
-}

@@ -21,6 +21,3 @@ public:
 private:
     std::filesystem::path m_file;
 };
-
-// True when both names stand for one file that exists.
-bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right);
