@@ -11,13 +11,12 @@ public:
     // Throws CHostError, with the file's name, for whatever is not a readable wireless profile of at most 16 MiB.
     explicit CProfileFile(std::filesystem::path file);
 
-    const std::filesystem::path& File() const
-    {
-        return m_file;
-    }
-
+    // Refuses when the file holds something else by now than what was read.
     void Store() const override;
 
 private:
+    CProfileFile(std::filesystem::path file, std::string strRead);
+
     std::filesystem::path m_file;
+    std::string m_strRead;
 };
