@@ -9,7 +9,9 @@
 #include <csignal>
 
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace
@@ -50,6 +52,32 @@ TEST(RegistryState, OfABrokenFileIsReportedAndTheFileLeftAlone)
         EXPECT_EQ(tests::ReadBytes(file), szText);
     }
     std::filesystem::remove(file);
+}
+
+TEST(RegistryState, IsWrittenIntoNothingThatSomebodyPutThere)
+{
+    const auto file = platform::RootFolder() / "registry.json";
+    const auto lock = platform::RootFolder() / "registry.lock";
+    const tests::CTestFolder folder;
+    CUniqueKey key;
+    ASSERT_EQ(CreateKey(key), LSTATUS{});
+    const auto others = folder.Path() / "others";
+    tests::WriteBytes(others, "others'");
+    std::filesystem::create_symlink(others, file.native() + ".new");
+    const bool bAttributes = setxattr(file.c_str(), "user.note", "x", 1, 0) == 0; // not every file system has them
+    std::filesystem::permissions(file, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    EXPECT_EQ(SetNumber(key.Get(), OLESTR('l'), 1), LSTATUS{});
+    EXPECT_EQ(tests::ReadBytes(others), "others'");
+    EXPECT_EQ(getxattr(file.c_str(), "user.note", nullptr, 0), bAttributes ? 1 : -1);
+    EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms{0600});
+
+    for (const auto& pipe : {lock, file})
+    {
+        std::filesystem::remove(pipe);
+        ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+        EXPECT_EQ(CreateKey(key), LSTATUS{ERROR_REGISTRY_IO_FAILED}) << pipe;
+        std::filesystem::remove(pipe);
+    }
 }
 
 // Three processes write as many values each while a fourth writes without end until it is killed.
