@@ -28,7 +28,7 @@ const char* ReadAs(DWORD bands)
     return readings[bands];
 }
 
-void CheckTypes(const CElementMap& map, const XmlElement& connectivity, CFindings& findings)
+void CheckTypes(const CElementMap& map, const CXmlDocument& document, const XmlElement& connectivity, CFindings& findings)
 {
     DWORD meant = bandsNotRead;
     bool bClear = true;
@@ -45,7 +45,7 @@ void CheckTypes(const CElementMap& map, const XmlElement& connectivity, CFinding
         strWritten += (strWritten.empty() ? OLESTR("") : OLESTR(" ")) + CWideString(Trimmed(strText));
     }
     WlanProfileBands read = bandsNotRead;
-    ReadProfileBands(CWideString(map.Text()).c_str(), &read);
+    ReadProfileBands(document, &read);
     if (!bClear || meant != static_cast<DWORD>(read))
         findings.AddContent(CheckRule::BandReading, bandsPart, *connectivity.pFirstChild, {strWritten, {}, ReadAs(read)});
 }
@@ -67,7 +67,7 @@ void CheckDeclarations(const CElementMap& map, const XmlElement& parent, const X
 }
 } // namespace
 
-void CheckBands(const CElementMap& map, CFindings& findings)
+void CheckBands(const CElementMap& map, const CXmlDocument& document, CFindings& findings)
 {
     const XmlElement& root = map.Root();
     const XmlElement* pSection = map.Child(&root, sectionName);
@@ -79,7 +79,7 @@ void CheckBands(const CElementMap& map, CFindings& findings)
     }
     const XmlElement* pConnectivity = FindBelow(&root, {sectionName, connectivityName});
     if (pConnectivity && pConnectivity->pFirstChild)
-        CheckTypes(map, *pConnectivity, findings);
+        CheckTypes(map, document, *pConnectivity, findings);
     const XmlElement* pSecurity = FindBelow(&root, {sectionName, securityName});
     if (pSecurity)
         CheckDeclarations(map, root, *pSecurity, findings);

@@ -2,5 +2,7 @@
 #pragma once
 
 #include "host/check/Findings.h"
+#include "profile/XmlDocument.h"
 
-void CheckBands(const CElementMap& map, CFindings& findings);
+// The document is that of the map's text.
+void CheckBands(const CElementMap& map, const CXmlDocument& document, CFindings& findings);

@@ -68,7 +68,7 @@ NotReadable WhereFaulty(const CWideString& strText, std::string strOtherwise)
     return {CheckRule::NotWellFormed, bQuotesKey ? "in a key, or because of one" : fault->strReason, fault->place};
 }
 
-void RequireDocument(const CWideString& strText)
+CXmlDocument RequireDocument(const CWideString& strText)
 {
     if (HasDocumentType(strText.c_str()))
     {
@@ -86,7 +86,7 @@ void RequireDocument(const CWideString& strText)
     CXmlDocument document;
     // The document component has the last word; where its own words would come from, a person gets plainer ones.
     if (document.Load(strText.c_str()) && strText.find(WCHAR{}) == CWideString::npos)
-        return;
+        return document;
     throw WhereFaulty(strText, "the document component does not load it");
 }
 
@@ -171,7 +171,7 @@ void CheckPlace(const CElementMap& map, const Place& place, CFindings& findings)
 void Judge(const std::filesystem::path& file, ProfileVerdict& verdict)
 {
     verdict.strText = TextOf(BytesOf(file));
-    RequireDocument(verdict.strText);
+    const CXmlDocument document = RequireDocument(verdict.strText);
     const CElementMap map(verdict.strText);
     if (LocalNameOf(map.Root().Name()) != OLESTR("WLANProfile"))
         throw NotReadable{CheckRule::NoProfile, "the root element is " + Utf8Of(map.Root().Name()),
@@ -179,7 +179,7 @@ void Judge(const std::filesystem::path& file, ProfileVerdict& verdict)
     CFindings findings(map);
     CheckName(map, findings, verdict);
     CheckSingleElements(map, findings);
-    CheckBands(map, findings);
+    CheckBands(map, document, findings);
     for (const Place& place : places)
         CheckPlace(map, place, findings);
     verdict.findings = findings.Take();
