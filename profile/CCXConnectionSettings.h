@@ -19,9 +19,9 @@ struct CCXConnectionSettings
     LONG roamingOption = 0;     // 0 Default to 5 Very High; Clear and SetDefaults leave it alone, so it starts as Default
     LONG maxOffChannelTimeMs;
     LONG minOnChannelTimeMs;
-    LONG keepAliveEnabled;      // 1 on, 0 off
+    LONG keepAliveEnabled; // 1 on, 0 off
     LONG keepAlivePeriod;
-    LONG diagnosticSsidLength;  // bytes, 0..32
+    LONG diagnosticSsidLength; // bytes, 0..32
     BYTE diagnosticSsid[maxSsidLength] = {};
     void* connectionContext = nullptr; // the host's, not owned; set before the dialog runs on the record
 
