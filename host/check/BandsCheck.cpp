@@ -46,7 +46,7 @@ void CheckTypes(const CElementMap& map, const CXmlDocument& document, const XmlE
     }
     WlanProfileBands read = bandsNotRead;
     ReadProfileBands(document, &read);
-    if (!bClear || meant != static_cast<DWORD>(read))
+    if (!bClear || read == bandsNotRead || meant != static_cast<DWORD>(read))
         findings.AddContent(CheckRule::BandReading, bandsPart, *connectivity.pFirstChild, {strWritten, {}, ReadAs(read)});
 }
 
@@ -74,7 +74,7 @@ void CheckBands(const CElementMap& map, const CXmlDocument& document, CFindings&
     if (pSection && (!PrefixOf(root.Name()).empty() || !PrefixOf(pSection->Name()).empty()))
     {
         findings.AddElement(CheckRule::PrefixedElement, bandsPart, *pSection,
-                            {{}, {}, "not found: both bands are shown, and no choice is stored"});
+                            {{}, {}, "not found; both bands are shown, and no choice is stored"});
         return;
     }
     const XmlElement* pConnectivity = FindBelow(&root, {sectionName, connectivityName});

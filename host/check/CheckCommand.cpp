@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <thread>
+#include <utility>
 
 namespace
 {
@@ -37,7 +38,12 @@ class CProgress
 public:
     ~CProgress()
     {
-        if (m_bShown)
+        Clear();
+    }
+    // The report may go to the same terminal.
+    void Clear()
+    {
+        if (std::exchange(m_bShown, false))
             std::cerr << "\r\x1b[K" << std::flush;
     }
     void Show(std::size_t nChecked)
@@ -49,8 +55,7 @@ public:
     }
 
 private:
-    // Beside a report on the same terminal the line would be in its way.
-    bool m_bPerson = IsTerminal(STDERR_FILENO) && !IsTerminal(STDOUT_FILENO);
+    bool m_bPerson = IsTerminal(STDERR_FILENO);
     std::chrono::steady_clock::time_point m_begin = std::chrono::steady_clock::now();
     bool m_bShown = false;
 };
@@ -79,6 +84,7 @@ CheckCounts WriteEntries(CProfileBatches& batches, const CheckReport& report, co
             strEntries += result.strEntry;
             Count(counts, result);
         }
+        progress.Clear();
         write(strEntries);
         progress.Show(counts.nChecked);
     }

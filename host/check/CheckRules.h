@@ -70,7 +70,7 @@ inline constexpr CheckRuleRow checkRules[] = {
     {CheckRule::SecurityForm, Severity::Error, "security-form", "holds neither openNetwork nor authenticatingNetwork"},
     {CheckRule::AuthenticationToken, Severity::Error, "authentication-token", "holds no known authentication"},
     {CheckRule::Cipher, Severity::Error, "cipher", "is {}"},
-    {CheckRule::TwoRoots, Severity::Error, "two-roots", "holds CCX beside {}"},
+    {CheckRule::TwoRoots, Severity::Error, "two-roots", "stands beside CCX"},
     {CheckRule::FlagText, Severity::Warning, "flag-text", "is \"{}\""},
     {CheckRule::NumberText, Severity::Warning, "number-text", "is \"{}\""},
     {CheckRule::RoamingLevel, Severity::Warning, "roaming-level", "is {}"},
@@ -89,7 +89,7 @@ inline constexpr CheckRuleRow checkRules[] = {
     {CheckRule::PrefixedElement, Severity::Warning, "prefixed-element", "has a prefix"},
     {CheckRule::SsidRenamed, Severity::Warning, "ssid-renamed", "is \"{}\""},
     {CheckRule::SsidDropped, Severity::Warning, "ssid-dropped", "is empty"},
-    {CheckRule::BandReading, Severity::Warning, "band-reading", "is {}"},
+    {CheckRule::BandReading, Severity::Warning, "band-reading", "is \"{}\""},
     {CheckRule::NoSecuritySection, Severity::Warning, "no-security-section", "has no security"},
     {CheckRule::EmptyNamespace, Severity::Warning, "empty-namespace", "declares an empty namespace before the security"},
 };

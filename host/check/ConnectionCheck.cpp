@@ -118,7 +118,7 @@ private:
             content = pElement->pFirstChild->Name();
         if (!content.empty())
             m_findings.AddContent(CheckRule::StateContent, connectionPart, *pElement,
-                                  {CWideString(content), {}, "nobody looks at it: that the element is there counts"});
+                                  {CWideString(content), {}, "not looked at; that the element is there is what counts"});
     }
 
     void CheckNumber(const NumberElement& number)
@@ -152,22 +152,23 @@ private:
                 m_findings.AddContent(number.outOfRange, connectionPart, *pElement,
                                       {CWideString(Trimmed(TextOf(*pElement))), strAllowed, toDefaults});
             else
-                m_findings.AddMissing(number.outOfRange, connectionPart, Utf8Of(number.name), pParent ? *pParent : m_elements.Root(),
-                                      {{}, strAllowed, toDefaults});
+                m_findings.AddMissing(number.outOfRange, connectionPart, Utf8Of(number.name),
+                                      pParent ? *pParent : m_elements.Root(), {{}, strAllowed, toDefaults});
         }
     }
 
     void CheckRoamingLevel(const XmlElement& enabled, const XmlElement* pElement)
     {
-        const auto [first, last] = std::minmax_element(std::begin(roamingLevels), std::end(roamingLevels),
-                                                       [](const RoamingLevel& left, const RoamingLevel& right)
-                                                       { return left.lOption < right.lOption; });
+        const auto [first, last] =
+            std::minmax_element(std::begin(roamingLevels), std::end(roamingLevels),
+                                [](const RoamingLevel& left, const RoamingLevel& right) { return left.lOption < right.lOption; });
         const std::string strAllowed = std::to_string(first->lOption) + " to " + std::to_string(last->lOption);
-        const bool bKnown = std::any_of(std::begin(roamingLevels), std::end(roamingLevels), [this](const RoamingLevel& level)
-                                        { return level.lOption == m_record.roamingOption; });
+        const bool bKnown = std::any_of(std::begin(roamingLevels), std::end(roamingLevels),
+                                        [this](const RoamingLevel& level) { return level.lOption == m_record.roamingOption; });
         const std::string strShown = std::string("shown as ") + roamingLevels[0].szName;
         if (!pElement)
-            m_findings.AddMissing(CheckRule::RoamingLevelMissing, connectionPart, "RoamingOption", enabled, {{}, strAllowed, strShown});
+            m_findings.AddMissing(CheckRule::RoamingLevelMissing, connectionPart, "RoamingOption", enabled,
+                                  {{}, strAllowed, strShown});
         else if (!bKnown)
             m_findings.AddContent(CheckRule::RoamingLevel, connectionPart, *pElement,
                                   {CWideString(Trimmed(TextOf(*pElement))), strAllowed, strShown});

@@ -35,10 +35,10 @@ void CFindings::AddContent(CheckRule rule, ProfilePart part, const XmlElement& e
 {
     const CWideView content = m_map.Content(element);
     const std::size_t nFirst = content.find_first_not_of(xmlWhiteSpace);
-    const TextRange place = nFirst == CWideView::npos
-                                ? TagOf(element)
-                                : TextRange{element.ContentBegin() + nFirst,
-                                            element.ContentBegin() + content.find_last_not_of(xmlWhiteSpace) + 1};
+    const TextRange place =
+        nFirst == CWideView::npos
+            ? TagOf(element)
+            : TextRange{element.ContentBegin() + nFirst, element.ContentBegin() + content.find_last_not_of(xmlWhiteSpace) + 1};
     Add(rule, part, Utf8Of(element.Name()), place, std::move(said));
 }
 
@@ -76,8 +76,8 @@ ProfileState ProfileVerdict::State() const
 
 std::size_t ProfileVerdict::Count(Severity severity) const
 {
-    return static_cast<std::size_t>(std::count_if(findings.begin(), findings.end(), [severity](const Finding& finding)
-                                                  { return finding.pRule->severity == severity; }));
+    return static_cast<std::size_t>(std::count_if(
+        findings.begin(), findings.end(), [severity](const Finding& finding) { return finding.pRule->severity == severity; }));
 }
 
 std::string Sentence(const Finding& finding)

@@ -26,10 +26,10 @@ struct Finding
 {
     const CheckRuleRow* pRule;
     ProfilePart part;
-    std::string strElement;                // UTF-8; empty where it is about the file
-    std::optional<TextRange> place;        // nothing where the file has no text
-    std::optional<CWideString> strValue;   // without keys
-    std::string strAllowed;                // empty where nothing is to be said
+    std::string strElement;              // UTF-8; empty where it is about the file
+    std::optional<TextRange> place;      // nothing where the file has no text
+    std::optional<CWideString> strValue; // without keys
+    std::string strAllowed;              // empty where nothing is to be said
     std::string strEffect;
 };
 

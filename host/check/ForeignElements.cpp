@@ -55,15 +55,15 @@ private:
         const VendorPlace other = m_place == VendorPlace::Connectivity ? VendorPlace::Security : VendorPlace::Connectivity;
         if (path.empty() && Holds(KnownBelow(other, {}), name))
             return Add(CheckRule::OtherEntrysElement, element,
-                       std::string("not read: its place is IHV/") +
+                       std::string("not read; its place is IHV/") +
                            (other == VendorPlace::Security ? "security" : "connectivity"));
         if (!PrefixOf(name).empty())
-            return Add(CheckRule::PrefixedElement, element, "not found: names with a prefix are none of the extension's");
+            return Add(CheckRule::PrefixedElement, element, namesWithPrefix);
         const CWideView nearest = NearestName(name, known);
         Add(CheckRule::UnknownElement, element,
-            nearest.empty()                  ? "not read"
-            : IsSameButCase(name, nearest) ? "not read: it is written " + Utf8Of(nearest)
-                                             : "not read; the nearest known name is " + Utf8Of(nearest));
+            nearest.empty()                ? "not read"
+            : IsSameButCase(name, nearest) ? "not read; it is written " + Utf8Of(nearest)
+                                           : "not read; the nearest known name is " + Utf8Of(nearest));
     }
 
     const CVendorElements& m_elements;

@@ -62,10 +62,8 @@ std::string JsonEntry(const ProfileVerdict& verdict, const ReportOptions&)
 
 std::string JsonTail(const CheckCounts& counts)
 {
-    const Json json = {{"checked", counts.nChecked},
-                       {"valid", counts.nValid},
-                       {"invalid", counts.nInvalid},
-                       {"unreadable", counts.nUnreadable}};
+    const Json json = {
+        {"checked", counts.nChecked}, {"valid", counts.nValid}, {"invalid", counts.nInvalid}, {"unreadable", counts.nUnreadable}};
     return "\n]," + Written(json).substr(1) + "\n";
 }
 } // namespace

@@ -94,7 +94,7 @@ void CheckName(const CElementMap& map, CFindings& findings, ProfileVerdict& verd
 {
     const XmlElement* pName = map.Child(&map.Root(), OLESTR("name"));
     const std::string strAllowed = "1 to " + std::to_string(cchLongestName) + " characters";
-    const std::string strEffect = "the profile cannot be stored or found by a name";
+    const std::string strEffect = "the service finds no profile by such a name";
     const CWideString strText = pName ? TextOf(map, *pName) : CWideString();
     const CWideString strName(Trimmed(strText));
     if (strName.empty())
@@ -143,8 +143,8 @@ struct Place
     const char* szWithTwoRoots;
 };
 const Place places[] = {
-    {VendorPlace::Connectivity, ProfilePart::Connection, CheckConnection, "the text does not load: none of it is read"},
-    {VendorPlace::Security, ProfilePart::Security, CheckSecurity, "the text does not load: the choice is lost"},
+    {VendorPlace::Connectivity, ProfilePart::Connection, CheckConnection, "the text does not load, so nothing of it is read"},
+    {VendorPlace::Security, ProfilePart::Security, CheckSecurity, "the text does not load, so the choice is lost"},
 };
 
 void CheckPlace(const CElementMap& map, const Place& place, CFindings& findings)
@@ -155,8 +155,7 @@ void CheckPlace(const CElementMap& map, const Place& place, CFindings& findings)
     const XmlElement* pFirst = pRoot->pParent->pFirstChild;
     if (const XmlElement* pOther = pFirst == pRoot ? pRoot->pNext : pFirst)
     {
-        findings.AddElement(CheckRule::TwoRoots, place.part, *pOther,
-                            {CWideString(pOther->Name()), {}, place.szWithTwoRoots});
+        findings.AddElement(CheckRule::TwoRoots, place.part, *pOther, {{}, {}, place.szWithTwoRoots});
         return;
     }
     CVendorElements elements(map, *pRoot);
@@ -164,8 +163,7 @@ void CheckPlace(const CElementMap& map, const Place& place, CFindings& findings)
     if (PrefixOf(pRoot->Name()).empty())
         CheckForeignElements(elements, place.place, findings);
     else
-        findings.AddElement(CheckRule::PrefixedElement, place.part, *pRoot,
-                            {{}, {}, "not found: names with a prefix are none of the extension's"});
+        findings.AddElement(CheckRule::PrefixedElement, place.part, *pRoot, {{}, {}, namesWithPrefix});
 }
 
 void Judge(const std::filesystem::path& file, ProfileVerdict& verdict)

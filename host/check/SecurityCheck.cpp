@@ -65,7 +65,8 @@ void CheckCipher(const XmlElement& authentication, CVendorElements& elements, CF
     {
         const std::string strAllowed = Tokens(CCXSecurityTokens::cipher);
         if (pCipher)
-            findings.AddContent(CheckRule::Cipher, securityPart, *pCipher, {TextOf(elements.Map(), *pCipher), strAllowed, TakenAs()});
+            findings.AddContent(CheckRule::Cipher, securityPart, *pCipher,
+                                {TextOf(elements.Map(), *pCipher), strAllowed, TakenAs()});
         else
             findings.AddMissing(CheckRule::Cipher, securityPart, "encryption", authentication, {{}, strAllowed, TakenAs()});
         return;

@@ -124,8 +124,8 @@ std::string TextEntry(const ProfileVerdict& verdict, const ReportOptions& option
 
 std::string TextTail(const CheckCounts& counts)
 {
-    return std::to_string(counts.nChecked) + (counts.nChecked == 1 ? " profile" : " profiles") + " checked: " +
-           std::to_string(counts.nValid) + " valid (" + std::to_string(counts.nWarnedAbout) + " with warnings), " +
+    return std::to_string(counts.nChecked) + (counts.nChecked == 1 ? " profile" : " profiles") +
+           " checked: " + std::to_string(counts.nValid) + " valid (" + std::to_string(counts.nWarnedAbout) + " with warnings), " +
            std::to_string(counts.nInvalid) + " invalid, " + std::to_string(counts.nUnreadable) + " unreadable\n";
 }
 } // namespace

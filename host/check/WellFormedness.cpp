@@ -18,8 +18,10 @@ bool IsNameStart(WCHAR ch)
 
 bool IsName(CWideView name)
 {
-    const auto isPart = [](WCHAR ch)
-    { return IsNameStart(ch) || (ch >= OLESTR('0') && ch <= OLESTR('9')) || ch == OLESTR('-') || ch == OLESTR('.') || ch == 0xB7; };
+    const auto isPart = [](WCHAR ch) {
+        return IsNameStart(ch) || (ch >= OLESTR('0') && ch <= OLESTR('9')) || ch == OLESTR('-') || ch == OLESTR('.') ||
+               ch == 0xB7;
+    };
     return !name.empty() && IsNameStart(name.front()) && std::all_of(name.begin(), name.end(), isPart);
 }
 
@@ -171,7 +173,8 @@ private:
     {
         if (prefix.empty() || prefix == OLESTR("xml") || prefix == OLESTR("xmlns"))
             return true;
-        return std::any_of(m_declared.begin(), m_declared.end(), [prefix](const std::vector<CWideView>& names)
+        return std::any_of(m_declared.begin(), m_declared.end(),
+                           [prefix](const std::vector<CWideView>& names)
                            { return std::find(names.begin(), names.end(), prefix) != names.end(); });
     }
 
