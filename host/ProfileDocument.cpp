@@ -19,14 +19,6 @@ constexpr CLSID documentClass = {0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 
 // Document components compare each attribute of an element with its others.
 constexpr std::size_t maxAttributes = 4'000;
 
-void RequireFewAttributes(CWideView text)
-{
-    CXmlScanner scanner(text);
-    for (XmlToken token; Naming("not well-formed XML", [&] { return scanner.Next(token); });)
-        if (token.kind != XmlTokenKind::Text && AttributesOf(text, token).size() > maxAttributes)
-            throw CHostError("an element has more than " + std::to_string(maxAttributes) + " attributes");
-}
-
 // What the declaration says of the encoding was true of the bytes; of the decoded text it is not.
 CWideString WithoutEncodingName(CWideString strText)
 {
@@ -128,6 +120,18 @@ CWideString ProfileName(IXMLDOMElement& root)
     return CWideString(bstrText.View());
 }
 } // namespace
+
+void RequireFewAttributes(CWideView text)
+{
+    // Each takes some characters, so that a text of the usual size needs no counting.
+    constexpr std::size_t cchAttribute = 5;
+    if (text.size() < maxAttributes * cchAttribute)
+        return;
+    CXmlScanner scanner(text);
+    for (XmlToken token; Naming("not well-formed XML", [&] { return scanner.Next(token); });)
+        if (token.kind != XmlTokenKind::Text && AttributesOf(text, token).size() > maxAttributes)
+            throw CHostError("an element has more than " + std::to_string(maxAttributes) + " attributes");
+}
 
 CWideString CheckProfileDocument(const CWideString& strText)
 {

@@ -7,3 +7,6 @@
 // element, its root has to be a WLANProfile, and the profile's name a text without elements.
 // Returns the profile's name (empty when it has none). Throws CHostError. COM must be initialised on the thread.
 CWideString CheckProfileDocument(const CWideString& strText);
+
+// Throws CHostError for an element with more attributes than that: components take a long time over them.
+void RequireFewAttributes(CWideView text);

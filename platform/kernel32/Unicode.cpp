@@ -4,6 +4,7 @@
 #include <utf8.h>
 
 #include <algorithm>
+#include <type_traits>
 
 namespace platform
 {
@@ -36,6 +37,25 @@ int ReturnConverted(const std::basic_string<Unit>& text, Unit* pBuffer, int nUni
         std::copy(text.begin(), text.end(), pBuffer);
     return static_cast<int>(text.size());
 }
+
+// ASCII, which is most of every text, is the same in both; only the runs of other characters are converted. Neither form has a
+// character of which a part could be taken for ASCII.
+template <class Target, class Unit, class Convert>
+std::basic_string<Target> ConvertRuns(std::basic_string_view<Unit> text, Convert convert)
+{
+    const auto isAscii = [](Unit unit) { return static_cast<std::make_unsigned_t<Unit>>(unit) < 0x80; };
+    std::basic_string<Target> result;
+    result.reserve(text.size());
+    for (auto run = text.begin(); run != text.end();)
+    {
+        const auto other = std::find_if_not(run, text.end(), isAscii);
+        result.append(run, other);
+        run = std::find_if(other, text.end(), isAscii);
+        if (other != run)
+            result += convert(std::basic_string_view<Unit>(other, run));
+    }
+    return result;
+}
 } // namespace
 
 std::u16string WellFormed(std::u16string_view text)
@@ -53,12 +73,12 @@ std::u16string WellFormed(std::u16string_view text)
 
 std::string ToUtf8(std::u16string_view text)
 {
-    return utf8::utf16to8(WellFormed(text));
+    return ConvertRuns<char>(text, [](std::u16string_view run) { return utf8::utf16to8(WellFormed(run)); });
 }
 
 std::u16string FromUtf8(std::string_view text)
 {
-    return utf8::utf8to16(utf8::replace_invalid(text));
+    return ConvertRuns<char16_t>(text, [](std::string_view run) { return utf8::utf8to16(utf8::replace_invalid(run)); });
 }
 } // namespace platform
 
