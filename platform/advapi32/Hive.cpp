@@ -33,9 +33,9 @@ Cache& TheCache()
     return *pCache;
 }
 
-// As deep as the platform has keys. Each takes two levels of the file, and a list of bytes two more.
+// As deep as the platform has keys. Each takes two levels of the file, and a value that is a list of bytes three more.
 constexpr std::size_t mostKeysDeep = 512;
-constexpr int mostLevels = 2 * static_cast<int>(mostKeysDeep) + 2;
+constexpr int mostLevels = 2 * static_cast<int>(mostKeysDeep) + 3;
 
 fs::path HivePath()
 {
