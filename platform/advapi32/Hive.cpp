@@ -33,10 +33,6 @@ Cache& TheCache()
     return *pCache;
 }
 
-// As deep as the platform has keys. Each takes two levels of the file, and a value that is a list of bytes three more.
-constexpr std::size_t mostKeysDeep = 512;
-constexpr int mostLevels = 2 * static_cast<int>(mostKeysDeep) + 3;
-
 fs::path HivePath()
 {
     return RootFolder() / "registry.json";
@@ -61,6 +57,10 @@ void CheckKey(const Json& key)
             part == "keys" ? CheckKey(member) : Require(IsValue(member), ERROR_BADDB);
     }
 }
+
+// As deep as the platform has keys. Each takes two levels of the file, and a value that is a list of bytes three more.
+constexpr std::size_t mostKeysDeep = 512;
+constexpr int mostLevels = 2 * static_cast<int>(mostKeysDeep) + 3;
 
 bool IsShallow(int nLevel, Json::parse_event_t, const Json&)
 {
