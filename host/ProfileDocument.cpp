@@ -16,8 +16,9 @@ namespace
 // {2933BF90-7B36-11D2-B20E-00C04F983E60}
 constexpr CLSID documentClass = {0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
-// Document components compare each attribute of an element with its others.
+// Document components compare each attribute of an element with its others, and look up each name among all.
 constexpr std::size_t maxAttributes = 4'000;
+constexpr std::size_t maxMarks = 200'000; // tags and attributes, comments and instructions
 
 // What the declaration says of the encoding was true of the bytes; of the decoded text it is not.
 CWideString WithoutEncodingName(CWideString strText)
@@ -121,16 +122,23 @@ CWideString ProfileName(IXMLDOMElement& root)
 }
 } // namespace
 
-void RequireFewAttributes(CWideView text)
+void RequireModerateMarkup(CWideView text)
 {
-    // Each takes some characters, so that a text of the usual size needs no counting.
+    // Each attribute takes some characters, so that a text of the usual size needs no counting.
     constexpr std::size_t cchAttribute = 5;
     if (text.size() < maxAttributes * cchAttribute)
         return;
+    std::size_t nMarks = 0;
     CXmlScanner scanner(text);
     for (XmlToken token; Naming("not well-formed XML", [&] { return scanner.Next(token); });)
-        if (token.kind != XmlTokenKind::Text && AttributesOf(text, token).size() > maxAttributes)
+    {
+        const std::size_t nAttributes = token.kind != XmlTokenKind::Text ? AttributesOf(text, token).size() : 0;
+        if (nAttributes > maxAttributes)
             throw CHostError("an element has more than " + std::to_string(maxAttributes) + " attributes");
+        nMarks += nAttributes + (text[token.nBegin] == OLESTR('<') ? 1 : 0);
+        if (nMarks > maxMarks)
+            throw CHostError("has more than " + std::to_string(maxMarks) + " tags and attributes");
+    }
 }
 
 CWideString CheckProfileDocument(const CWideString& strText)
@@ -138,7 +146,7 @@ CWideString CheckProfileDocument(const CWideString& strText)
     // No profile has one, and all entities come from there; nothing here has to scan past it.
     if (HasDocumentType(strText.c_str()))
         throw CHostError("not a wireless profile: it has a document type declaration");
-    RequireFewAttributes(strText);
+    RequireModerateMarkup(strText);
     const CComRef<IXMLDOMElement> root = LoadRoot(strText);
     if (!root || !IsNamed(*root.Get(), OLESTR("WLANProfile")))
         throw CHostError("not a wireless profile: the root element is not WLANProfile");

@@ -4,9 +4,9 @@
 #include "values/WideText.h"
 
 // Holds the text against the component: it has to load without a document type, with at most 4,000 attributes in an
-// element, its root has to be a WLANProfile, and the profile's name a text without elements.
-// Returns the profile's name (empty when it has none). Throws CHostError. COM must be initialised on the thread.
+// element and 200,000 tags and attributes in all, its root has to be a WLANProfile, and the profile's name a text without
+// elements. Returns that name (empty when it has none). Throws CHostError. COM must be initialised on the thread.
 CWideString CheckProfileDocument(const CWideString& strText);
 
-// Throws CHostError for an element with more attributes than that: components take a long time over them.
-void RequireFewAttributes(CWideView text);
+// Throws CHostError for more attributes, or tags and attributes, than that: components take a long time over them.
+void RequireModerateMarkup(CWideView text);

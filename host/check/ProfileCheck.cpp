@@ -77,7 +77,7 @@ CXmlDocument RequireDocument(const CWideString& strText)
     }
     try
     {
-        RequireFewAttributes(strText);
+        RequireModerateMarkup(strText);
     }
     catch (const CHostError& error)
     {

@@ -36,10 +36,6 @@ Cache& TheCache()
     return *pCache;
 }
 
-// As deep as the platform has keys. Each takes two levels of the file, and a list of bytes two more.
-constexpr std::size_t mostKeysDeep = 512;
-constexpr int mostLevels = 2 * static_cast<int>(mostKeysDeep) + 2;
-
 // Longer than any number of writers takes that take turns.
 constexpr auto longestWait = std::chrono::seconds(15);
 
@@ -81,6 +77,10 @@ void CheckKey(const Json& key)
             part == "keys" ? CheckKey(member) : Require(IsValue(member), ERROR_BADDB);
     }
 }
+
+// As deep as the platform has keys. Each takes two levels of the file, and a value that is a list of bytes three more.
+constexpr std::size_t mostKeysDeep = 512;
+constexpr int mostLevels = 2 * static_cast<int>(mostKeysDeep) + 3;
 
 bool IsShallow(int nLevel, Json::parse_event_t, const Json&)
 {

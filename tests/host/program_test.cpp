@@ -198,6 +198,7 @@ const RefusedCase refusedCases[] = {
     {1, {"select", "@service/no-adapter/adapters.json", "--in-place"}, {"not well-formed XML"}},
     {1, {"show", "@typed.xml"}, {"it has a document type declaration"}},
     {1, {"show", "@flood.xml"}, {"an element has more than 4000 attributes"}},
+    {1, {"show", "@tags.xml"}, {"has more than 200000 tags and attributes"}},
     {1, {"show", "@named.xml"}, {"its name holds an element"}},
     {2, {"select", "@office.xml", "--cipher", "ROT13", "--in-place"}, {"ROT13"}},
     {1, {"select", "@office.xml", "-o", "@office.xml"}, {"--output would write what PROFILE uses"}},
@@ -229,6 +230,10 @@ TEST(RefusedTest, SaysWhyAndChangesNothing)
     const CHostWorld world;
     WriteBytes(world.File("typed.xml"), "<!DOCTYPE WLANProfile><WLANProfile><name>x</name></WLANProfile>");
     WriteBytes(world.File("named.xml"), "<WLANProfile><name><x/></name></WLANProfile>");
+    std::string strTags;
+    for (int n = 0; n <= 200'000; ++n)
+        strTags += "<a/>";
+    WriteBytes(world.File("tags.xml"), strTags);
     std::string strFlood = "<WLANProfile";
     for (int n = 0; n <= 4000; ++n)
         strFlood += " a" + std::to_string(n) + "=''";
