@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <utility>
 #include <sys/stat.h>
 
 namespace
@@ -38,6 +39,10 @@ bool HasName(const struct stat& file, const std::filesystem::path& name)
 
 struct CReplacedFile::State
 {
+    explicit State(CDescriptor opened) : file(std::move(opened))
+    {
+    }
+
     CDescriptor file;
 };
 
