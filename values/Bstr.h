@@ -48,9 +48,9 @@ public:
     {
         return m_bstr ? CWideView(m_bstr, SysStringLen(m_bstr)) : CWideView();
     }
+    // Of one that is null.
     BSTR* Put()
     {
-        SysFreeString(std::exchange(m_bstr, nullptr));
         return &m_bstr;
     }
     // Hands the string over, as an out parameter does at its very end.

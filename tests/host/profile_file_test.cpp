@@ -208,7 +208,7 @@ TEST(WithVendorTextTest, LeavesAnotherVendorAlone)
     };
     for (const auto& [szProfile, strReason] : cases)
     {
-        EXPECT_EQ(ReasonFor([&] { Put(szProfile, VendorPlace::Security, "<CCX/>"); }),
+        EXPECT_EQ(ReasonFor([&, szProfile = szProfile] { Put(szProfile, VendorPlace::Security, "<CCX/>"); }),
                   "the IHV element belongs to another vendor: " + strReason);
         EXPECT_EQ(Read(szProfile, VendorPlace::Security), std::nullopt);
     }

@@ -5,8 +5,8 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <utility>
 #include <sys/stat.h>
+#include <utility>
 
 namespace
 {
