@@ -16,10 +16,11 @@ namespace ConnectionContextOffset
 {
 inline constexpr std::size_t connectionKind = 8; // unsigned 32-bit
 inline constexpr std::size_t profileName = 24;   // zero-terminated UTF-16 in connectionContextNameCapacity code units
-inline constexpr std::size_t profileFlags = 536; // unsigned 32-bit
-inline constexpr std::size_t interfaceGuid = 540;
-inline constexpr std::size_t end = 556;
+inline constexpr std::size_t profileFlags = profileName + connectionContextNameCapacity * sizeof(WCHAR); // unsigned 32-bit
+inline constexpr std::size_t interfaceGuid = profileFlags + sizeof(DWORD);
+inline constexpr std::size_t end = interfaceGuid + sizeof(GUID);
 } // namespace ConnectionContextOffset
+static_assert(ConnectionContextOffset::connectionKind == 8 && ConnectionContextOffset::end == 556, "the platform's layout");
 
 // Reads the fields. The address need not be aligned; it must be followed by ConnectionContextOffset::end readable bytes.
 class CConnectionContextReader
