@@ -8,8 +8,7 @@
 
 namespace
 {
-constexpr INT_PTR endedBySave = 1;
-constexpr INT_PTR endedByCancel = 0;
+constexpr INT_PTR endedByPerson = 1; // and neither 0 nor -1, which stand for a page that did not open
 constexpr UINT_PTR traceTimer = 1;
 constexpr UINT traceTimerMs = 100;
 constexpr std::size_t cchTraceLine = 66; // about what the list shows
@@ -57,14 +56,13 @@ CProfilePage::CProfilePage(PageContent content, SaveWork save, TraceSource takeT
 {
 }
 
-bool CProfilePage::Run()
+void CProfilePage::Run()
 {
     const INT_PTR nResult = DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_PROFILE_PAGE), nullptr, Procedure,
                                             reinterpret_cast<LPARAM>(this));
-    if (nResult != endedBySave && nResult != endedByCancel)
+    if (nResult != endedByPerson)
         throw CHostError("the page cannot be opened (error " + std::to_string(GetLastError()) +
                          "); it needs a terminal or a display");
-    return nResult == endedBySave;
 }
 
 INT_PTR CALLBACK CProfilePage::Procedure(HWND hwndPage, UINT uMessage, WPARAM wParam, LPARAM lParam)
@@ -115,7 +113,7 @@ void CProfilePage::Command(int nControl, unsigned uNotification)
     if (nControl == IDOK)
         Save();
     else if (nControl == IDCANCEL)
-        EndDialog(m_hwndPage, endedByCancel);
+        EndDialog(m_hwndPage, endedByPerson);
     else if (nControl == IDC_CONNECTION_SETTINGS && uNotification == BN_CLICKED)
         OpenConnectionSettings();
     else if (nControl == IDC_AUTHENTICATION && uNotification == CBN_SELCHANGE)
@@ -161,7 +159,7 @@ void CProfilePage::Save()
     TakeAuthentication();
     TakeEncryption();
     m_save(m_content.security.VendorText(), m_content.strConnectivity);
-    EndDialog(m_hwndPage, endedBySave);
+    EndDialog(m_hwndPage, endedByPerson);
 }
 
 void CProfilePage::ShowTrace()

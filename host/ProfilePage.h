@@ -26,8 +26,8 @@ public:
     // module has traced since it was last asked.
     CProfilePage(PageContent content, SaveWork save, TraceSource takeTrace);
 
-    // Runs the page until it is saved (true) or cancelled (false). Throws CHostError when it cannot be opened.
-    bool Run();
+    // Runs the page until it is saved or cancelled. Throws CHostError when it cannot be opened.
+    void Run();
 
 private:
     static INT_PTR CALLBACK Procedure(HWND hwndPage, UINT uMessage, WPARAM wParam, LPARAM lParam);
