@@ -34,16 +34,22 @@ private:
     void Handle(UINT uMessage, WPARAM wParam);
     void Initialise();
     void Command(int nControl, unsigned uNotification);
-    void ShowEncryptions();
+    void ShowEncryptions(const char* szOccasion);
     void TakeAuthentication();
     void TakeEncryption();
     void OpenConnectionSettings();
     void Save();
+    void Say(std::string_view text);
+    void SaySecurity(const char* szOccasion);
+    void SwitchList(bool bTrace);
     void ShowTrace();
 
     PageContent m_content;
     SaveWork m_save;
     TraceSource m_takeTrace;
     HWND m_hwndPage = nullptr;
+    std::vector<CWideString> m_authentications; // as the lists show them
+    std::vector<CWideString> m_encryptions;
+    std::size_t m_nEncryption = 0;
     std::string m_strTrace; // a line that has not ended yet
 };
