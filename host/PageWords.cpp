@@ -36,8 +36,7 @@ std::string SettingsWords(const std::optional<CWideString>& strConnectivity)
     const CCXConnectionSettings settings(strConnectivity->c_str());
     if (!settings.IsValid())
         return "not valid, the dialog begins with its defaults";
-    const auto onOrOff = [](LONG lValue) { return lValue == 1 ? " on" : " off"; };
-    std::string strText = std::string("Radio Measurement") + onOrOff(settings.radioMeasurement) + ", Rapido" +
-                          onOrOff(settings.rapido) + ", Advanced Roaming" + onOrOff(settings.advancedRoaming);
-    return settings.advancedRoaming == 1 ? strText + " (" + LevelName(settings.roamingOption) + ")" : strText;
+    const auto onOrOff = [](LONG lValue) { return std::string(lValue == 1 ? "on" : "off"); };
+    return "Radio Measurement " + onOrOff(settings.radioMeasurement) + ", Rapido " + onOrOff(settings.rapido) + ", roaming " +
+           (settings.advancedRoaming == 1 ? LevelName(settings.roamingOption) : "off");
 }

@@ -17,15 +17,14 @@ std::string OfferWords(const std::vector<CWideString>& names, std::optional<std:
 std::string SettingsWords(const std::optional<CWideString>& strConnectivity);
 
 // What the help key shows. Short lines: no box wraps them.
-inline constexpr const WCHAR* pageHelp = OLESTR("Choose the authentication and the encryption;\n"
-                                                "Settings opens the connection settings of the extension.\n"
-                                                "Save writes both into the profile, Cancel leaves it alone.\n"
-                                                "The bands are the WLAN service's: it has them as soon as\n"
-                                                "the settings are confirmed.\n\n"
-                                                "Tab, Shift+Tab: to the next field, to the one before\n"
-                                                "Up, Down: choose in a list; F4 opens and closes it\n"
-                                                "Space: press the button; Alt+letter: to the marked field\n"
-                                                "Enter: save, or press the button that has the focus\n"
-                                                "Esc: cancel\n\n"
-                                                "The list tells in words what was asked and answered;\n"
-                                                "Trace shows what the extension traced of it.");
+inline constexpr const WCHAR* pageHelp = OLESTR("Authentication, Encryption: the profile's security\n"
+                                                "Settings: the extension's connection settings;\n"
+                                                "their bands are stored once they are confirmed\n"
+                                                "Save: writes the choices into the profile\n"
+                                                "Trace: what the extension traced meanwhile\n\n"
+                                                "Tab, Shift+Tab: next field, field before\n"
+                                                "Up, Down: choose in a list; F4: open the list\n"
+                                                "Alt+letter: go to the field with the letter\n"
+                                                "Space: press the button in focus\n"
+                                                "Enter: press the button in focus, or save\n"
+                                                "Esc: cancel");

@@ -106,7 +106,7 @@ void CProfilePage::Handle(UINT uMessage, WPARAM wParam)
         ShowTrace();
     // On Windows the help key of a dialog above comes to its owner as well.
     else if (uMessage == WM_HELP && IsWindowEnabled(m_hwndPage))
-        MessageBoxW(m_hwndPage, pageHelp, pageTitle, MB_OK);
+        MessageBoxW(m_hwndPage, pageHelp, OLESTR("Wireless Profile - Help"), MB_OK);
 }
 
 void CProfilePage::Initialise()
