@@ -15,7 +15,6 @@ constexpr UINT traceTimerMs = 100;
 constexpr std::size_t cchRow = 66; // about what a list shows
 
 constexpr const char* securityChosen = "Security chosen: ";
-constexpr const WCHAR* pageTitle = OLESTR("Wireless Profile");
 
 CWideString WideShown(std::string_view text)
 {
@@ -58,7 +57,12 @@ CWideString Spaced(std::string_view line)
 
 void Tell(HWND hwndPage, const std::string& strReason)
 {
-    MessageBoxW(hwndPage, WideShown(strReason).c_str(), pageTitle, MB_OK | MB_ICONERROR);
+    MessageBoxW(hwndPage, WideShown(strReason).c_str(), OLESTR("Wireless Profile"), MB_OK | MB_ICONERROR);
+}
+
+void ShowHelp(HWND hwndPage)
+{
+    MessageBoxW(hwndPage, pageHelp, OLESTR("Wireless Profile - Help"), MB_OK);
 }
 } // namespace
 
@@ -106,7 +110,7 @@ void CProfilePage::Handle(UINT uMessage, WPARAM wParam)
         ShowTrace();
     // On Windows the help key of a dialog above comes to its owner as well.
     else if (uMessage == WM_HELP && IsWindowEnabled(m_hwndPage))
-        MessageBoxW(m_hwndPage, pageHelp, OLESTR("Wireless Profile - Help"), MB_OK);
+        ShowHelp(m_hwndPage);
 }
 
 void CProfilePage::Initialise()
@@ -141,7 +145,7 @@ void CProfilePage::Command(int nControl, unsigned uNotification)
     else if (nControl == IDC_SWITCH_LIST && uNotification == BN_CLICKED)
         SwitchList(!IsWindowVisible(GetDlgItem(m_hwndPage, IDC_TRACE)));
     else if (nControl == IDC_HELP_BUTTON && uNotification == BN_CLICKED)
-        SendMessageW(m_hwndPage, WM_HELP, 0, 0);
+        ShowHelp(m_hwndPage);
 }
 
 void CProfilePage::ShowEncryptions(const char* szOccasion)

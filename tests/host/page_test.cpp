@@ -132,7 +132,7 @@ void ChooseEverything(CDialogActor& actor, const CActedWindow& page)
     EXPECT_FALSE(page.IsVisible(IDC_TRACE));
     page.Click(IDC_SWITCH_LIST);
     EXPECT_TRUE(Eventually([&] { return page.IsVisible(IDC_TRACE) && !page.IsVisible(IDC_ANSWERS); }));
-    PostMessageW(page.Get(), WM_HELP, 0, 0);
+    page.Click(IDC_HELP_BUTTON);
     AcceptMessageBox(actor, "Alt+letter");
 }
 
