@@ -1,5 +1,6 @@
 // korihost page: the wireless-profile page on one profile.
 #include "host/Commands.h"
+#include "host/Difference.h"
 #include "host/HostError.h"
 #include "host/ProfileFile.h"
 #include "host/ProfilePage.h"
@@ -26,6 +27,21 @@ bool PutChanged(CProfile& profile, VendorPlace place, const std::optional<CWideS
     return bChanged;
 }
 
+std::string SavedReport(const CProfile& before, const CProfile& after)
+{
+    const std::string strReport = ChangeReport(before.Title(), before.Text(), after.Title(), after.Text());
+    return before.Text() == after.Text() ? strReport : Shown(after.Title()) + ": saved\n" + strReport;
+}
+
+// What the settings dialog had the service store, whatever became of the page.
+std::string StoredReport(const CWideString& strName, const StoredText& before, const std::optional<StoredText>& after)
+{
+    if (!after || after->strText == before.strText)
+        return {};
+    const std::string strTitle = "stored profile " + Utf8Of(strName);
+    return "\nThe WLAN service's stored profile:\n" + ChangeReport(strTitle, before.strText, strTitle, after->strText);
+}
+
 // The property of the kind, if any: pages show one.
 std::optional<CProperty> PropertyOf(const CSession& session, ULONG uKind)
 {
@@ -33,7 +49,7 @@ std::optional<CProperty> PropertyOf(const CSession& session, ULONG uKind)
     return properties.empty() ? std::nullopt : std::optional(std::move(properties.front()));
 }
 
-bool RunPage(CSession& session, const CProfile& profile, CConnectionContext& context, bool bHasAdapter,
+void RunPage(CSession& session, const CProfile& profile, CConnectionContext& context, bool bHasAdapter,
              const CProfilePage::SaveWork& save)
 {
     const std::optional<CProperty> security = PropertyOf(session, propertyKindSecurity);
@@ -44,9 +60,8 @@ bool RunPage(CSession& session, const CProfile& profile, CConnectionContext& con
     CProfilePage page({strHead, choice, connection ? &*connection : nullptr, profile.VendorText(VendorPlace::Connectivity),
                        context, bHasAdapter},
                       save, [&session] { return session.TakeTrace(); });
-    const bool bSaved = page.Run();
+    page.Run();
     session.TakeTrace(); // it was the page's to show
-    return bSaved;
 }
 
 // Without --adapter the first one that there is.
@@ -86,16 +101,21 @@ void Page(PageArguments arguments)
     const CWideString strName = NameInService(arguments.target, *pProfile);
     const auto stored = adapter ? pService->Profile(adapter->guid, strName) : std::nullopt;
     CConnectionContext context(strName, adapter ? adapter->guid : GUID{}, stored ? stored->dwFlags : 0);
-    const bool bSaved = RunPage(session, *pProfile, context, adapter.has_value(),
-                                [&](const auto& strSecurity, const auto& strConnectivity)
-                                {
-                                    // The settings dialog has stored the bands meanwhile.
-                                    const std::unique_ptr<CProfile> pChanged = open();
-                                    const bool bConnectivity = PutChanged(*pChanged, VendorPlace::Connectivity, strConnectivity);
-                                    if (PutChanged(*pChanged, VendorPlace::Security, strSecurity) || bConnectivity)
-                                        pChanged->Store();
-                                });
-    session.Print(Shown(pProfile->Title()) + (bSaved ? ": saved\n" : bFile ? ": cancelled, not changed\n" : ": cancelled\n"));
+    std::unique_ptr<CProfile> pSaved;
+    RunPage(session, *pProfile, context, adapter.has_value(),
+            [&](const auto& strSecurity, const auto& strConnectivity)
+            {
+                // The settings dialog has stored the bands meanwhile.
+                std::unique_ptr<CProfile> pChanged = open();
+                const bool bConnectivity = PutChanged(*pChanged, VendorPlace::Connectivity, strConnectivity);
+                if (PutChanged(*pChanged, VendorPlace::Security, strSecurity) || bConnectivity)
+                    pChanged->Store();
+                pSaved = std::move(pChanged);
+            });
+    session.Print(pSaved ? SavedReport(*pProfile, *pSaved)
+                         : Shown(pProfile->Title()) + (bFile ? ": cancelled, not changed\n" : ": cancelled\n"));
+    if (stored && (bFile || !pSaved))
+        session.Print(StoredReport(strName, *stored, pService->Profile(adapter->guid, strName)));
     session.Close();
 }
 } // namespace

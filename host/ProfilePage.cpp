@@ -1,6 +1,7 @@
 #include "host/ProfilePage.h"
 
 #include "host/HostError.h"
+#include "host/PageWords.h"
 #include "host/Shown.h"
 #include "host/host_resource.h"
 
@@ -8,11 +9,12 @@
 
 namespace
 {
-constexpr INT_PTR endedBySave = 1;
-constexpr INT_PTR endedByCancel = 0;
+constexpr INT_PTR endedByPerson = 1; // and neither 0 nor -1, which stand for a page that did not open
 constexpr UINT_PTR traceTimer = 1;
 constexpr UINT traceTimerMs = 100;
-constexpr std::size_t cchTraceLine = 66; // about what the list shows
+constexpr std::size_t cchRow = 66; // about what a list shows
+
+constexpr const char* securityChosen = "Security chosen: ";
 
 CWideString WideShown(std::string_view text)
 {
@@ -27,16 +29,23 @@ void Fill(HWND hwndList, const std::vector<CWideString>& entries, std::size_t nS
     SendMessageW(hwndList, CB_SETCURSEL, nSelected, 0);
 }
 
-// Long lines, which profile texts are, go on in the next row.
-void AddTraceLine(HWND hwndList, CWideView line)
+// Long lines go on in the next row, from a blank on where they have one.
+void AddLine(HWND hwndList, CWideView line)
 {
-    for (bool bFirst = true; !line.empty(); bFirst = false)
+    for (CWideView indent; !line.empty(); indent = OLESTR("  "))
     {
-        const CWideView part = line.substr(0, cchTraceLine);
-        const CWideString strRow = (bFirst ? OLESTR("") : OLESTR("  ")) + CWideString(part);
+        const std::size_t nBlank = line.size() > cchRow ? line.rfind(OLESTR(' '), cchRow - 1) : CWideView::npos;
+        const CWideView part = line.substr(0, nBlank == CWideView::npos ? cchRow : nBlank + 1);
+        const CWideString strRow = CWideString(indent) + CWideString(part);
         SendMessageW(hwndList, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(strRow.c_str()));
         line.remove_prefix(part.size());
     }
+}
+
+void ShowLastRow(HWND hwndList)
+{
+    const LRESULT cRows = SendMessageW(hwndList, LB_GETCOUNT, 0, 0);
+    SendMessageW(hwndList, LB_SETTOPINDEX, static_cast<WPARAM>(std::max<LRESULT>(cRows - 1, 0)), 0);
 }
 
 CWideString Spaced(std::string_view line)
@@ -50,6 +59,11 @@ void Tell(HWND hwndPage, const std::string& strReason)
 {
     MessageBoxW(hwndPage, WideShown(strReason).c_str(), OLESTR("Wireless Profile"), MB_OK | MB_ICONERROR);
 }
+
+void ShowHelp(HWND hwndPage)
+{
+    MessageBoxW(hwndPage, pageHelp, OLESTR("Wireless Profile - Help"), MB_OK);
+}
 } // namespace
 
 CProfilePage::CProfilePage(PageContent content, SaveWork save, TraceSource takeTrace)
@@ -57,14 +71,13 @@ CProfilePage::CProfilePage(PageContent content, SaveWork save, TraceSource takeT
 {
 }
 
-bool CProfilePage::Run()
+void CProfilePage::Run()
 {
     const INT_PTR nResult = DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_PROFILE_PAGE), nullptr, Procedure,
                                             reinterpret_cast<LPARAM>(this));
-    if (nResult != endedBySave && nResult != endedByCancel)
+    if (nResult != endedByPerson)
         throw CHostError("the page cannot be opened (error " + std::to_string(GetLastError()) +
                          "); it needs a terminal or a display");
-    return nResult == endedBySave;
 }
 
 INT_PTR CALLBACK CProfilePage::Procedure(HWND hwndPage, UINT uMessage, WPARAM wParam, LPARAM lParam)
@@ -95,18 +108,25 @@ void CProfilePage::Handle(UINT uMessage, WPARAM wParam)
         Command(LOWORD(wParam), HIWORD(wParam));
     else if (uMessage == WM_TIMER)
         ShowTrace();
+    // On Windows the help key of a dialog above comes to its owner as well.
+    else if (uMessage == WM_HELP && IsWindowEnabled(m_hwndPage))
+        ShowHelp(m_hwndPage);
 }
 
 void CProfilePage::Initialise()
 {
     SetTimer(m_hwndPage, traceTimer, traceTimerMs, nullptr);
     SetDlgItemTextW(m_hwndPage, IDC_PROFILE_NAME, WideShown(m_content.strProfile).c_str());
-    Fill(GetDlgItem(m_hwndPage, IDC_AUTHENTICATION), m_content.security.Authentications(), m_content.security.Authentication());
-    ShowEncryptions();
+    Say("Profile: " + m_content.strProfile);
+    m_authentications = m_content.security.Authentications();
+    Fill(GetDlgItem(m_hwndPage, IDC_AUTHENTICATION), m_authentications, m_content.security.Authentication());
+    ShowEncryptions("Security: ");
     const CWideString strConnection = m_content.pConnection ? m_content.pConnection->Name() : CWideString(OLESTR("not offered"));
     SetDlgItemTextW(m_hwndPage, IDC_CONNECTION_NAME,
                     (m_content.bHasAdapter ? strConnection : strConnection + OLESTR(" (no adapter)")).c_str());
     EnableWindow(GetDlgItem(m_hwndPage, IDC_CONNECTION_SETTINGS), m_content.pConnection && m_content.bHasAdapter);
+    Say("Settings: " + SettingsWords(m_content.strConnectivity));
+    SwitchList(false);
     ShowTrace();
 }
 
@@ -115,21 +135,36 @@ void CProfilePage::Command(int nControl, unsigned uNotification)
     if (nControl == IDOK)
         Save();
     else if (nControl == IDCANCEL)
-        EndDialog(m_hwndPage, endedByCancel);
+        EndDialog(m_hwndPage, endedByPerson);
     else if (nControl == IDC_CONNECTION_SETTINGS && uNotification == BN_CLICKED)
         OpenConnectionSettings();
     else if (nControl == IDC_AUTHENTICATION && uNotification == CBN_SELCHANGE)
         TakeAuthentication();
     else if (nControl == IDC_ENCRYPTION && uNotification == CBN_SELCHANGE)
         TakeEncryption();
+    else if (nControl == IDC_SWITCH_LIST && uNotification == BN_CLICKED)
+        SwitchList(!IsWindowVisible(GetDlgItem(m_hwndPage, IDC_TRACE)));
+    else if (nControl == IDC_HELP_BUTTON && uNotification == BN_CLICKED)
+        ShowHelp(m_hwndPage);
 }
 
-void CProfilePage::ShowEncryptions()
+void CProfilePage::ShowEncryptions(const char* szOccasion)
 {
     const HWND hwndList = GetDlgItem(m_hwndPage, IDC_ENCRYPTION);
-    const std::vector<CWideString> encryptions = m_content.security.Encryptions();
-    Fill(hwndList, encryptions, m_content.security.Encryption());
-    EnableWindow(hwndList, encryptions.size() > 1);
+    m_encryptions = m_content.security.Encryptions();
+    m_nEncryption = m_content.security.Encryption();
+    Fill(hwndList, m_encryptions, m_nEncryption);
+    EnableWindow(hwndList, m_encryptions.size() > 1);
+    SaySecurity(szOccasion);
+    if (m_content.security.IsExtensionChosen())
+        Say(OfferWords(m_encryptions, m_nEncryption));
+    else
+        Say(OfferWords({m_authentications.begin() + 1, m_authentications.end()}, std::nullopt));
+}
+
+void CProfilePage::SaySecurity(const char* szOccasion)
+{
+    Say(szOccasion + SecurityWords(m_authentications.at(m_content.security.Authentication()), m_encryptions.at(m_nEncryption)));
 }
 
 void CProfilePage::TakeAuthentication()
@@ -138,14 +173,20 @@ void CProfilePage::TakeAuthentication()
     if (lChosen == CB_ERR || static_cast<std::size_t>(lChosen) == m_content.security.Authentication())
         return;
     m_content.security.ChooseAuthentication(static_cast<std::size_t>(lChosen));
-    ShowEncryptions();
+    ShowEncryptions(securityChosen);
 }
 
 void CProfilePage::TakeEncryption()
 {
     const LRESULT lChosen = SendDlgItemMessageW(m_hwndPage, IDC_ENCRYPTION, CB_GETCURSEL, 0, 0);
-    if (lChosen != CB_ERR)
-        m_content.security.ChooseEncryption(static_cast<std::size_t>(lChosen));
+    if (lChosen == CB_ERR)
+        return;
+    // Told to the extension also where a default is shown that nobody touched: what is saved is what is shown.
+    m_content.security.ChooseEncryption(static_cast<std::size_t>(lChosen));
+    if (static_cast<std::size_t>(lChosen) == m_nEncryption)
+        return;
+    m_nEncryption = static_cast<std::size_t>(lChosen);
+    SaySecurity(securityChosen);
 }
 
 void CProfilePage::OpenConnectionSettings()
@@ -153,15 +194,31 @@ void CProfilePage::OpenConnectionSettings()
     const auto strConfigured = m_content.pConnection->ShowDialog(m_hwndPage, m_content.strConnectivity, m_content.context);
     if (strConfigured)
         m_content.strConnectivity = strConfigured;
+    Say(strConfigured ? "Settings chosen: " + SettingsWords(strConfigured) : "Settings: cancelled");
 }
 
-// What is saved is what is shown, also where a default is shown that nobody touched.
 void CProfilePage::Save()
 {
     TakeAuthentication();
     TakeEncryption();
     m_save(m_content.security.VendorText(), m_content.strConnectivity);
-    EndDialog(m_hwndPage, endedBySave);
+    EndDialog(m_hwndPage, endedByPerson);
+}
+
+void CProfilePage::Say(std::string_view text)
+{
+    const HWND hwndList = GetDlgItem(m_hwndPage, IDC_ANSWERS);
+    AddLine(hwndList, WideShown(text));
+    ShowLastRow(hwndList);
+}
+
+// The two lists have one place.
+void CProfilePage::SwitchList(bool bTrace)
+{
+    ShowWindow(GetDlgItem(m_hwndPage, IDC_TRACE), bTrace ? SW_SHOW : SW_HIDE);
+    ShowWindow(GetDlgItem(m_hwndPage, IDC_ANSWERS), bTrace ? SW_HIDE : SW_SHOW);
+    SetDlgItemTextW(m_hwndPage, IDC_LIST_NAME, bTrace ? OLESTR("Trace of the extensio&n") : OLESTR("Asked and a&nswered"));
+    SetDlgItemTextW(m_hwndPage, IDC_SWITCH_LIST, bTrace ? OLESTR("Answe&rs") : OLESTR("T&race"));
 }
 
 void CProfilePage::ShowTrace()
@@ -173,8 +230,7 @@ void CProfilePage::ShowTrace()
         return;
     std::string_view lines = std::string_view(m_strTrace).substr(0, nEnd + 1);
     for (; !lines.empty(); lines.remove_prefix(lines.find('\n') + 1))
-        AddTraceLine(hwndList, Spaced(lines.substr(0, lines.find('\n'))));
+        AddLine(hwndList, Spaced(lines.substr(0, lines.find('\n'))));
     m_strTrace.erase(0, nEnd + 1);
-    const LRESULT cRows = SendMessageW(hwndList, LB_GETCOUNT, 0, 0);
-    SendMessageW(hwndList, LB_SETTOPINDEX, static_cast<WPARAM>(std::max<LRESULT>(cRows - 1, 0)), 0);
+    ShowLastRow(hwndList);
 }

@@ -19,6 +19,8 @@ public:
         return m_nAuthentication;
     }
     void ChooseAuthentication(std::size_t nAuthentication);
+    // Whether that is the extension's, and not what the profile uses by itself.
+    bool IsExtensionChosen() const;
 
     std::vector<CWideString> Encryptions() const;
     // The one that the profile stands for.
@@ -32,7 +34,6 @@ public:
     }
 
 private:
-    bool IsExtensionChosen() const;
     PropertyEntries Entries() const;
 
     const CProperty* m_pProperty;

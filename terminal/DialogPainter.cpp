@@ -137,6 +137,8 @@ void CDialogPainter::DrawStatic(const Window& control, Cells cells)
     std::u16string_view rest = label.text;
     for (const int nEnd = cells.nRow + cells.cRows; cells.nRow < nEnd; ++cells.nRow)
         Text(cells, TakeLine(rest, static_cast<std::size_t>(cells.cColumns)), InkOf(control), label.nPosition);
+    if (!rest.empty())
+        Text({cells.nRow - 1, cells.nColumn + cells.cColumns - 1}, u"\u2026", InkOf(control)); // there is more of it
 }
 
 void CDialogPainter::DrawField(const Window& control, const Cells& cells)

@@ -51,6 +51,9 @@ void HandleKey(EngineLock& lock, const Window& dialog, Window& focus, int nKey)
             return DropList(focus, false, false);
         CallWindow(lock, {dialog.hwnd, WM_CLOSE, 0, 0});
         return;
+    case KEY_F(1):
+        CallWindow(lock, {dialog.hwnd, WM_HELP, 0, 0});
+        return;
     case KEY_F(4):
         if (focus.windowClass == WindowClass::ComboBox)
             DropList(focus, !focus.bDropped, true);

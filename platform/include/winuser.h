@@ -15,6 +15,7 @@ inline constexpr UINT WM_DESTROY = 0x0002;
 inline constexpr UINT WM_SETTEXT = 0x000C;
 inline constexpr UINT WM_GETTEXT = 0x000D;
 inline constexpr UINT WM_CLOSE = 0x0010;
+inline constexpr UINT WM_HELP = 0x0053;
 inline constexpr UINT WM_INITDIALOG = 0x0110;
 inline constexpr UINT WM_COMMAND = 0x0111;
 inline constexpr UINT WM_TIMER = 0x0113;
@@ -51,6 +52,7 @@ inline constexpr UINT MB_ICONERROR = 0x0010;
 inline constexpr UINT MB_ICONWARNING = 0x0030;
 
 inline constexpr int SW_HIDE = 0;
+inline constexpr int SW_SHOW = 5;
 inline constexpr UINT GW_OWNER = 4;
 inline constexpr int GWL_STYLE = -16;
 inline constexpr DWORD BS_AUTOCHECKBOX = 3;

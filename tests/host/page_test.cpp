@@ -58,8 +58,29 @@ LRESULT TraceRows(const CActedWindow& page)
     return CActedWindow::Send(page.Control(IDC_TRACE), LB_GETCOUNT);
 }
 
-// Runs the command on this thread, with the person beside it.
-void RunPage(Arguments arguments, const std::function<void(CDialogActor&, const CActedWindow&)>& person)
+// What the page tells of questions and answers, without the ends of its rows.
+std::string Words(const CActedWindow& page)
+{
+    std::string strWords;
+    for (LRESULT n = 0; n < CActedWindow::Send(page.Control(IDC_ANSWERS), LB_GETCOUNT); ++n)
+    {
+        WCHAR szRow[128] = {};
+        CActedWindow::Send(page.Control(IDC_ANSWERS), LB_GETTEXT, static_cast<WPARAM>(n), reinterpret_cast<LPARAM>(szRow));
+        strWords += Narrow(szRow);
+    }
+    return strWords;
+}
+
+void AcceptMessageBox(CDialogActor& actor, const char* szPart)
+{
+    const CActedWindow box = actor.WaitForMessageBox();
+    EXPECT_NE(std::string::npos, box.Text(0xFFFF).find(szPart)) << box.Text(0xFFFF);
+    box.Click(box.HasControl(IDOK) ? IDOK : IDCANCEL);
+    actor.WaitForEnd(box);
+}
+
+// Runs the command on this thread, with the person beside it; what it printed.
+std::string RunPage(Arguments arguments, const std::function<void(CDialogActor&, const CActedWindow&)>& person)
 {
     CLI::App app;
     app.allow_windows_style_options(false);
@@ -70,7 +91,9 @@ void RunPage(Arguments arguments, const std::function<void(CDialogActor&, const 
     app.parse(arguments);
     const CComApartment apartment;
     const CDialogActor actor([&](CDialogActor& self) { person(self, WaitForPage()); });
+    testing::internal::CaptureStdout();
     chosen();
+    return testing::internal::GetCapturedStdout();
 }
 
 Arguments OnMachine(const CHostWorld& world, Arguments profile)
@@ -104,6 +127,13 @@ void ChooseEverything(CDialogActor& actor, const CActedWindow& page)
     Choose(page, IDC_ENCRYPTION, 1);
     EXPECT_EQ("Korvane Connection Settings", page.Text(IDC_CONNECTION_NAME));
     WorkSettings(actor, page);
+    for (const char* szWords : {"offers: WEP, TKIP, AES (default)", "chosen: CCKM with TKIP", "Rapido off"})
+        EXPECT_TRUE(Eventually([&] { return Words(page).find(szWords) != std::string::npos; })) << szWords << Words(page);
+    EXPECT_FALSE(page.IsVisible(IDC_TRACE));
+    page.Click(IDC_SWITCH_LIST);
+    EXPECT_TRUE(Eventually([&] { return page.IsVisible(IDC_TRACE) && !page.IsVisible(IDC_ANSWERS); }));
+    page.Click(IDC_HELP_BUTTON);
+    AcceptMessageBox(actor, "Alt+letter");
 }
 
 TEST(PageTest, SavePutsWhatCameBackIntoTheProfileAndCancelDoesNot)
@@ -114,15 +144,18 @@ TEST(PageTest, SavePutsWhatCameBackIntoTheProfileAndCancelDoesNot)
             const CHostWorld world;
             const std::string strProfile = bStored ? officeStored : officeFile;
             const std::string strBefore = world.Condensed(strProfile);
-            RunPage(OnMachine(world, bStored ? Arguments{"--name", "Office"} : Arguments{world.File(officeFile).string()}),
-                    [&](CDialogActor& actor, const CActedWindow& page)
-                    {
-                        ChooseEverything(actor, page);
-                        page.Click(nButton);
-                    });
+            const std::string strPrinted =
+                RunPage(OnMachine(world, bStored ? Arguments{"--name", "Office"} : Arguments{world.File(officeFile).string()}),
+                        [&](CDialogActor& actor, const CActedWindow& page)
+                        {
+                            ChooseEverything(actor, page);
+                            page.Click(nButton);
+                        });
             const std::string strAfter = world.Condensed(strProfile);
             for (const char* szPart : {"<cckm><encryption>TKIP<", "<Rapido>false<"})
-                EXPECT_EQ(nButton == IDOK, strAfter.find(szPart) != std::string::npos) << szPart << "\n" << strAfter;
+                for (const std::string& strText : {strAfter, strPrinted})
+                    EXPECT_EQ(nButton == IDOK, strText.find(szPart) != std::string::npos) << szPart << "\n" << strText;
+            EXPECT_NE(std::string::npos, strPrinted.find("+++ stored profile Office")) << strPrinted;
             EXPECT_TRUE(bStored || nButton == IDOK || strBefore == strAfter);
             // The bands are stored as soon as the settings dialog is confirmed.
             EXPECT_NE(std::string::npos, world.Condensed(officeStored).find("<connectivity><phyType>a</phyType></connectivity>"));
@@ -155,10 +188,7 @@ TEST(PageTest, WhatCannotBeSavedIsToldAndThePageStays)
             {
                 WorkSettings(actor, page);
                 page.Click(IDOK);
-                const CActedWindow box = actor.WaitForMessageBox();
-                EXPECT_NE(std::string::npos, box.Text(0xFFFF).find("belongs to another vendor")) << box.Text(0xFFFF);
-                box.Click(box.HasControl(IDOK) ? IDOK : IDCANCEL);
-                actor.WaitForEnd(box);
+                AcceptMessageBox(actor, "belongs to another vendor");
                 EXPECT_TRUE(page.Exists());
                 page.Click(IDCANCEL);
             });
