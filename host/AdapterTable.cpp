@@ -1,6 +1,7 @@
 #include "host/AdapterTable.h"
 
 #include "host/HostError.h"
+#include "host/KeyMask.h"
 #include "host/Table.h"
 #include "profile/WlanProfileBands.h"
 #include "profile/XmlDocument.h"
@@ -76,7 +77,7 @@ std::string BandsText(const CWideString& strProfile)
     WlanProfileBands bands = bandsNotRead;
     ReadProfileBands(strProfile.c_str(), &bands);
     CXmlDocument document;
-    document.Load(strProfile.c_str());
+    document.Load(WithoutKeys(strProfile).c_str());
     const auto strTypes = document.Root().Select(OLESTR("/WLANProfile/MSM/connectivity")).TextOfElements();
     const auto* pName =
         std::find_if(std::begin(bandsNames), std::end(bandsNames), [&](const BandsName& row) { return row.bands == bands; });

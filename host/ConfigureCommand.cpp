@@ -7,6 +7,7 @@
 #include "host/ProfileOutput.h"
 #include "host/ServiceArguments.h"
 #include "host/SessionArguments.h"
+#include "host/Shown.h"
 #include "host/StoredProfile.h"
 #include "host/Watchdog.h"
 #include "profile/WlanProfileBands.h"
@@ -42,7 +43,7 @@ CWideString WorkDialog(CSession& session, const CProfile& profile, CConnectionCo
     const std::optional<CWideString> strConfigured = properties.front().ShowDialog(nullptr, strRead, context);
     const PersonReport report = person.Finish();
     for (const std::string& strMessage : report.messages)
-        session.Print("Message box: " + strMessage + "\n");
+        session.Print("Message box: " + Shown(strMessage) + "\n");
     if (!report.strRefusal.empty())
         throw CHostError(report.strRefusal +
                          (strConfigured ? "; the profile is not changed" : "; cancelled, nothing is changed"));
@@ -94,7 +95,8 @@ void Configure(const ConfigureArguments& arguments)
 
     CSession session(arguments.session, {PathOf(arguments.target.strProfile), PathOf(arguments.output.strFile)});
     if (!before)
-        session.Print("The WLAN service has no profile " + Utf8Of(strName) + " on the adapter: the bands will not be stored.\n");
+        session.Print("The WLAN service has no profile " + Shown(Utf8Of(strName)) +
+                      " on the adapter: the bands will not be stored.\n");
     CConnectionContext context(strName, adapter, before ? before->Flags() : 0);
     const CWideString strConfigured =
         WorkDialog(session, file ? static_cast<const CProfile&>(*file) : static_cast<const CProfile&>(*before), context, states);

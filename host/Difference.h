@@ -5,9 +5,5 @@
 
 #include <string>
 
-// The profile with everything inside its sharedKey and keyMaterial elements replaced by asterisks; line ends stay. The
-// number of asterisks tells nothing of the key. The profile must be a well-formed document.
-CWideString WithoutKeys(CWideView profile);
-
 // The difference in the unified form, with the names in its head, or a sentence when there is none to show. Keys do not show.
 std::string ChangeReport(const std::string& strBeforeName, CWideView before, const std::string& strAfterName, CWideView after);

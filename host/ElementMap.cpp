@@ -43,3 +43,14 @@ const XmlElement* CElementMap::Child(const XmlElement* pParent, CWideView localN
             return &element;
     return nullptr;
 }
+
+CWideView CElementMap::NamespaceOf(const XmlElement& element) const
+{
+    const CWideView prefix = PrefixOf(element.Name());
+    const CWideString strDeclaration = OLESTR("xmlns") + (prefix.empty() ? CWideString() : OLESTR(":") + CWideString(prefix));
+    for (const XmlElement* pScope = &element; pScope; pScope = pScope->pParent)
+        for (const XmlAttribute& attribute : AttributesOf(m_text, pScope->openingTag))
+            if (attribute.name == strDeclaration)
+                return attribute.value;
+    return {};
+}

@@ -52,6 +52,8 @@ public:
         return m_elements.front();
     }
     std::vector<const XmlElement*> Children(const XmlElement& parent) const;
+    // The namespace that the element's name stands for, as it is written; empty for none.
+    CWideView NamespaceOf(const XmlElement& element) const;
     // The first child element of the local name, in whatever namespace; null when there is none, or no parent.
     const XmlElement* Child(const XmlElement* pParent, CWideView localName) const;
 

@@ -3,8 +3,9 @@
 #include "host/ElementMap.h"
 #include "host/HostError.h"
 #include "host/ProfileLayout.h"
+#include "profile/IhvProfile.h"
 
-#include <algorithm>
+#include <set>
 
 namespace
 {
@@ -30,27 +31,31 @@ CWideView NamespacePrefix(CWideView attributeName)
     return attributeName.starts_with(declaration) ? attributeName.substr(declaration.size()) : CWideView{};
 }
 
-bool UsesPrefix(CWideView text, CWideView prefix)
+// Every word before a colon: a prefix may also stand in an attribute's value.
+std::set<CWideView> PrefixesIn(CWideView text)
 {
-    return text.find(CWideString(prefix) + OLESTR(":")) != CWideView::npos;
+    std::set<CWideView> prefixes;
+    for (std::size_t nBegin = 0, nColon = 0; (nColon = text.find(OLESTR(':'), nBegin)) != CWideView::npos; nBegin = nColon + 1)
+    {
+        const CWideView before = text.substr(nBegin, nColon - nBegin);
+        prefixes.insert(before.substr(before.find_last_of(OLESTR(" \t\r\n<>/=\"'")) + 1));
+    }
+    return prefixes;
 }
 
 // The declarations of prefixes that the element uses and that stand on elements around it. Without them its text
 // would not be a document of its own.
 CWideString MissingDeclarations(CWideView profile, const XmlElement& element)
 {
-    const CWideView elementText = profile.substr(element.Begin(), element.nEnd - element.Begin());
-    std::vector<CWideView> declared;
+    // Those that no element so far declares.
+    std::set<CWideView> wanted = PrefixesIn(profile.substr(element.Begin(), element.nEnd - element.Begin()));
     CWideString strDeclarations;
     for (const XmlElement* pScope = &element; pScope; pScope = pScope->pParent)
     {
         for (const XmlAttribute& attribute : AttributesOf(profile, pScope->openingTag))
         {
             const CWideView prefix = NamespacePrefix(attribute.name);
-            if (prefix.empty() || std::find(declared.begin(), declared.end(), prefix) != declared.end())
-                continue;
-            declared.push_back(prefix);
-            if (pScope == &element || !UsesPrefix(elementText, prefix))
+            if (prefix.empty() || wanted.erase(prefix) == 0 || pScope == &element)
                 continue;
             const std::size_t nInner = pScope->openingTag.nBegin + 1 + pScope->Name().size();
             strDeclarations += OLESTR(" ");
@@ -61,9 +66,29 @@ CWideString MissingDeclarations(CWideView profile, const XmlElement& element)
     return strDeclarations;
 }
 
-const XmlElement* FindPlace(const CElementMap& map, VendorPlace place)
+// The elements that lead to the vendor's text; those that the profile lacks are null.
+struct VendorPath
 {
-    return map.Child(map.Child(&map.Root(), ihvElement), ihvChildren[ChildIndex(place)]);
+    const XmlElement* pIhv;
+    const XmlElement* pPlace;
+    const XmlElement* pText;
+    const XmlElement* pForeign; // the first one that is not the profile's or the vendor's, but another's of the same local name
+};
+
+VendorPath PathTo(const CElementMap& map, VendorPlace place)
+{
+    VendorPath path{};
+    path.pIhv = map.Child(&map.Root(), ihvElement);
+    path.pPlace = map.Child(path.pIhv, ihvChildren[ChildIndex(place)]);
+    path.pText = map.Child(path.pPlace, vendorElement);
+    for (const XmlElement* pElement : {path.pIhv, path.pPlace, path.pText})
+    {
+        const CWideView space = pElement ? map.NamespaceOf(*pElement) : CWideView();
+        const bool bVendors = pElement == path.pText && (space.empty() || space == szCcxNamespaceUri);
+        if (pElement && !path.pForeign && !bVendors && space != map.NamespaceOf(*pElement->pParent))
+            path.pForeign = pElement;
+    }
+    return path;
 }
 
 // The last child of the IHV element that stands before the place in the schema's order.
@@ -92,11 +117,11 @@ std::vector<NewElement> MissingIhvChildren(VendorPlace place, CWideView prefix, 
 std::optional<CWideString> VendorText(CWideView profile, VendorPlace place)
 {
     const CElementMap map(profile);
-    const XmlElement* pElement = map.Child(FindPlace(map, place), vendorElement);
-    if (!pElement)
+    const VendorPath path = PathTo(map, place);
+    if (!path.pText || path.pForeign)
         return std::nullopt;
-    CWideString strText(profile.substr(pElement->Begin(), pElement->nEnd - pElement->Begin()));
-    strText.insert(1 + pElement->Name().size(), MissingDeclarations(profile, *pElement));
+    CWideString strText(profile.substr(path.pText->Begin(), path.pText->nEnd - path.pText->Begin()));
+    strText.insert(1 + path.pText->Name().size(), MissingDeclarations(profile, *path.pText));
     return strText;
 }
 
@@ -106,23 +131,26 @@ CWideString WithVendorText(CWideView profile, VendorPlace place, CWideView vendo
     const CProfileLayout layout(map);
     const CWideString strNew = layout.WithOwnLineEnds(vendorText);
 
-    const XmlElement* pPlace = FindPlace(map, place);
-    if (const XmlElement* pElement = map.Child(pPlace, vendorElement))
-        return CWideString(profile).replace(pElement->Begin(), pElement->nEnd - pElement->Begin(), strNew);
+    const VendorPath path = PathTo(map, place);
+    if (path.pForeign)
+        throw CHostError("the IHV element belongs to another vendor: " + Utf8Of(path.pForeign->Name()) +
+                         " is of the namespace \"" + Utf8Of(map.NamespaceOf(*path.pForeign)) + "\"");
+    if (path.pText)
+        return CWideString(profile).replace(path.pText->Begin(), path.pText->nEnd - path.pText->Begin(), strNew);
 
-    if (pPlace)
+    if (path.pPlace)
     {
-        if (const auto others = map.Children(*pPlace); !others.empty())
-            throw CHostError("the IHV element belongs to another vendor: " + Utf8Of(pPlace->Name()) + " holds " +
+        if (const auto others = map.Children(*path.pPlace); !others.empty())
+            throw CHostError("the IHV element belongs to another vendor: " + Utf8Of(path.pPlace->Name()) + " holds " +
                              Utf8Of(others.front()->Name()));
-        return layout.Insert(*pPlace, nullptr, {{{}, strNew, {}}});
+        return layout.Insert(*path.pPlace, nullptr, {{{}, strNew, {}}});
     }
 
-    if (const XmlElement* pIhv = map.Child(&map.Root(), ihvElement))
+    if (path.pIhv)
     {
-        const bool bWithHeader = map.Child(pIhv, ihvChildren[nHeader]) == nullptr;
-        return layout.Insert(*pIhv, Predecessor(map, *pIhv, place),
-                             MissingIhvChildren(place, PrefixOf(pIhv->Name()), strNew, bWithHeader));
+        const bool bWithHeader = map.Child(path.pIhv, ihvChildren[nHeader]) == nullptr;
+        return layout.Insert(*path.pIhv, Predecessor(map, *path.pIhv, place),
+                             MissingIhvChildren(place, PrefixOf(path.pIhv->Name()), strNew, bWithHeader));
     }
 
     // Elements of later additions to the profile form follow the IHV element, so it goes right behind MSM.

@@ -14,9 +14,10 @@ enum class VendorPlace
 };
 
 // The text of the CCX element in the place, with the namespace declarations that it uses from around it; nothing when
-// the profile has none. The profile must be a well-formed document.
+// the profile has none. An element of the name in a namespace of another's is none, and so is everything in an IHV element
+// or a place of another's. The profile must be a well-formed document.
 std::optional<CWideString> VendorText(CWideView profile, VendorPlace place);
 
 // The profile with the text in the place: in place of the CCX element that was there, or in a place made for it, laid
-// out like its neighbours. Throws CHostError when the place holds an element of another vendor.
+// out like its neighbours. Throws CHostError when the place, or what it holds, is another vendor's.
 CWideString WithVendorText(CWideView profile, VendorPlace place, CWideView vendorText);

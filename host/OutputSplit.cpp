@@ -1,6 +1,9 @@
 #include "host/OutputSplit.h"
 
+#include "host/Escaped.h"
 #include "host/HostError.h"
+#include "host/KeyMask.h"
+#include "values/Utf8Text.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -27,7 +30,7 @@ COutputSplit::~COutputSplit()
 
 void COutputSplit::Write(std::string_view text)
 {
-    if (!ShowTrace() || !WriteAll(text))
+    if (!ShowTrace() || !WriteAll(EscapedLines(text)))
         throw CHostError("standard output cannot be written");
 }
 
@@ -48,7 +51,7 @@ std::string COutputSplit::TakeTrace()
         strText.append(chunk, static_cast<std::size_t>(cbRead));
     }
     m_nTaken = lseek(m_trace.Get(), 0, SEEK_END);
-    return strText;
+    return Utf8Of(WithoutKeys(WideOf(strText)));
 }
 
 bool COutputSplit::WriteAll(std::string_view text) const
@@ -77,5 +80,5 @@ bool COutputSplit::ShowTrace()
         strLines.append("trace: ").append(line.substr(0, line.size() - (line.ends_with('\r') ? 1 : 0))).append("\n");
         rest.remove_prefix(std::min(nEnd + 1, rest.size()));
     }
-    return WriteAll(strLines);
+    return WriteAll(EscapedLines(strLines));
 }

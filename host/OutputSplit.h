@@ -17,9 +17,11 @@ public:
     COutputSplit(const COutputSplit&) = delete;
     COutputSplit& operator=(const COutputSplit&) = delete;
 
-    // Writes UTF-8 to the program's own output, behind the trace lines so far. Throws CHostError.
+    // Writes UTF-8 to the program's own output, behind the trace lines so far, without control characters but line feeds and
+    // tabs. Throws CHostError.
     void Write(std::string_view text);
-    // Takes what the module has printed since the trace was last shown or taken; always empty unless the name is "-".
+    // Takes what the module has printed since the trace was last shown or taken, without keys; always empty unless the name
+    // is "-".
     std::string TakeTrace();
 
 private:

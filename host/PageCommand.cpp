@@ -5,6 +5,7 @@
 #include "host/ProfilePage.h"
 #include "host/ServiceArguments.h"
 #include "host/SessionArguments.h"
+#include "host/Shown.h"
 #include "host/StoredProfile.h"
 
 namespace
@@ -94,7 +95,7 @@ void Page(PageArguments arguments)
                                     if (PutChanged(*pChanged, VendorPlace::Security, strSecurity) || bConnectivity)
                                         pChanged->Store();
                                 });
-    session.Print(pProfile->Title() + (bSaved ? ": saved\n" : bFile ? ": cancelled, not changed\n" : ": cancelled\n"));
+    session.Print(Shown(pProfile->Title()) + (bSaved ? ": saved\n" : bFile ? ": cancelled, not changed\n" : ": cancelled\n"));
     session.Close();
 }
 } // namespace

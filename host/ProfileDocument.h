@@ -3,6 +3,7 @@
 
 #include "values/WideText.h"
 
-// Holds the text against the component: it has to load without a document type, and its root has to be a WLANProfile.
-// Returns the profile's name (empty when it has none). Throws CHostError. COM must be initialised on the thread.
+// Holds the text against the component: it has to load without a document type, with at most 4,000 attributes in an
+// element and 200,000 tags and attributes in all, its root has to be a WLANProfile, and the profile's name a text without
+// elements. Returns that name (empty when it has none). Throws CHostError. COM must be initialised on the thread.
 CWideString CheckProfileDocument(const CWideString& strText);

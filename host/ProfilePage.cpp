@@ -1,6 +1,7 @@
 #include "host/ProfilePage.h"
 
 #include "host/HostError.h"
+#include "host/Shown.h"
 #include "host/host_resource.h"
 
 #include <algorithm>
@@ -13,11 +14,16 @@ constexpr UINT_PTR traceTimer = 1;
 constexpr UINT traceTimerMs = 100;
 constexpr std::size_t cchTraceLine = 66; // about what the list shows
 
+CWideString WideShown(std::string_view text)
+{
+    return WideOf(Shown(text));
+}
+
 void Fill(HWND hwndList, const std::vector<CWideString>& entries, std::size_t nSelected)
 {
     SendMessageW(hwndList, CB_RESETCONTENT, 0, 0);
     for (const CWideString& strEntry : entries)
-        SendMessageW(hwndList, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(strEntry.c_str()));
+        SendMessageW(hwndList, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(WideShown(Utf8Of(strEntry)).c_str()));
     SendMessageW(hwndList, CB_SETCURSEL, nSelected, 0);
 }
 
@@ -35,14 +41,14 @@ void AddTraceLine(HWND hwndList, CWideView line)
 
 CWideString Spaced(std::string_view line)
 {
-    CWideString strLine = WideOf(line.ends_with('\r') ? line.substr(0, line.size() - 1) : line);
-    std::replace(strLine.begin(), strLine.end(), OLESTR('\t'), OLESTR(' '));
-    return strLine;
+    std::string strLine(line.ends_with('\r') ? line.substr(0, line.size() - 1) : line);
+    std::replace(strLine.begin(), strLine.end(), '\t', ' ');
+    return WideOf(Escaped(strLine));
 }
 
 void Tell(HWND hwndPage, const std::string& strReason)
 {
-    MessageBoxW(hwndPage, WideOf(strReason).c_str(), OLESTR("Wireless Profile"), MB_OK | MB_ICONERROR);
+    MessageBoxW(hwndPage, WideShown(strReason).c_str(), OLESTR("Wireless Profile"), MB_OK | MB_ICONERROR);
 }
 } // namespace
 
@@ -94,7 +100,7 @@ void CProfilePage::Handle(UINT uMessage, WPARAM wParam)
 void CProfilePage::Initialise()
 {
     SetTimer(m_hwndPage, traceTimer, traceTimerMs, nullptr);
-    SetDlgItemTextW(m_hwndPage, IDC_PROFILE_NAME, WideOf(m_content.strProfile).c_str());
+    SetDlgItemTextW(m_hwndPage, IDC_PROFILE_NAME, WideShown(m_content.strProfile).c_str());
     Fill(GetDlgItem(m_hwndPage, IDC_AUTHENTICATION), m_content.security.Authentications(), m_content.security.Authentication());
     ShowEncryptions();
     const CWideString strConnection = m_content.pConnection ? m_content.pConnection->Name() : CWideString(OLESTR("not offered"));

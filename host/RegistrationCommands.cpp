@@ -4,6 +4,7 @@
 #include "host/HostError.h"
 #include "host/OutputSplit.h"
 #include "host/SessionArguments.h"
+#include "host/Shown.h"
 
 namespace
 {
@@ -34,7 +35,7 @@ void Run(const Registration& registration, const std::string& strModule, const s
     // The exports tell a registry that refused with another success code.
     if (hr != S_OK)
         throw CHostError(module.Name() + registration.szNotDone);
-    output.Write(module.Name() + registration.szDone);
+    output.Write(Shown(module.Name()) + registration.szDone);
 }
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "host/Table.h"
 
+#include "host/Shown.h"
+
 #include <algorithm>
 
 namespace
@@ -11,5 +13,5 @@ std::string Row(std::string_view title, const std::string& strValue)
 {
     std::string strRow(title);
     strRow.resize(std::max(cchTitle, title.size() + 1), ' ');
-    return strRow + strValue + "\n";
+    return strRow + Shown(strValue) + "\n";
 }

@@ -1,4 +1,4 @@
-// Rows of what is shown: a title and a value.
+// Rows of what is shown: a title and a value, which may come from outside.
 #pragma once
 
 #include <string>

@@ -105,7 +105,7 @@ WlanAdapter CWlanService::Adapter(const GUID& guid) const
     {
         if (IsEqualGUID(adapter.guid, guid))
             return adapter;
-        strKnown += "\n  " + TextOf(adapter.guid) + "  " + adapter.strDescription;
+        strKnown += (strKnown.empty() ? " " : ", ") + TextOf(adapter.guid) + " (" + adapter.strDescription + ")";
     }
     throw CHostError("there is no adapter " + TextOf(guid) + (strKnown.empty() ? ", nor any other" : "; there are:" + strKnown));
 }

@@ -3,6 +3,7 @@
 #include "host/Commands.h"
 #include "host/HostError.h"
 #include "host/Module.h"
+#include "host/Shown.h"
 
 #include <algorithm>
 #include <iostream>
@@ -25,8 +26,14 @@ constexpr const char* examples = "Examples:\n"
 
 int Refuse(const char* szReason)
 {
-    std::cerr << "korihost: " << szReason << "\n";
+    std::cerr << "korihost: " << Shown(szReason) << "\n";
     return exitRefused;
+}
+
+// What the parser says of a wrong argument quotes it.
+std::string UsageMessage(const CLI::App* pApp, const CLI::Error& error)
+{
+    return CLI::FailureMessage::simple(pApp, CLI::Error(error.get_name(), Shown(error.what()), error.get_exit_code()));
 }
 
 int Run(const CommandWork& work)
@@ -55,6 +62,7 @@ int main(int argc, char** argv)
     // A leading slash begins a path, on Windows too. Set first: the commands take it over as they are added.
     app.allow_windows_style_options(false);
     app.require_subcommand(1);
+    app.failure_message(UsageMessage);
     app.footer(examples);
     AddShowCommand(app, chosen);
     AddSelectCommand(app, chosen);

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <mutex>
 
 namespace simulator
 {
@@ -24,15 +25,24 @@ constexpr const char* stateNames[] = {
     "disconnected", "associating", "discovering",           "authenticating",
 };
 
+// A list of objects with lists in them.
+constexpr int mostLevels = 3;
+
 [[noreturn]] void Refuse(const std::string& reason)
 {
     throw CServiceError(ERROR_INVALID_DATA, "adapters.json: " + reason);
 }
 
+// Tells what kind of value there is, which is short whatever the value.
+void Expect(bool bIsSo, const char* szExpected, const Json& value)
+{
+    if (!bIsSo)
+        Refuse(std::string(szExpected) + " is expected instead of this " + value.type_name());
+}
+
 const std::string& TextOf(const Json& value)
 {
-    if (!value.is_string())
-        Refuse("a text is expected instead of " + value.dump());
+    Expect(value.is_string(), "a text", value);
     return value.get_ref<const std::string&>();
 }
 
@@ -44,8 +54,8 @@ CWideString WideTextOf(const Json& value)
 
 DWORD NumberOf(const Json& value)
 {
-    if (!value.is_number_unsigned() || value.get<std::uint64_t>() > std::numeric_limits<DWORD>::max())
-        Refuse("a number from 0 to 4294967295 is expected instead of " + value.dump());
+    Expect(value.is_number_unsigned() && value.get<std::uint64_t>() <= std::numeric_limits<DWORD>::max(),
+           "a number from 0 to 4294967295", value);
     return value.get<DWORD>();
 }
 
@@ -53,23 +63,20 @@ GUID GuidOf(const Json& value)
 {
     CWideString text = WideTextOf(value);
     GUID guid{};
-    if (text.size() != 36 || UuidFromStringW(reinterpret_cast<RPC_WSTR>(text.data()), &guid) != RPC_S_OK)
-        Refuse("not a GUID: " + value.dump());
+    Expect(text.size() == 36 && UuidFromStringW(reinterpret_cast<RPC_WSTR>(text.data()), &guid) == RPC_S_OK, "a GUID", value);
     return guid;
 }
 
 WLAN_INTERFACE_STATE StateOf(const Json& value)
 {
     const auto name = std::find(std::begin(stateNames), std::end(stateNames), TextOf(value));
-    if (name == std::end(stateNames))
-        Refuse("not a state: " + value.dump());
+    Expect(name != std::end(stateNames), "the name of a state", value);
     return static_cast<WLAN_INTERFACE_STATE>(std::distance(std::begin(stateNames), name));
 }
 
 std::vector<DOT11_PHY_TYPE> PhyTypesOf(const Json& value)
 {
-    if (!value.is_array())
-        Refuse("phyTypes takes a list of numbers");
+    Expect(value.is_array(), "a list of numbers", value);
     std::vector<DOT11_PHY_TYPE> types;
     for (const Json& number : value)
         types.push_back(static_cast<DOT11_PHY_TYPE>(NumberOf(number)));
@@ -80,8 +87,8 @@ std::string BytesOf(const Json& value)
 {
     std::string digits = TextOf(value);
     std::erase(digits, ' ');
-    if (digits.size() % 2 != 0 || digits.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos)
-        Refuse("pairs of hexadecimal digits are expected instead of " + value.dump());
+    const bool bDigits = digits.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
+    Expect(bDigits && digits.size() % 2 == 0, "a text of pairs of hexadecimal digits", value);
     std::string bytes;
     for (std::size_t i = 0; i < digits.size(); i += 2)
         bytes.push_back(static_cast<char>(static_cast<unsigned char>(std::stoi(digits.substr(i, 2), nullptr, 16))));
@@ -116,17 +123,29 @@ Adapter ReadAdapter(const Json& entry)
         const auto isItem = [&](const Field& field) { return item.key() == field.szName; };
         const auto field = std::find_if(std::begin(fields), std::end(fields), isItem);
         if (field == std::end(fields))
-            Refuse("unknown key " + Json(item.key()).dump());
-        field->read(adapter, item.value());
+            Refuse("unknown key " + Json(item.key()).dump(-1, ' ', true));
+        try
+        {
+            field->read(adapter, item.value());
+        }
+        catch (const CServiceError& error)
+        {
+            throw CServiceError(error.Code(), error.Reason() + " as " + field->szName);
+        }
     }
     return adapter;
 }
-} // namespace
 
-std::vector<Adapter> ReadAdapters(const std::filesystem::path& serviceFolder)
+bool IsShallow(int nLevel, Json::parse_event_t, const Json&)
 {
-    const std::string text = CFile(AdaptersFile(serviceFolder), GENERIC_READ, OPEN_EXISTING).ReadAll();
-    const Json list = Json::parse(text, nullptr, false, true);
+    if (nLevel > mostLevels)
+        Refuse("nested deeper than a list of adapters is");
+    return true;
+}
+
+std::vector<Adapter> ParseAdapters(const std::string& text)
+{
+    const Json list = Json::parse(text, IsShallow, false, true);
     if (!list.is_array())
         Refuse("not a JSON list");
     std::vector<Adapter> adapters;
@@ -134,13 +153,31 @@ std::vector<Adapter> ReadAdapters(const std::filesystem::path& serviceFolder)
         adapters.push_back(ReadAdapter(entry));
     return adapters;
 }
+} // namespace
+
+AdapterList ReadAdapters(const std::filesystem::path& serviceFolder)
+{
+    std::string text = CFile(AdaptersFile(serviceFolder), GENERIC_READ, OPEN_EXISTING).ReadAll();
+    // Clients ask several times about each adapter of a list that hardly ever changes.
+    static std::mutex mutex;
+    static std::string lastText;
+    static AdapterList lastAdapters;
+    const std::lock_guard lock(mutex);
+    if (!lastAdapters || text != lastText)
+    {
+        lastAdapters = std::make_shared<const std::vector<Adapter>>(ParseAdapters(text));
+        lastText = std::move(text);
+    }
+    return lastAdapters;
+}
 
 Adapter FindAdapter(const std::filesystem::path& serviceFolder, const GUID& guid)
 {
-    for (Adapter& adapter : ReadAdapters(serviceFolder))
+    const AdapterList adapters = ReadAdapters(serviceFolder);
+    for (const Adapter& adapter : *adapters)
     {
         if (IsEqualGUID(adapter.guid, guid))
-            return std::move(adapter);
+            return adapter;
     }
     throw CServiceError(ERROR_NOT_FOUND, "no such adapter");
 }

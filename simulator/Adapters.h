@@ -7,6 +7,7 @@
 #include <wlanapi.h>
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,9 +29,11 @@ struct Adapter
     std::optional<std::string> rapidoReply;
 };
 
+using AdapterList = std::shared_ptr<const std::vector<Adapter>>;
+
 // In the order of the file. Throws ERROR_INVALID_DATA, with the reason for the call log, when the file is not as
 // described in docs/simulated-service.md.
-std::vector<Adapter> ReadAdapters(const std::filesystem::path& serviceFolder);
+AdapterList ReadAdapters(const std::filesystem::path& serviceFolder);
 
 // Throws ERROR_NOT_FOUND for a GUID that is not in the list.
 Adapter FindAdapter(const std::filesystem::path& serviceFolder, const GUID& guid);

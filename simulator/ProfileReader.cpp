@@ -20,6 +20,23 @@ void Check(HRESULT hr)
     if (FAILED(hr))
         throw CServiceError(ERROR_GEN_FAILURE, "the document component failed");
 }
+
+bool HasElements(IXMLDOMNode& parent)
+{
+    CComRef<IXMLDOMNode> child;
+    parent.get_firstChild(child.Put());
+    while (child)
+    {
+        DOMNodeType type = NODE_INVALID;
+        Check(child->get_nodeType(&type));
+        if (type == NODE_ELEMENT)
+            return true;
+        CComRef<IXMLDOMNode> next;
+        child->get_nextSibling(next.Put());
+        child = std::move(next);
+    }
+    return false;
+}
 } // namespace
 
 CComScope::CComScope()
@@ -61,7 +78,7 @@ ProfileVerdict CProfileReader::Read(CWideView text)
 
     CComRef<IXMLDOMNode> nameElement;
     const CBstr bstrPath(CWideView(OLESTR("/WLANProfile/name")));
-    if (root->selectSingleNode(bstrPath.Get(), nameElement.Put()) != S_OK || !nameElement)
+    if (root->selectSingleNode(bstrPath.Get(), nameElement.Put()) != S_OK || !nameElement || HasElements(*nameElement.Get()))
         return refused;
 
     CBstr bstrName;

@@ -37,7 +37,7 @@ public:
     // Throws CServiceError when the document component cannot be had.
     CProfileReader();
 
-    // Accepts a well-formed document with the root WLANProfile and a name of 1 to 255 code units.
+    // Accepts a well-formed document with the root WLANProfile and a name of 1 to 255 code units, without elements in it.
     ProfileVerdict Read(CWideView text);
 
 private:

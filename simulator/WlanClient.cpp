@@ -66,7 +66,8 @@ DWORD WINAPI WlanEnumInterfaces(HANDLE hClientHandle, PVOID pReserved, PWLAN_INT
         {
             RequireClient(hClientHandle);
             Require(ppInterfaceList && !pReserved);
-            const auto adapters = ReadAdapters(ServiceFolder());
+            const AdapterList pAdapters = ReadAdapters(ServiceFolder());
+            const std::vector<Adapter>& adapters = *pAdapters;
             const std::size_t cb =
                 offsetof(WLAN_INTERFACE_INFO_LIST, InterfaceInfo) + adapters.size() * sizeof(WLAN_INTERFACE_INFO);
             auto* pList = static_cast<PWLAN_INTERFACE_INFO_LIST>(AllocateBlock(std::max(cb, sizeof(WLAN_INTERFACE_INFO_LIST))));

@@ -58,12 +58,22 @@ void CheckKey(const Json& key)
     }
 }
 
+// As deep as the platform has keys. Each takes two levels of the file, and a value that is a list of bytes three more.
+constexpr std::size_t mostKeysDeep = 512;
+constexpr int mostLevels = 2 * static_cast<int>(mostKeysDeep) + 3;
+
+bool IsShallow(int nLevel, Json::parse_event_t, const Json&)
+{
+    Require(nLevel <= mostLevels, ERROR_BADDB);
+    return true;
+}
+
 Json ParseHive(int fd, off_t cbFile)
 {
     std::string text(static_cast<std::size_t>(cbFile), '\0');
     Require(pread(fd, text.data(), text.size(), 0) == cbFile, ERROR_REGISTRY_IO_FAILED);
     Json root;
-    root["keys"] = Json::parse(text, nullptr, false);
+    root["keys"] = Json::parse(text, IsShallow, false);
     CheckKey(root);
     return root;
 }
@@ -155,6 +165,7 @@ Json* CHive::FindKey(const Path& path) const
 
 bool CHive::EnsureKey(const std::vector<std::u16string>& names) const
 {
+    Require(names.size() <= mostKeysDeep, ERROR_INVALID_PARAMETER);
     bool bAdded = false;
     Json* pKey = &TheCache().root;
     for (const auto& name : names)

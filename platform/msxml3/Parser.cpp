@@ -18,31 +18,40 @@ namespace
 // stand for one character each.
 constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_IGNORE_ENC | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
 
-// The library compares each attribute of an element with all the others.
+// The library compares each attribute of an element with all the others, and looks up each name among thousands.
 constexpr int maxAttributes = 4'000;
+constexpr int maxMarks = 200'000; // tags and attributes, comments and instructions
 
-// Counts the quoted values from each "<" up to a ">" outside of them. A "<" begins anew even in a value, where it cannot
-// stand, so that nothing before an element can hide its attributes.
-bool HasTooManyAttributes(std::string_view text) noexcept
+// Why the library would take minutes for the text; null when it would not. Counts the quoted values from each "<" up to a ">"
+// outside of them. A "<" begins anew even in a value, where it cannot stand, so that nothing before an element can hide its
+// attributes.
+const char16_t* ExcessOf(std::string_view text) noexcept
 {
+    int nMarks = 0;
     int nValues = 0;
     char place = '>'; // outside tags; '<' is in one, a quotation mark in a value
     for (const char ch : text)
     {
         if (ch == '<')
+        {
+            ++nMarks;
             nValues = 0;
+        }
         if (ch == '<' || (place == '<' && ch == '>'))
             place = ch;
         else if (place == '<' && (ch == '"' || ch == '\''))
         {
             place = ch;
+            ++nMarks;
             if (++nValues > maxAttributes)
-                return true;
+                return u"An element has too many attributes.";
         }
         else if (ch == place && place != '>')
             place = '<';
+        if (nMarks > maxMarks)
+            return u"The text has too many tags and attributes.";
     }
-    return false;
+    return nullptr;
 }
 
 // The text is UTF-16 whatever its declaration says, but a component that never heard of the encoding does not load it. A
@@ -134,8 +143,8 @@ DocumentPtr ReadXml(std::u16string_view text, bool bPreserveSpace, LoadError& er
     const auto refuse = [&](const char16_t* szReason) { return error = {szReason, 0}, DocumentPtr(); };
     if (!converted || converted->size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
         return refuse(u"The text is too long, or not well-formed UTF-16.");
-    if (HasTooManyAttributes(*converted))
-        return refuse(u"An element has too many attributes.");
+    if (const char16_t* const szExcess = ExcessOf(*converted))
+        return refuse(szExcess);
     if (NamesUnknownEncoding(*converted))
         return refuse(u"The text names an encoding that does not exist.");
 

@@ -16,7 +16,7 @@ struct LoadError
 
 // The document; none, with the error, for a text that does not load. A byte-order mark and white space at the start are
 // skipped, the declared encoding is ignored (the text is UTF-16 whatever it says), and nothing outside the text is ever read.
-// A text with a document type is refused, and so is an element with thousands of attributes. Texts of white space alone are
-// dropped unless bPreserveSpace or xml:space keeps them.
+// A text with a document type is refused, and so are thousands of attributes of one element and hundreds of thousands of tags.
+// Texts of white space alone are dropped unless bPreserveSpace or xml:space keeps them.
 DocumentPtr ReadXml(std::u16string_view text, bool bPreserveSpace, LoadError& error);
 } // namespace platform::msxml3

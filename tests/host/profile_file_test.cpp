@@ -2,6 +2,7 @@
 #include "host/Difference.h"
 #include "host/HostError.h"
 #include "host/IhvElement.h"
+#include "host/KeyMask.h"
 #include "host/ProfileText.h"
 
 #include <functional>
@@ -120,7 +121,8 @@ const Reading readings[] = {
     {"<W><x><IHV><security><CCX/></security></IHV></x></W>", nullptr},
     {"<W><IHV><connectivity/><security>\n</security></IHV></W>", nullptr},
     {"<p:W xmlns:p='n'><p:IHV><p:security><CCX><a/></CCX></p:security></p:IHV></p:W>", "<CCX><a/></CCX>"},
-    {"<W xmlns:v='n' xmlns:w='m'><IHV><security><v:CCX><v:a/></v:CCX></security></IHV></W>", "<v:CCX xmlns:v='n'><v:a/></v:CCX>"},
+    {"<W xmlns:v='http://www.korvane.com/CCX' xmlns:w='m'><IHV><security><v:CCX><v:a/></v:CCX></security></IHV></W>",
+     "<v:CCX xmlns:v='http://www.korvane.com/CCX'><v:a/></v:CCX>"},
     {"<W xmlns:v='n'><IHV xmlns:v='m'><security><CCX v:a=''/></security></IHV></W>", "<CCX xmlns:v='m' v:a=''/>"},
     {"<W><!-- <IHV><security><CCX/></security></IHV> --><IHV><!-- <security> --></IHV></W>", nullptr},
     {"<W><name><![CDATA[<IHV><security><CCX/>]]></name><IHV><security><![CDATA[<CCX/>]]></security></IHV></W>", nullptr},
@@ -198,25 +200,56 @@ TEST(WithVendorTextTest, GivesTheTextTheProfilesLineEnds)
 
 TEST(WithVendorTextTest, LeavesAnotherVendorAlone)
 {
-    EXPECT_EQ(ReasonFor([] { Put("<W><IHV><security><Other/></security></IHV></W>", VendorPlace::Security, "<CCX/>"); }),
-              "the IHV element belongs to another vendor: security holds Other");
+    const std::pair<const char*, std::string> cases[] = {
+        {"<W><IHV><security><Other/></security></IHV></W>", "security holds Other"},
+        {"<W><IHV><security><z:CCX xmlns:z='urn:z'/></security></IHV></W>", "z:CCX is of the namespace \"urn:z\""},
+        {"<W xmlns='n'><IHV><security xmlns='m'><CCX/></security></IHV></W>", "security is of the namespace \"m\""},
+        {"<W xmlns:z='urn:z'><z:IHV/></W>", "z:IHV is of the namespace \"urn:z\""},
+    };
+    for (const auto& [szProfile, strReason] : cases)
+    {
+        EXPECT_EQ(ReasonFor([&] { Put(szProfile, VendorPlace::Security, "<CCX/>"); }),
+                  "the IHV element belongs to another vendor: " + strReason);
+        EXPECT_EQ(Read(szProfile, VendorPlace::Security), std::nullopt);
+    }
 }
 
 // Keys
 
+struct Masking
+{
+    const char* szText;
+    const char* szShown;
+};
+const Masking maskings[] = {
+    {"<p:SHAREDKEY k='secret' l='x'/>", "<p:SHAREDKEY k='********' l='********'/>"},
+    {"<sharedKey><!--</sharedKey>-->secret<secret/> <?p?>\n<Protected/></sharedKey>",
+     "<sharedKey>******** \n<Protected/></sharedKey>"},
+    {"<!-- <sharedKey><![CDATA[</sharedKey>]]>secret</sharedKey> a <keyMaterial k=secret --><b/>",
+     "<!-- <sharedKey>********</sharedKey> a <keyMaterial********--><b/>"},
+    {"<?SharedKey secret?><?p password = \"secret\" q?>", "<?SharedKey********?><?p password = \"********\" q?>"},
+    {"<a>&lt;e:Password&gt;<![CDATA[secret]]>&lt;/e:Password&gt; b</a>", "<a>&lt;e:Password********&lt;/e:Password&gt; b</a>"},
+    {"<a b='&amp;lt;password>s/password'/>secret keyMaterial=&quot;secret of &quot;",
+     "<a b='&amp;lt;password>********/>secret keyMaterial=&quot;********&quot;"},
+    {"1 < 2 <sharedKey>secret</sharedKey> > <password>secret", "1 < 2 <sharedKey>********</sharedKey> > <password>********"},
+    {"<passwords a='1'>password</passwords> <password:a/>", "<passwords a='1'>password</passwords> <password:a/>"},
+};
+
+TEST(WithoutKeysTest, HidesThemInEveryFormOfText)
+{
+    for (const Masking& expected : maskings)
+        EXPECT_EQ(Utf8Of(WithoutKeys(WideOf(expected.szText))), expected.szShown);
+}
+
 TEST(DifferenceTest, ShowsNoKey)
 {
-    const CWideString strBefore =
-        WideOf("<W>\n<sharedKey a='secret'>\n<keyType>secret</keyType><keyMaterial>secret</keyMaterial>\n"
-               "<![CDATA[secret]]><!--secret--></sharedKey>\n<p:keyMaterial>secret</p:keyMaterial>\n<x>1</x>\n</W>\n");
-    EXPECT_EQ(Utf8Of(WithoutKeys(strBefore)),
-              "<W>\n<sharedKey>\n<keyType>********</keyType><keyMaterial>********</keyMaterial>\n"
-              "****************</sharedKey>\n<p:keyMaterial>********</p:keyMaterial>\n<x>1</x>\n</W>\n");
+    const CWideString strBefore = WideOf("<W>\n<sharedKey>\n<keyType>secret</keyType><keyMaterial>secret</keyMaterial>\n"
+                                         "</sharedKey>\n<p:keyMaterial>secret</p:keyMaterial>\n<x>1</x>\n</W>\n");
     CWideString strAfter = strBefore;
     strAfter.replace(strAfter.find(OLESTR('1')), 1, OLESTR("2"));
     const std::string strDifference = ChangeReport("a", strBefore, "b", strAfter);
     EXPECT_EQ(strDifference, "--- a\n+++ b\n@@ -3,5 +3,5 @@\n <keyType>********</keyType><keyMaterial>********</keyMaterial>\n "
-                             "****************</sharedKey>\n <p:keyMaterial>********</p:keyMaterial>\n"
+                             "</sharedKey>\n <p:keyMaterial>********</p:keyMaterial>\n"
                              "-<x>1</x>\n+<x>2</x>\n </W>\n");
 }
 

@@ -76,12 +76,16 @@ TEST(SampleTest, SelectLeavesEveryByteAroundItsOwnPlace)
 TEST(ShowTest, TellsOfTheRecordAndTheMachine)
 {
     const CHostWorld world;
+    WriteBytes(world.File("hostile.xml"),
+               "<WLANProfile><name>a&#10;b&#x9b;&#x202e;&lt;Password>copper-kettle-93-finch</name><IHV><security><CCX>"
+               "<!-- <keyMaterial>copper-kettle-93-finch --></CCX></security></IHV></WLANProfile>");
     const std::pair<Arguments, std::vector<std::string>> cases[] = {
         {{"@warehouse-ccx.xml"},
          {"radioMeasurement 1\n locationBasedServices 1\n maxOffChannelTimeMs 50\n minOnChannelTimeMs 400\n rapido 1\n "
           "advancedRoaming 1\n roamingOption 2\n keepAliveEnabled 1\n keepAlivePeriod 60\n authorizedProfile 1\n "
           "clientReporting 1\n diagnosticSsidLength 18\n"}},
         {{"@office.xml"}, {"authorizedProfile not set\n", "diagnosticSsidLength not set\n"}},
+        {{"@hostile.xml", "--trace", "-"}, {"Profile a\\nb\\x9b\\u202e<Password>********\n", "<!-- <keyMaterial>********-->"}},
         {{"@home-wpa2psk.xml"}, {"none in the profile; the dialog begins with its defaults\n"}},
         {Arguments{"@office.xml"} + onRapidoMachine,
          {"of the maker's yes\n", "Rapido 1 (offered)\n", "bands 5 GHz and 2.4 GHz (written: ag)\n"}},
@@ -193,6 +197,9 @@ const RefusedCase refusedCases[] = {
     {1, {"show", "@absent.xml"}, {"absent.xml: there is no such file"}},
     {1, {"select", "@service/no-adapter/adapters.json", "--in-place"}, {"not well-formed XML"}},
     {1, {"show", "@typed.xml"}, {"it has a document type declaration"}},
+    {1, {"show", "@flood.xml"}, {"an element has more than 4000 attributes"}},
+    {1, {"show", "@tags.xml"}, {"has more than 200000 tags and attributes"}},
+    {1, {"show", "@named.xml"}, {"its name holds an element"}},
     {2, {"select", "@office.xml", "--cipher", "ROT13", "--in-place"}, {"ROT13"}},
     {1, {"select", "@office.xml", "-o", "@office.xml"}, {"use --in-place"}},
     {2,
@@ -219,6 +226,15 @@ TEST(RefusedTest, SaysWhyAndChangesNothing)
 {
     const CHostWorld world;
     WriteBytes(world.File("typed.xml"), "<!DOCTYPE WLANProfile><WLANProfile><name>x</name></WLANProfile>");
+    WriteBytes(world.File("named.xml"), "<WLANProfile><name><x/></name></WLANProfile>");
+    std::string strTags;
+    for (int n = 0; n <= 200'000; ++n)
+        strTags += "<a/>";
+    WriteBytes(world.File("tags.xml"), strTags);
+    std::string strFlood = "<WLANProfile";
+    for (int n = 0; n <= 4000; ++n)
+        strFlood += " a" + std::to_string(n) + "=''";
+    WriteBytes(world.File("flood.xml"), strFlood + "/>");
     for (const RefusedCase& row : refusedCases)
         ExpectRefusal(world, row);
 }

@@ -218,11 +218,13 @@ TEST_F(ServiceTest, TellsOfItsAdaptersAndFreesItsOwnMemoryOnce)
 
 TEST_F(ServiceTest, RefusesAnAdapterFileThatItDoesNotUnderstand)
 {
+    const std::string strDeep = "{GUID, \"vendor\": " + std::string(200'000, '[') + std::string(200'000, ']') + "}";
     for (const std::string strAdapter :
          {"{}", "7", R"({"guid": "{11112222-3333-4444-5555-666677778888}"})",
           R"({"guid": "11112222-3333-4444-5555-66667777888x"})", R"({GUID, "rapdio": 1})", R"({GUID, "rapido": -1})",
           R"({GUID, "rapido": 4294967296})", R"({GUID, "state": "asleep"})", R"({GUID, "vendorReply": "0"})",
-          R"({GUID, "vendorReply": "0g"})", R"({GUID, "phyTypes": 4})", "{GUID, \"description\": \"\xFF\"}", "}"})
+          R"({GUID, "vendorReply": "0g"})", R"({GUID, "phyTypes": 4})", "{GUID, \"description\": \"\xFF\"}", "}",
+          strDeep.c_str()})
     {
         std::string file = "[" + strAdapter + "]";
         if (const std::size_t nGuid = file.find("GUID"); nGuid != std::string::npos)
@@ -317,6 +319,7 @@ TEST_F(ServiceTest, RefusesWhatIsNoProfileAndKeepsTheOldOne)
         {OLESTR("<WLANProfile><name>Office</name>"), badSchema},
         {OLESTR("<Profile><name>Office</name></Profile>"), badSchema},
         {OLESTR("<WLANProfile><x><name>Office</name></x></WLANProfile>"), badSchema},
+        {Profile(OLESTR("<x>Office</x>")), badSchema},
         {Profile({}), badName},
         {Profile(CWideString(256, OLESTR('n'))), badName},
         {Profile(OLESTR("Office"), OLESTR("<!-- \xD800 -->")), badSchema},

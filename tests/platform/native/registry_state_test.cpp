@@ -23,9 +23,13 @@ LSTATUS CreateKey(CUniqueKey& key)
 TEST(RegistryState, OfABrokenFileIsReportedAndTheFileLeftAlone)
 {
     const auto file = platform::RootFolder() / "registry.json";
-    for (const char* const szText :
-         {"", "[]", "{\"HKEY_CURRENT_USER\": 1}", "{\"HKEY_CURRENT_USER\": {\"keyz\": {}}}",
-          "{\"HKEY_CURRENT_USER\": {\"values\": {\"n\": -1}}}", "{\"HKEY_CURRENT_USER\": {\"keys\": {\"Software\": {}}}"})
+    std::string strDeep;
+    for (int n = 0; n < 100'000; ++n)
+        strDeep += "{\"keys\": {\"k\": ";
+    strDeep += "{}" + std::string(200'000, '}');
+    for (const char* const szText : {"", "[]", "{\"HKEY_CURRENT_USER\": 1}", "{\"HKEY_CURRENT_USER\": {\"keyz\": {}}}",
+                                     "{\"HKEY_CURRENT_USER\": {\"values\": {\"n\": -1}}}",
+                                     "{\"HKEY_CURRENT_USER\": {\"keys\": {\"Software\": {}}}", strDeep.c_str()})
     {
         tests::WriteBytes(file, szText);
         CUniqueKey key;
