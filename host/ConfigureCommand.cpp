@@ -84,8 +84,6 @@ void Configure(const ConfigureArguments& arguments)
     std::optional<CProfileFile> file;
     if (!arguments.target.strProfile.empty())
         file.emplace(PathOf(arguments.target.strProfile));
-    if (file)
-        RequireOtherFile(arguments.output, *file);
     const CWlanService service(arguments.service);
     service.Adapter(adapter);
     const CWideString strName = file ? NameInService(arguments.target, *file) : WideOf(arguments.target.strName);
@@ -93,7 +91,7 @@ void Configure(const ConfigureArguments& arguments)
     if (!file || service.Profile(adapter, strName))
         before.emplace(service, adapter, strName);
 
-    CSession session(arguments.session, {PathOf(arguments.target.strProfile), PathOf(arguments.output.strFile)});
+    CSession session(arguments.session);
     if (!before)
         session.Print("The WLAN service has no profile " + Shown(Utf8Of(strName)) +
                       " on the adapter: the bands will not be stored.\n");

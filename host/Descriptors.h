@@ -1,8 +1,9 @@
-// File descriptors of the C run-time, and what the output split needs of each system.
+// File descriptors of the C run-time, and what reading files and the output split need of each system.
 #pragma once
 
 #include "values/Unique.h"
 
+#include <filesystem>
 #include <string>
 #include <unistd.h>
 
@@ -27,3 +28,6 @@ CUniqueDescriptor KeepStandardOutput();
 // descriptor. Empty, with errno, when they cannot be made.
 CUniqueDescriptor OpenTraceFile(const std::string& strFile);
 CUniqueDescriptor OpenTemporaryTrace();
+
+// Bytes as they are; waits for nobody. Empty, with errno, when the file cannot be opened.
+CUniqueDescriptor OpenForReading(const std::filesystem::path& file);

@@ -82,7 +82,7 @@ void Page(PageArguments arguments)
         return std::make_unique<CStoredProfile>(*pService, adapter->guid, WideOf(arguments.target.strName));
     };
     const std::unique_ptr<CProfile> pProfile = open();
-    CSession session(arguments.session, {PathOf(arguments.target.strProfile)});
+    CSession session(arguments.session);
     const CWideString strName = NameInService(arguments.target, *pProfile);
     const auto stored = adapter ? pService->Profile(adapter->guid, strName) : std::nullopt;
     CConnectionContext context(strName, adapter ? adapter->guid : GUID{}, stored ? stored->dwFlags : 0);

@@ -11,16 +11,12 @@ public:
     // Throws CHostError, with the file's name, for whatever is not a readable wireless profile of at most 16 MiB.
     explicit CProfileFile(std::filesystem::path file);
 
-    const std::filesystem::path& File() const
-    {
-        return m_file;
-    }
-
+    // Refuses when the file holds something else by now than what was read.
     void Store() const override;
 
 private:
-    std::filesystem::path m_file;
-};
+    CProfileFile(std::filesystem::path file, std::string strRead);
 
-// True when both names stand for one file that exists.
-bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right);
+    std::filesystem::path m_file;
+    std::string m_strRead;
+};

@@ -1,20 +1,16 @@
 #include "host/ProfileOutput.h"
 
 #include "host/Difference.h"
+#include "host/FileArguments.h"
 #include "host/HostError.h"
 #include "host/SafeFile.h"
 
 void AddOutputArguments(CLI::App& command, OutputOptions& options)
 {
     CLI::Option* pOutput =
-        command.add_option("-o,--output", options.strFile, "Where the changed profile goes")->type_name("FILE");
+        command.add_option("-o,--output", options.strFile, std::string("Where the changed profile goes: ") + writtenFileRule)
+            ->type_name("FILE");
     command.add_flag("--in-place", options.bInPlace, "Change the profile itself")->excludes(pOutput);
-}
-
-void RequireOtherFile(const OutputOptions& options, const CProfileFile& profile)
-{
-    if (!options.strFile.empty() && IsSameFile(profile.File(), PathOf(options.strFile)))
-        throw CHostError(options.strFile + ": is the profile itself; use --in-place to change it");
 }
 
 std::string WriteChanged(const OutputOptions& options, const CProfileFile& profile, const CProfileFile& changed)

@@ -13,8 +13,5 @@ struct OutputOptions
 
 void AddOutputArguments(CLI::App& command, OutputOptions& options);
 
-// Throws CHostError when the other file is the profile itself.
-void RequireOtherFile(const OutputOptions& options, const CProfileFile& profile);
-
 // Writes the changed profile where it is to go, and tells the difference. Throws CHostError.
 std::string WriteChanged(const OutputOptions& options, const CProfileFile& profile, const CProfileFile& changed);

@@ -1,9 +1,48 @@
 #include "host/SafeFile.h"
 
+#include "host/Descriptors.h"
 #include "host/HostError.h"
 #include "simulator/files/StagedFile.h"
 
-void WriteSafely(const std::filesystem::path& target, std::string_view bytes)
+#include <cerrno>
+#include <sys/stat.h>
+
+namespace
+{
+constexpr std::size_t cbLargestFile = 16u * 1024 * 1024;
+
+void RequireRegular(const std::filesystem::path& file, const CUniqueDescriptor& opened)
+{
+    const int nError = errno;
+    struct stat status = {};
+    // Not every system opens one.
+    if (std::error_code ignored; std::filesystem::is_directory(file, ignored))
+        throw CHostError("is a folder, not a file");
+    if (!opened)
+        throw CHostError(nError == ENOENT || nError == ENOTDIR ? "there is no such file" : "cannot be opened for reading");
+    if (fstat(opened.Get(), &status) != 0 || !S_ISREG(status.st_mode))
+        throw CHostError("is not a regular file");
+}
+} // namespace
+
+std::string ReadSafely(const std::filesystem::path& file)
+{
+    const CUniqueDescriptor opened = OpenForReading(file);
+    RequireRegular(file, opened);
+    std::string strBytes;
+    char chunk[64 * 1024];
+    while (const auto cbRead = read(opened.Get(), chunk, sizeof(chunk)))
+    {
+        if (cbRead < 0)
+            throw CHostError("cannot be read to its end");
+        strBytes.append(chunk, static_cast<std::size_t>(cbRead));
+        if (strBytes.size() > cbLargestFile)
+            throw CHostError("is larger than 16 MiB");
+    }
+    return strBytes;
+}
+
+void WriteSafely(const std::filesystem::path& target, std::string_view bytes, std::optional<std::string_view> wasRead)
 {
     NamingFile(target,
                [&]
@@ -14,7 +53,11 @@ void WriteSafely(const std::filesystem::path& target, std::string_view bytes)
                        throw CHostError("cannot be written: it is not a regular file");
                    try
                    {
-                       CStagedFile(target, bytes).Commit();
+                       CStagedFile staged(target, bytes);
+                       // From here to the exchange the turn at the target is this writer's.
+                       if (wasRead && ReadSafely(target) != *wasRead)
+                           throw CHostError("another program has changed it meanwhile; nothing is written");
+                       staged.Commit();
                    }
                    catch (const CFileError& error)
                    {

@@ -58,8 +58,7 @@ std::optional<CWideString> SelectSecurity(IDot11ExtUI& root, const CProfileFile&
 void Select(const SelectArguments& arguments)
 {
     const CProfileFile profile(PathOf(arguments.strProfile));
-    RequireOtherFile(arguments.output, profile);
-    CSession session(arguments.session, {profile.File(), PathOf(arguments.output.strFile)});
+    CSession session(arguments.session);
     CProfileFile changed = profile;
     if (const auto strSecurity =
             Naming(profile.Title(), [&] { return SelectSecurity(session.Root(), profile, arguments.strCipher); }))

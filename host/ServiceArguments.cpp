@@ -1,5 +1,7 @@
 #include "host/ServiceArguments.h"
 
+#include "host/FileArguments.h"
+
 namespace
 {
 std::string CheckGuid(const std::string& strText)
@@ -14,7 +16,9 @@ CLI::Option* AddServiceArguments(CLI::App& command, ServiceOptions& options)
                                .add_option("--service", options.strFolder,
                                            "The folder of a simulated WLAN service (default: the machine's own service)")
                                ->type_name("DIR");
-    command.add_option("--service-log", options.strLog, "Where the simulated service logs its calls")
+    command
+        .add_option("--service-log", options.strLog,
+                    std::string("Where the simulated service logs its calls, behind what is there: ") + writtenFileRule)
         ->needs(pFolder)
         ->type_name("FILE");
     return command.add_option("--adapter", options.strAdapter, "The wireless adapter")

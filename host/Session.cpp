@@ -1,22 +1,9 @@
 #include "host/Session.h"
 
 #include "host/HostError.h"
-#include "host/ProfileFile.h"
 #include "host/RegisteredModule.h"
 
-namespace
-{
-const std::string& CheckedTrace(const std::string& strTrace, const std::vector<std::filesystem::path>& filesInUse)
-{
-    for (const std::filesystem::path& file : filesInUse)
-        if (!strTrace.empty() && IsSameFile(PathOf(strTrace), file))
-            throw CHostError(strTrace + ": the trace would overwrite a file in use");
-    return strTrace;
-}
-} // namespace
-
-CSession::CSession(const SessionOptions& options, const std::vector<std::filesystem::path>& filesInUse)
-    : m_output(CheckedTrace(options.strTrace, filesInUse))
+CSession::CSession(const SessionOptions& options) : m_output(options.strTrace)
 {
     if (options.bRegistered)
     {

@@ -4,9 +4,6 @@
 #include "host/Module.h"
 #include "host/OutputSplit.h"
 
-#include <filesystem>
-#include <vector>
-
 // What the commands that use the extension have in common.
 struct SessionOptions
 {
@@ -18,8 +15,8 @@ struct SessionOptions
 class CSession
 {
 public:
-    // The trace must not go to any of the files in use. Throws CHostError.
-    CSession(const SessionOptions& options, const std::vector<std::filesystem::path>& filesInUse);
+    // Throws CHostError.
+    explicit CSession(const SessionOptions& options);
 
     IDot11ExtUI& Root() const
     {

@@ -1,5 +1,7 @@
 #include "host/SessionArguments.h"
 
+#include "host/FileArguments.h"
+
 void AddModuleArgument(CLI::App& command, std::string& strModule)
 {
     command.add_option("--module", strModule, "The module to load (default: korihvui.dll beside this program)")
@@ -8,7 +10,9 @@ void AddModuleArgument(CLI::App& command, std::string& strModule)
 
 void AddTraceArgument(CLI::App& command, std::string& strTrace)
 {
-    command.add_option("--trace", strTrace, "Where the module's trace lines go: a file, or - for standard output")
+    command
+        .add_option("--trace", strTrace,
+                    std::string("Where the module's trace lines go: -, which is standard output, or ") + writtenFileRule)
         ->type_name("FILE|-");
 }
 

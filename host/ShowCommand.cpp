@@ -129,7 +129,7 @@ void Show(const ShowArguments& arguments)
     const bool bMachine = !arguments.service.strFolder.empty() || !arguments.service.strAdapter.empty();
     // Without the machine being asked for, no service is needed, and none is touched.
     const auto pService = bMachine ? CWlanService::Open(arguments.service, true) : nullptr;
-    CSession session(arguments.session, {profile.File()});
+    CSession session(arguments.session);
     session.Print(Naming(profile.Title(), [&] { return Table(session.Root(), profile); }));
     if (pService)
     {

@@ -1,6 +1,7 @@
 // korihost: plays the platform's wireless-profile pages on a profile file.
 #include "host/Arguments.h"
 #include "host/Commands.h"
+#include "host/FileArguments.h"
 #include "host/HostError.h"
 #include "host/Module.h"
 #include "host/Shown.h"
@@ -80,5 +81,10 @@ int main(int argc, char** argv)
     {
         return app.exit(error) == 0 ? 0 : exitUsage;
     }
-    return Run(chosen);
+    return Run(
+        [&]
+        {
+            RequireSeparateFiles(*app.get_subcommands().front());
+            chosen();
+        });
 }

@@ -176,7 +176,7 @@ fs::path CProfileStore::FreeFile(CWideView name) const
         if (uTry > 1)
             file += "~" + std::to_string(uTry);
         file += profileExtension;
-        if (!fs::exists(file))
+        if (!fs::exists(fs::symlink_status(file)))
             return file;
     }
 }

@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 
 CUniqueDescriptor KeepStandardOutput()
 {
@@ -11,8 +10,8 @@ CUniqueDescriptor KeepStandardOutput()
 
 CUniqueDescriptor OpenTraceFile(const std::string& strFile)
 {
-    return CUniqueDescriptor(
-        open(strFile.empty() ? "/dev/null" : strFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0666));
+    return CUniqueDescriptor(open(strFile.empty() ? "/dev/null" : strFile.c_str(),
+                                  O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666));
 }
 
 CUniqueDescriptor OpenTemporaryTrace()
@@ -22,4 +21,9 @@ CUniqueDescriptor OpenTemporaryTrace()
     if (descriptor)
         unlink(strName.c_str());
     return descriptor;
+}
+
+CUniqueDescriptor OpenForReading(const std::filesystem::path& file)
+{
+    return CUniqueDescriptor(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
 }

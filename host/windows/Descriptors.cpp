@@ -33,3 +33,8 @@ CUniqueDescriptor OpenTemporaryTrace()
     const auto file = std::filesystem::temp_directory_path() / ("korihost." + std::to_string(GetCurrentProcessId()) + ".trace");
     return CUniqueDescriptor(_wopen(file.c_str(), _O_RDWR | _O_TEMPORARY | openFlags, _S_IREAD | _S_IWRITE));
 }
+
+CUniqueDescriptor OpenForReading(const std::filesystem::path& file)
+{
+    return CUniqueDescriptor(_wopen(file.c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT));
+}

@@ -1,12 +1,15 @@
 #include "platform/advapi32/Hive.h"
 
+#include "platform/advapi32/AccessRights.h"
 #include "platform/kernel32/Descriptor.h"
 #include "platform/kernel32/Paths.h"
 #include "platform/kernel32/Unicode.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <fstream>
+#include <chrono>
+#include <cstdio>
+#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -33,9 +36,26 @@ Cache& TheCache()
     return *pCache;
 }
 
+// Longer than any number of writers takes that take turns.
+constexpr auto longestWait = std::chrono::seconds(15);
+
+// A link is followed, so that what it leads to is replaced and not the link.
 fs::path HivePath()
 {
-    return RootFolder() / "registry.json";
+    const fs::path path = RootFolder() / "registry.json";
+    std::error_code ignored;
+    const fs::path real = fs::canonical(path, ignored);
+    return real.empty() ? path : real;
+}
+
+// Nothing but a file: opening a pipe would wait for its other end. -1 when there is nothing of the name.
+CDescriptor OpenState(const fs::path& path, int nFlags)
+{
+    CDescriptor file(open(path.c_str(), nFlags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666));
+    Require(file.Get() >= 0 || errno == ENOENT, ERROR_REGISTRY_IO_FAILED);
+    struct stat status = {};
+    Require(file.Get() < 0 || (fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode)), ERROR_REGISTRY_IO_FAILED);
+    return file;
 }
 
 bool IsValue(const Json& json)
@@ -84,25 +104,34 @@ bool IsSameFile(const struct stat& left, const struct stat& right)
            left.st_mtim.tv_sec == right.st_mtim.tv_sec && left.st_mtim.tv_nsec == right.st_mtim.tv_nsec;
 }
 
+bool WriteAll(int fd, std::string_view text)
+{
+    while (!text.empty())
+    {
+        const ssize_t cbWritten = write(fd, text.data(), text.size());
+        if (cbWritten < 0 && errno != EINTR)
+            return false;
+        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(cbWritten, 0)));
+    }
+    return true;
+}
+
 // Readers without a lock see the old file or the new one, never half of it.
 void ReplaceHive(const std::string& text)
 {
     const fs::path path = HivePath();
     const fs::path fresh = path.native() + ".new";
-    std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
-    struct stat old = {};
-    std::error_code failure;
-    if (stat(path.c_str(), &old) == 0)
-    {
-        // Whoever could not read the old one cannot read the new one either. The owner stays as far as this user may.
-        [[maybe_unused]] const int nIgnored = chown(fresh.c_str(), old.st_uid, old.st_gid);
-        Require(chmod(fresh.c_str(), old.st_mode) == 0, ERROR_REGISTRY_IO_FAILED);
-    }
-    file << text;
-    file.close();
-    if (file)
-        fs::rename(fresh, path, failure);
-    Require(file && !failure, ERROR_REGISTRY_IO_FAILED);
+    const CDescriptor old = OpenState(path, O_RDONLY);
+    // What a killed writer left, or a link that somebody put there, is not written into.
+    unlink(fresh.c_str());
+    const CDescriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, old.Get() < 0 ? 0666 : 0600));
+    Require(file.Get() >= 0, ERROR_REGISTRY_IO_FAILED);
+    // Whoever could not read the old one cannot read the new one either.
+    if ((old.Get() < 0 || CopyRights(old.Get(), file.Get())) && WriteAll(file.Get(), text) &&
+        rename(fresh.c_str(), path.c_str()) == 0)
+        return;
+    unlink(fresh.c_str());
+    throw Failure{ERROR_REGISTRY_IO_FAILED};
 }
 } // namespace
 
@@ -110,14 +139,21 @@ void ReplaceHive(const std::string& text)
 class CHive::CWriterLock
 {
 public:
-    CWriterLock() : m_file(open((RootFolder() / "registry.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666))
+    // Whoever may open the file can hold it: who waits in vain has to hear of it. Throws ERROR_LOCK_VIOLATION then.
+    CWriterLock() : m_file(OpenState(RootFolder() / "registry.lock", O_RDWR | O_CREAT | O_NOFOLLOW))
     {
-        int nResult = 0;
-        do
+        const auto latest = std::chrono::steady_clock::now() + longestWait;
+        while (flock(m_file.Get(), LOCK_EX | LOCK_NB) != 0)
         {
-            nResult = flock(m_file.Get(), LOCK_EX);
-        } while (nResult != 0 && errno == EINTR);
-        Require(nResult == 0, ERROR_REGISTRY_IO_FAILED);
+            Require(errno == EWOULDBLOCK || errno == EINTR, ERROR_REGISTRY_IO_FAILED);
+            if (std::chrono::steady_clock::now() > latest)
+            {
+                std::fprintf(stderr, "the registry cannot be written: another process holds %s\n",
+                             (RootFolder() / "registry.lock").c_str());
+                throw Failure{ERROR_LOCK_VIOLATION};
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
     }
 
 private:
@@ -134,7 +170,7 @@ CHive::CHive(Mode mode)
     if (!cache.root.is_null() && bExists == (cache.file.Get() >= 0) && IsSameFile(status, cache.status))
         return;
     cache.root = nullptr;
-    cache.file = CDescriptor(bExists ? open(HivePath().c_str(), O_RDONLY | O_CLOEXEC) : -1);
+    cache.file = bExists ? OpenState(HivePath(), O_RDONLY) : CDescriptor();
     if (bExists)
         Require(fstat(cache.file.Get(), &status) == 0, ERROR_REGISTRY_IO_FAILED);
     Json root = bExists ? ParseHive(cache.file.Get(), status.st_size) : Json{{"keys", Json::object()}};
@@ -181,7 +217,7 @@ void CHive::Save()
 {
     Cache& cache = TheCache();
     ReplaceHive(cache.root["keys"].dump(2) + '\n');
-    cache.file = CDescriptor(open(HivePath().c_str(), O_RDONLY | O_CLOEXEC));
+    cache.file = OpenState(HivePath(), O_RDONLY);
     Require(fstat(cache.file.Get(), &cache.status) == 0, ERROR_REGISTRY_IO_FAILED);
     m_bDirty = false;
 }

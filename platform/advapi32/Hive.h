@@ -38,7 +38,8 @@ public:
     };
 
     // Waits for its turn and reads the file when it changed; a missing file reads as the registry of a new machine. Throws
-    // Failure: ERROR_BADDB for a file that is not a registry, ERROR_REGISTRY_IO_FAILED when the files cannot be used.
+    // Failure: ERROR_BADDB for a file that is not a registry, ERROR_REGISTRY_IO_FAILED when the files cannot be used,
+    // ERROR_LOCK_VIOLATION, after a line on standard error, when another process keeps the turn to itself.
     explicit CHive(Mode mode);
     ~CHive();
     CHive(const CHive&) = delete;

@@ -38,7 +38,8 @@ int OpenFlags(const OpenRequest& request)
     static constexpr int creations[] = {O_CREAT | O_EXCL, O_CREAT | O_TRUNC, 0, O_CREAT}; // from CREATE_NEW on
     const bool bWrite = (request.dwAccess & GENERIC_WRITE) != 0;
     const int nAccess = !bWrite ? O_RDONLY : (request.dwAccess & GENERIC_READ) != 0 ? O_RDWR : O_WRONLY;
-    return creations[request.dwDisposition - CREATE_NEW] | nAccess | O_CLOEXEC | O_NOCTTY;
+    // Opening a pipe would wait for its other end.
+    return creations[request.dwDisposition - CREATE_NEW] | nAccess | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
 }
 } // namespace
 
@@ -52,7 +53,7 @@ CDescriptor OpenRealFile(const std::filesystem::path& realPath, const OpenReques
     Require(descriptor.Get() >= 0 || errno != EEXIST, ERROR_FILE_EXISTS);
     RequireDone(descriptor.Get(), realPath);
     RequireDone(fstat(descriptor.Get(), &status));
-    Require(!S_ISDIR(status.st_mode), ERROR_ACCESS_DENIED);
+    Require(!S_ISDIR(status.st_mode) && !S_ISFIFO(status.st_mode), ERROR_ACCESS_DENIED);
     return descriptor;
 }
 

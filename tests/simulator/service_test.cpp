@@ -382,8 +382,8 @@ TEST_F(ServiceTest, ReadsFilesThatAPersonPutThere)
 TEST_F(ServiceTest, TakesAwayWhatAKilledWriterLeft)
 {
     ASSERT_EQ(success, Set(Profile(OLESTR("Office"))));
-    WriteBytes(Place("Wi-Fi-Office.xml.unfinished-12"), "<WLANProfile><name>Half</na");
-    WriteBytes(Place("Wi-Fi-Office.flags.unfinished-12"), "4");
+    WriteBytes(Place("Wi-Fi-Office.xml.unfinished-12-1"), "<WLANProfile><name>Half</na");
+    WriteBytes(Place("Wi-Fi-Office.flags.unfinished-12-1"), "4");
     ExpectStored(OLESTR("Office"), Profile(OLESTR("Office")));
     ASSERT_EQ(success, Set(Profile(OLESTR("Other"))));
     EXPECT_EQ((std::set<std::string>{"Wi-Fi-Office.xml", "Wi-Fi-Other.xml"}), Files());
