@@ -3,22 +3,8 @@
 #include "profile/ConnectionElements.h"
 #include "profile/IhvProfile.h"
 
-namespace
-{
-struct Range
-{
-    LONG lMin;
-    LONG lMax;
-
-    bool Contains(LONG lValue) const
-    {
-        return lValue >= lMin && lValue <= lMax;
-    }
-};
-constexpr Range offChannelTimeMs = {10, 50};
-constexpr Range onChannelTimeMs = {0, 500};
-constexpr Range keepAlivePeriods = {0, 255};
-} // namespace
+#include <algorithm>
+#include <iterator>
 
 void CCXConnectionSettings::Clear()
 {
@@ -48,12 +34,8 @@ void CCXConnectionSettings::SetDefaults()
 
 bool CCXConnectionSettings::IsValid() const
 {
-    if (radioMeasurement == 1 &&
-        (!offChannelTimeMs.Contains(maxOffChannelTimeMs) || !onChannelTimeMs.Contains(minOnChannelTimeMs)))
-        return false;
-    if (keepAliveEnabled == 1 && !keepAlivePeriods.Contains(keepAlivePeriod))
-        return false;
-    return diagnosticSsidLength != Invalid;
+    const auto holds = [this](const ConnectionRange& range) { return range.Holds(*this); };
+    return diagnosticSsidLength != Invalid && std::all_of(std::begin(connectionRanges), std::end(connectionRanges), holds);
 }
 
 void CCXConnectionSettings::Parse(const WCHAR* szIHVProfile)
