@@ -1,7 +1,5 @@
 #include "profile/WlanProfileBands.h"
 
-#include "profile/XmlDocument.h"
-
 #include <memory>
 #include <utility>
 
@@ -59,8 +57,11 @@ void EraseEmptyNamespace(CWideString& text)
 bool ReadProfileBands(const WCHAR* szProfile, WlanProfileBands* pBands)
 {
     CXmlDocument document;
-    if (!document.Load(szProfile))
-        return false;
+    return document.Load(szProfile) && ReadProfileBands(document, pBands);
+}
+
+bool ReadProfileBands(const CXmlDocument& document, WlanProfileBands* pBands)
+{
     const CXmlNode root = document.Root();
     if (!root)
         return false;
