@@ -6,28 +6,31 @@ namespace
 {
 constexpr std::size_t cbLongestSequence = 4;
 
+// Both calls ask at once for the most that the result can be, because asking for its size first converts everything twice.
 std::optional<CWideString> ToWide(std::string_view bytes, DWORD dwFlags)
 {
     if (bytes.empty())
         return CWideString();
     const int cb = static_cast<int>(bytes.size());
-    const int cch = MultiByteToWideChar(CP_UTF8, dwFlags, bytes.data(), cb, nullptr, 0);
-    CWideString strText(static_cast<std::size_t>(cch), WCHAR{});
-    if (MultiByteToWideChar(CP_UTF8, dwFlags, bytes.data(), cb, strText.data(), cch) == 0)
+    CWideString strText(bytes.size(), WCHAR{});
+    const int cch = MultiByteToWideChar(CP_UTF8, dwFlags, bytes.data(), cb, strText.data(), cb);
+    if (cch == 0)
         return std::nullopt;
+    strText.resize(static_cast<std::size_t>(cch));
     return strText;
 }
 
 std::optional<std::string> ToUtf8(CWideView text, DWORD dwFlags)
 {
+    constexpr std::size_t cbLongestUnit = 3;
     if (text.empty())
         return std::string();
-    const int cch = static_cast<int>(text.size());
-    const int cb = WideCharToMultiByte(CP_UTF8, dwFlags, text.data(), cch, nullptr, 0, nullptr, nullptr);
-    std::string strBytes;
-    strBytes.resize(static_cast<std::size_t>(cb));
-    if (WideCharToMultiByte(CP_UTF8, dwFlags, text.data(), cch, strBytes.data(), cb, nullptr, nullptr) == 0)
+    std::string strBytes(text.size() * cbLongestUnit, '\0');
+    const int cb = WideCharToMultiByte(CP_UTF8, dwFlags, text.data(), static_cast<int>(text.size()), strBytes.data(),
+                                       static_cast<int>(strBytes.size()), nullptr, nullptr);
+    if (cb == 0)
         return std::nullopt;
+    strBytes.resize(static_cast<std::size_t>(cb));
     return strBytes;
 }
 

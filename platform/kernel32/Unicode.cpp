@@ -4,6 +4,7 @@
 #include <utf8.h>
 
 #include <algorithm>
+#include <type_traits>
 
 namespace platform
 {
@@ -27,6 +28,15 @@ bool AreTextArguments(UINT uCodePage, const Unit* pText, int nUnits, const Other
     return uCodePage == CP_UTF8 && pText && nUnits > 0 && nRoom >= 0 && (pBuffer || nRoom == 0);
 }
 
+// Whether the unit is a character by itself, and the same in both forms.
+constexpr auto isAscii = [](auto unit) { return static_cast<std::make_unsigned_t<decltype(unit)>>(unit) < 0x80; };
+
+bool IsValid(std::string_view text)
+{
+    const auto other = std::find_if_not(text.begin(), text.end(), isAscii);
+    return utf8::is_valid(other, text.end());
+}
+
 // Copies a converted text out, or tells its size when the caller gave no room.
 template <class Unit>
 int ReturnConverted(const std::basic_string<Unit>& text, Unit* pBuffer, int nUnits)
@@ -35,6 +45,24 @@ int ReturnConverted(const std::basic_string<Unit>& text, Unit* pBuffer, int nUni
     if (nUnits != 0)
         std::copy(text.begin(), text.end(), pBuffer);
     return static_cast<int>(text.size());
+}
+
+// Most of every text is ASCII, so only the runs of other characters are converted. Neither form has a character of which a
+// part could be taken for ASCII.
+template <class Target, class Unit, class Convert>
+std::basic_string<Target> ConvertRuns(std::basic_string_view<Unit> text, Convert convert)
+{
+    std::basic_string<Target> result;
+    result.reserve(text.size());
+    for (auto run = text.begin(); run != text.end();)
+    {
+        const auto other = std::find_if_not(run, text.end(), isAscii);
+        result.append(run, other);
+        run = std::find_if(other, text.end(), isAscii);
+        if (other != run)
+            result += convert(std::basic_string_view<Unit>(other, run));
+    }
+    return result;
 }
 } // namespace
 
@@ -53,12 +81,12 @@ std::u16string WellFormed(std::u16string_view text)
 
 std::string ToUtf8(std::u16string_view text)
 {
-    return utf8::utf16to8(WellFormed(text));
+    return ConvertRuns<char>(text, [](std::u16string_view run) { return utf8::utf16to8(WellFormed(run)); });
 }
 
 std::u16string FromUtf8(std::string_view text)
 {
-    return utf8::utf8to16(utf8::replace_invalid(text));
+    return ConvertRuns<char16_t>(text, [](std::string_view run) { return utf8::utf8to16(utf8::replace_invalid(run)); });
 }
 } // namespace platform
 
@@ -72,7 +100,7 @@ int WINAPI MultiByteToWideChar(UINT uCodePage, DWORD dwFlags, LPCSTR pText, int 
                           Require(AreTextArguments(uCodePage, pText, cbText, szWide, cchWide), ERROR_INVALID_PARAMETER);
                           Require((dwFlags & ~MB_ERR_INVALID_CHARS) == 0, ERROR_INVALID_FLAGS);
                           const std::string_view text(pText, static_cast<std::size_t>(cbText));
-                          Require(dwFlags == 0 || utf8::is_valid(text), ERROR_NO_UNICODE_TRANSLATION);
+                          Require(dwFlags == 0 || IsValid(text), ERROR_NO_UNICODE_TRANSLATION);
                           return ReturnConverted(FromUtf8(text), szWide, cchWide);
                       });
 }
