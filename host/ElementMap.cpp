@@ -4,23 +4,35 @@
 
 CElementMap::CElementMap(CWideView text) : m_text(text)
 {
+    struct Open
+    {
+        XmlElement* pElement;
+        XmlElement* pLastChild = nullptr;
+    };
     CXmlScanner scanner(m_text);
-    std::vector<XmlElement*> open;
+    std::vector<Open> open;
     for (XmlToken token; scanner.Next(token);)
     {
         if (token.kind == XmlTokenKind::EndTag)
         {
             if (open.empty())
                 throw CHostError("an end tag has no start tag");
-            open.back()->nContentEnd = token.nBegin;
-            open.back()->nEnd = token.nEnd;
+            open.back().pElement->nContentEnd = token.nBegin;
+            open.back().pElement->nEnd = token.nEnd;
             open.pop_back();
         }
         else if (token.kind != XmlTokenKind::Text)
         {
-            m_elements.push_back({open.empty() ? nullptr : open.back(), token, token.nEnd, token.nEnd});
+            m_elements.push_back({open.empty() ? nullptr : open.back().pElement, token, token.nEnd, token.nEnd});
+            XmlElement* const pElement = &m_elements.back();
+            if (!open.empty())
+            {
+                Open& parent = open.back();
+                (parent.pLastChild ? parent.pLastChild->pNext : parent.pElement->pFirstChild) = pElement;
+                parent.pLastChild = pElement;
+            }
             if (token.kind == XmlTokenKind::StartTag)
-                open.push_back(&m_elements.back());
+                open.push_back({pElement});
         }
     }
     if (m_elements.empty() || !open.empty())
@@ -30,18 +42,17 @@ CElementMap::CElementMap(CWideView text) : m_text(text)
 std::vector<const XmlElement*> CElementMap::Children(const XmlElement& parent) const
 {
     std::vector<const XmlElement*> children;
-    for (const XmlElement& element : m_elements)
-        if (element.pParent == &parent)
-            children.push_back(&element);
+    for (const XmlElement* pChild = parent.pFirstChild; pChild; pChild = pChild->pNext)
+        children.push_back(pChild);
     return children;
 }
 
 const XmlElement* CElementMap::Child(const XmlElement* pParent, CWideView localName) const
 {
-    for (const XmlElement& element : m_elements)
-        if (pParent && element.pParent == pParent && LocalNameOf(element.Name()) == localName)
-            return &element;
-    return nullptr;
+    const XmlElement* pChild = pParent ? pParent->pFirstChild : nullptr;
+    while (pChild && LocalNameOf(pChild->Name()) != localName)
+        pChild = pChild->pNext;
+    return pChild;
 }
 
 CWideView CElementMap::NamespaceOf(const XmlElement& element) const

@@ -11,6 +11,8 @@ struct XmlElement
     XmlToken openingTag;     // with the element's name
     std::size_t nContentEnd; // where the end tag begins; for an empty tag its end
     std::size_t nEnd;
+    const XmlElement* pFirstChild = nullptr;
+    const XmlElement* pNext = nullptr; // the parent's next child
 
     CWideView Name() const
     {

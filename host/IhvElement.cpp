@@ -1,6 +1,5 @@
 #include "host/IhvElement.h"
 
-#include "host/ElementMap.h"
 #include "host/HostError.h"
 #include "host/ProfileLayout.h"
 #include "profile/IhvProfile.h"
@@ -114,15 +113,24 @@ std::vector<NewElement> MissingIhvChildren(VendorPlace place, CWideView prefix, 
 }
 } // namespace
 
+const XmlElement* VendorElement(const CElementMap& map, VendorPlace place)
+{
+    const VendorPath path = PathTo(map, place);
+    return path.pForeign ? nullptr : path.pText;
+}
+
+CWideString VendorText(const CElementMap& map, const XmlElement& element)
+{
+    CWideString strText(map.Text().substr(element.Begin(), element.nEnd - element.Begin()));
+    strText.insert(1 + element.Name().size(), MissingDeclarations(map.Text(), element));
+    return strText;
+}
+
 std::optional<CWideString> VendorText(CWideView profile, VendorPlace place)
 {
     const CElementMap map(profile);
-    const VendorPath path = PathTo(map, place);
-    if (!path.pText || path.pForeign)
-        return std::nullopt;
-    CWideString strText(profile.substr(path.pText->Begin(), path.pText->nEnd - path.pText->Begin()));
-    strText.insert(1 + path.pText->Name().size(), MissingDeclarations(profile, *path.pText));
-    return strText;
+    const XmlElement* pElement = VendorElement(map, place);
+    return pElement ? std::optional(VendorText(map, *pElement)) : std::nullopt;
 }
 
 CWideString WithVendorText(CWideView profile, VendorPlace place, CWideView vendorText)
