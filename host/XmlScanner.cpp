@@ -32,8 +32,9 @@ std::size_t EndOfTag(CWideView text, std::size_t nPosition)
 {
     for (;; ++nPosition)
     {
-        nPosition = text.find_first_of(OLESTR(">\"'"), nPosition);
-        if (nPosition == CWideView::npos || text[nPosition] == OLESTR('>'))
+        while (nPosition < text.size() && text[nPosition] != OLESTR('>') && !IsQuote(text[nPosition]))
+            ++nPosition;
+        if (nPosition >= text.size() || text[nPosition] == OLESTR('>'))
             return Behind(text, OLESTR(">"), nPosition);
         nPosition = Behind(text, text.substr(nPosition, 1), nPosition + 1) - 1;
     }
