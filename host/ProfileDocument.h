@@ -7,3 +7,6 @@
 // element and 200,000 tags and attributes in all, its root has to be a WLANProfile, and the profile's name a text without
 // elements. Returns that name (empty when it has none). Throws CHostError. COM must be initialised on the thread.
 CWideString CheckProfileDocument(const CWideString& strText);
+
+// Throws CHostError for a text with more attributes and tags than that: components take a long time over them.
+void RequireModerateMarkup(CWideView text);
