@@ -8,6 +8,7 @@
 
 using CommandWork = std::function<void()>;
 
+void AddCheckCommand(CLI::App& app, CommandWork& chosen);
 void AddShowCommand(CLI::App& app, CommandWork& chosen);
 void AddSelectCommand(CLI::App& app, CommandWork& chosen);
 void AddConfigureCommand(CLI::App& app, CommandWork& chosen);

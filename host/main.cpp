@@ -1,5 +1,6 @@
 // korihost: plays the platform's wireless-profile pages on a profile file.
 #include "host/Arguments.h"
+#include "host/CommandEnd.h"
 #include "host/Commands.h"
 #include "host/FileArguments.h"
 #include "host/HostError.h"
@@ -11,10 +12,8 @@
 
 namespace
 {
-constexpr int exitRefused = 1;
-constexpr int exitUsage = 2;
-
 constexpr const char* examples = "Examples:\n"
+                                 "  korihost check office.xml profiles/\n"
                                  "  korihost show office.xml\n"
                                  "  korihost select office.xml --cipher AES\n"
                                  "  korihost select office.xml --cipher TKIP -o changed.xml --trace trace.txt\n"
@@ -45,6 +44,10 @@ int Run(const CommandWork& work)
         work();
         return 0;
     }
+    catch (const CommandEnd& end)
+    {
+        return end.nExitCode;
+    }
     catch (const std::bad_alloc&)
     {
         return Refuse("out of memory");
@@ -65,6 +68,7 @@ int main(int argc, char** argv)
     app.require_subcommand(1);
     app.failure_message(UsageMessage);
     app.footer(examples);
+    AddCheckCommand(app, chosen);
     AddShowCommand(app, chosen);
     AddSelectCommand(app, chosen);
     AddConfigureCommand(app, chosen);
