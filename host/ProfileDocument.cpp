@@ -19,7 +19,29 @@ constexpr CLSID documentClass = {0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 
 // Document components compare each attribute of an element with its others, and look up each name among all.
 constexpr std::size_t maxAttributes = 4'000;
 constexpr std::size_t maxMarks = 200'000; // tags and attributes, comments and instructions
+} // namespace
 
+void RequireModerateMarkup(CWideView text)
+{
+    // Each takes some characters, so that a text of the usual size needs no counting.
+    constexpr std::size_t cchAttribute = 5;
+    if (text.size() < maxAttributes * cchAttribute)
+        return;
+    std::size_t nMarks = 0;
+    CXmlScanner scanner(text);
+    for (XmlToken token; Naming("not well-formed XML", [&] { return scanner.Next(token); });)
+    {
+        const std::size_t nAttributes = token.kind != XmlTokenKind::Text ? AttributesOf(text, token).size() : 0;
+        if (nAttributes > maxAttributes)
+            throw CHostError("an element has more than " + std::to_string(maxAttributes) + " attributes");
+        nMarks += nAttributes + (text[token.nBegin] == OLESTR('<') ? 1 : 0);
+        if (nMarks > maxMarks)
+            throw CHostError("has more than " + std::to_string(maxMarks) + " tags and attributes");
+    }
+}
+
+namespace
+{
 // What the declaration says of the encoding was true of the bytes; of the decoded text it is not.
 CWideString WithoutEncodingName(CWideString strText)
 {
@@ -121,25 +143,6 @@ CWideString ProfileName(IXMLDOMElement& root)
     return CWideString(bstrText.View());
 }
 } // namespace
-
-void RequireModerateMarkup(CWideView text)
-{
-    // Each attribute takes some characters, so that a text of the usual size needs no counting.
-    constexpr std::size_t cchAttribute = 5;
-    if (text.size() < maxAttributes * cchAttribute)
-        return;
-    std::size_t nMarks = 0;
-    CXmlScanner scanner(text);
-    for (XmlToken token; Naming("not well-formed XML", [&] { return scanner.Next(token); });)
-    {
-        const std::size_t nAttributes = token.kind != XmlTokenKind::Text ? AttributesOf(text, token).size() : 0;
-        if (nAttributes > maxAttributes)
-            throw CHostError("an element has more than " + std::to_string(maxAttributes) + " attributes");
-        nMarks += nAttributes + (text[token.nBegin] == OLESTR('<') ? 1 : 0);
-        if (nMarks > maxMarks)
-            throw CHostError("has more than " + std::to_string(maxMarks) + " tags and attributes");
-    }
-}
 
 CWideString CheckProfileDocument(const CWideString& strText)
 {

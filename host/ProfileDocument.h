@@ -8,5 +8,5 @@
 // elements. Returns that name (empty when it has none). Throws CHostError. COM must be initialised on the thread.
 CWideString CheckProfileDocument(const CWideString& strText);
 
-// Throws CHostError for more attributes, or tags and attributes, than that: components take a long time over them.
+// Throws CHostError for a text with more attributes and tags than that: components take a long time over them.
 void RequireModerateMarkup(CWideView text);

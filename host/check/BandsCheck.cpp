@@ -47,7 +47,8 @@ void CheckTypes(const CElementMap& map, const CXmlDocument& document, const XmlE
     WlanProfileBands read = bandsNotRead;
     ReadProfileBands(document, &read);
     if (!bClear || read == bandsNotRead || meant != static_cast<DWORD>(read))
-        findings.AddContent(CheckRule::BandReading, bandsPart, *connectivity.pFirstChild, {strWritten, {}, ReadAs(read)});
+        findings.AddContent(CheckRule::BandReading, bandsPart, *connectivity.pFirstChild,
+                            {ValueWithoutKeys(map, connectivity, strWritten), {}, ReadAs(read)});
 }
 
 // Storing the bands puts a section before the security and erases the first empty declaration, which is to be the new

@@ -118,7 +118,7 @@ void Check(const CheckArguments& arguments)
         paths.push_back(PathOf(strPath));
     const ReportOptions options{IsTerminal(STDOUT_FILENO) && !std::getenv("NO_COLOR"), arguments.strFailOn == failOnWarning};
     const CheckReport& report = ReportNamed(arguments.strFormat);
-    CProfileFiles files(std::move(paths));
+    CProfileFiles files(paths);
     if (files.IsAtEnd())
     {
         std::cerr << "korihost: there is no profile file in " << Shown(arguments.paths.front()) << "\n";

@@ -31,8 +31,16 @@ TextRange TagOf(const XmlElement& element)
 }
 } // namespace
 
+CWideString ValueWithoutKeys(const CElementMap& map, const XmlElement& element, const CWideString& strValue)
+{
+    const CWideString strContent = WithoutKeys(map.Content(element));
+    return WithoutKeys(strContent == map.Content(element) ? strValue : strContent);
+}
+
 void CFindings::AddContent(CheckRule rule, ProfilePart part, const XmlElement& element, Said said)
 {
+    if (said.strValue)
+        said.strValue = ValueWithoutKeys(m_map, element, *said.strValue);
     const CWideView content = m_map.Content(element);
     const std::size_t nFirst = content.find_first_not_of(xmlWhiteSpace);
     const TextRange place =
@@ -55,7 +63,7 @@ void CFindings::AddMissing(CheckRule rule, ProfilePart part, std::string_view na
 void CFindings::Add(CheckRule rule, ProfilePart part, std::string_view element, TextRange place, Said said)
 {
     if (said.strValue)
-        said.strValue = Shortened(WithoutKeys(*said.strValue));
+        said.strValue = Shortened(std::move(*said.strValue));
     m_findings.push_back({&RowOf(rule), part, std::string(element), place, std::move(said.strValue), std::move(said.strAllowed),
                           std::move(said.strEffect)});
 }

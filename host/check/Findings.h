@@ -33,6 +33,9 @@ struct Finding
     std::string strEffect;
 };
 
+// The value, which has been read from the element, as it may be shown: where a key stands in the element, its text without keys.
+CWideString ValueWithoutKeys(const CElementMap& map, const XmlElement& element, const CWideString& strValue);
+
 class CFindings
 {
 public:

@@ -27,19 +27,20 @@ public:
         // Below what holds no elements, text is all that is looked at.
         if (known.empty())
             return;
-        std::vector<CWideView> seen;
+        std::vector<CWideView> seen; // of the known names
         for (const XmlElement* pChild = parent.pFirstChild; pChild; pChild = pChild->pNext)
         {
-            const bool bKnown = Holds(known, pChild->Name());
-            if (bKnown && Holds(seen, pChild->Name()) && !m_elements.IsUsed(*pChild))
-                Add(CheckRule::SecondElement, *pChild, "the first one counts");
-            if (bKnown)
+            if (!Holds(known, pChild->Name()))
             {
-                seen.push_back(pChild->Name());
-                Visit(*pChild, strPath + (strPath.empty() ? OLESTR("") : OLESTR("/")) + CWideString(pChild->Name()));
+                if (!m_elements.IsUsed(*pChild))
+                    SayUnknown(*pChild, strPath, known);
+                continue;
             }
+            if (!Holds(seen, pChild->Name()))
+                seen.push_back(pChild->Name());
             else if (!m_elements.IsUsed(*pChild))
-                SayUnknown(*pChild, strPath, known);
+                Add(CheckRule::SecondElement, *pChild, "the first one counts");
+            Visit(*pChild, strPath + (strPath.empty() ? OLESTR("") : OLESTR("/")) + CWideString(pChild->Name()));
         }
     }
 

@@ -1,7 +1,6 @@
 #include "host/check/ProfileFiles.h"
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 namespace
@@ -15,20 +14,15 @@ bool IsProfileName(const fs::path& name)
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     return strExtension == ".xml";
 }
-
-bool IsWanted(const fs::directory_entry& entry)
-{
-    std::error_code ignored;
-    if (entry.is_directory(ignored))
-        return !entry.is_symlink(ignored);
-    return IsProfileName(entry.path());
-}
 } // namespace
 
-CProfileFiles::CProfileFiles(std::vector<fs::path> paths)
+CProfileFiles::CProfileFiles(const std::vector<fs::path>& paths)
 {
-    std::reverse(paths.begin(), paths.end());
-    m_folders.push_back({{}, std::move(paths)});
+    Folder named;
+    std::error_code ignored;
+    for (auto path = paths.rbegin(); path != paths.rend(); ++path)
+        named.entries.push_back({*path, fs::is_directory(*path, ignored)});
+    m_folders.push_back(std::move(named));
 }
 
 bool CProfileFiles::IsAtEnd()
@@ -48,15 +42,15 @@ std::optional<fs::path> CProfileFiles::Find()
     while (!m_folders.empty())
     {
         Folder& folder = m_folders.back();
-        if (folder.names.empty())
+        if (folder.entries.empty())
         {
             m_folders.pop_back();
             continue;
         }
-        const fs::path path = folder.path / folder.names.back();
-        folder.names.pop_back();
-        std::error_code ignored;
-        if (!fs::is_directory(path, ignored) || !Enter(path))
+        const Entry entry = std::move(folder.entries.back());
+        folder.entries.pop_back();
+        const fs::path path = folder.path / entry.name;
+        if (!entry.bFolder || !Enter(path))
             return path;
     }
     return std::nullopt;
@@ -67,11 +61,16 @@ bool CProfileFiles::Enter(const fs::path& folder)
     std::error_code error;
     Folder inner{folder, {}};
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
-        if (IsWanted(*entry))
-            inner.names.push_back(entry->path().filename());
+    {
+        std::error_code ignored;
+        const bool bFolder = entry->is_directory(ignored);
+        if (bFolder ? !entry->is_symlink(ignored) : IsProfileName(entry->path()))
+            inner.entries.push_back({entry->path().filename(), bFolder});
+    }
     if (error)
         return false;
-    std::sort(inner.names.begin(), inner.names.end(), std::greater());
+    std::sort(inner.entries.begin(), inner.entries.end(),
+              [](const Entry& left, const Entry& right) { return left.name > right.name; });
     m_folders.push_back(std::move(inner));
     return true;
 }

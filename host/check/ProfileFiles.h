@@ -12,7 +12,7 @@ class CProfileFiles
 public:
     // A path is a file, whatever its name, or a folder. In folders at any depth the *.xml are taken; folders that are links
     // are not followed.
-    explicit CProfileFiles(std::vector<std::filesystem::path> paths);
+    explicit CProfileFiles(const std::vector<std::filesystem::path>& paths);
 
     bool IsAtEnd();
 
@@ -20,10 +20,15 @@ public:
     std::optional<std::filesystem::path> Next();
 
 private:
+    struct Entry
+    {
+        std::filesystem::path name;
+        bool bFolder;
+    };
     struct Folder
     {
         std::filesystem::path path;
-        std::vector<std::filesystem::path> names; // the next one last
+        std::vector<Entry> entries; // the next one last
     };
 
     std::optional<std::filesystem::path> Find();

@@ -14,15 +14,25 @@ struct TextPosition
 class CTextLines
 {
 public:
-    // The text is borrowed. A line ends with a line feed, a carriage return, or both.
+    // A line ends with a line feed, a carriage return, or both.
     explicit CTextLines(CWideView text);
 
     TextPosition PositionOf(std::size_t nOffset) const;
     // Where the line begins, and where it ends without its line end.
-    std::size_t Begin(std::size_t nLine) const;
-    std::size_t End(std::size_t nLine) const;
+    std::size_t Begin(std::size_t nLine) const
+    {
+        return m_lines[nLine - 1].nBegin;
+    }
+    std::size_t End(std::size_t nLine) const
+    {
+        return m_lines[nLine - 1].nEnd;
+    }
 
 private:
-    CWideView m_text;
-    std::vector<std::size_t> m_begins;
+    struct Line
+    {
+        std::size_t nBegin;
+        std::size_t nEnd;
+    };
+    std::vector<Line> m_lines;
 };

@@ -4,6 +4,7 @@
 #include "host/check/ElementText.h"
 
 #include <algorithm>
+#include <set>
 
 namespace
 {
@@ -140,7 +141,7 @@ private:
         const std::size_t nInner = token.nBegin + 1 + token.name.size();
         const std::size_t nInnerEnd = token.nEnd - (token.kind == XmlTokenKind::EmptyTag ? 2 : 1);
         std::size_t nEnd = nInner;
-        std::vector<CWideView> names;
+        std::set<CWideView> names;
         for (const XmlAttribute& attribute : AttributesOf(m_text, token))
         {
             const std::size_t nBegin = nInner + attribute.nBegin;
@@ -151,9 +152,8 @@ private:
             if (attribute.value.find(OLESTR('<')) != CWideView::npos)
                 Fail(nName, nEnd, "a < in an attribute's value");
             LookAtReferences(static_cast<std::size_t>(attribute.value.data() - m_text.data()), attribute.value);
-            if (std::find(names.begin(), names.end(), attribute.name) != names.end())
+            if (!names.insert(attribute.name).second)
                 Fail(nName, nEnd, "the attribute " + Utf8Of(attribute.name) + " stands twice");
-            names.push_back(attribute.name);
         }
         const std::size_t nRest = m_text.find_first_not_of(xmlWhiteSpace, nEnd);
         if (nRest < nInnerEnd)
@@ -163,7 +163,7 @@ private:
         for (const CWideView name : names)
             if (PrefixOf(name) == OLESTR("xmlns"))
                 m_declared.back().push_back(LocalNameOf(name));
-        names.push_back(token.name);
+        names.insert(token.name);
         for (const CWideView name : names)
             if (!IsDeclared(PrefixOf(name)))
                 Fail(token.nBegin, token.nEnd, "the prefix " + Utf8Of(PrefixOf(name)) + " is declared nowhere around it");

@@ -28,6 +28,15 @@ bool AreTextArguments(UINT uCodePage, const Unit* pText, int nUnits, const Other
     return uCodePage == CP_UTF8 && pText && nUnits > 0 && nRoom >= 0 && (pBuffer || nRoom == 0);
 }
 
+// Whether the unit is a character by itself, and the same in both forms.
+constexpr auto isAscii = [](auto unit) { return static_cast<std::make_unsigned_t<decltype(unit)>>(unit) < 0x80; };
+
+bool IsValid(std::string_view text)
+{
+    const auto other = std::find_if_not(text.begin(), text.end(), isAscii);
+    return utf8::is_valid(other, text.end());
+}
+
 // Copies a converted text out, or tells its size when the caller gave no room.
 template <class Unit>
 int ReturnConverted(const std::basic_string<Unit>& text, Unit* pBuffer, int nUnits)
@@ -38,12 +47,11 @@ int ReturnConverted(const std::basic_string<Unit>& text, Unit* pBuffer, int nUni
     return static_cast<int>(text.size());
 }
 
-// ASCII, which is most of every text, is the same in both; only the runs of other characters are converted. Neither form has a
-// character of which a part could be taken for ASCII.
+// Most of every text is ASCII, so only the runs of other characters are converted. Neither form has a character of which a
+// part could be taken for ASCII.
 template <class Target, class Unit, class Convert>
 std::basic_string<Target> ConvertRuns(std::basic_string_view<Unit> text, Convert convert)
 {
-    const auto isAscii = [](Unit unit) { return static_cast<std::make_unsigned_t<Unit>>(unit) < 0x80; };
     std::basic_string<Target> result;
     result.reserve(text.size());
     for (auto run = text.begin(); run != text.end();)
@@ -92,7 +100,7 @@ int WINAPI MultiByteToWideChar(UINT uCodePage, DWORD dwFlags, LPCSTR pText, int 
                           Require(AreTextArguments(uCodePage, pText, cbText, szWide, cchWide), ERROR_INVALID_PARAMETER);
                           Require((dwFlags & ~MB_ERR_INVALID_CHARS) == 0, ERROR_INVALID_FLAGS);
                           const std::string_view text(pText, static_cast<std::size_t>(cbText));
-                          Require(dwFlags == 0 || utf8::is_valid(text), ERROR_NO_UNICODE_TRANSLATION);
+                          Require(dwFlags == 0 || IsValid(text), ERROR_NO_UNICODE_TRANSLATION);
                           return ReturnConverted(FromUtf8(text), szWide, cchWide);
                       });
 }

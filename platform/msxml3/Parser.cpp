@@ -154,7 +154,7 @@ DocumentPtr ReadXml(std::u16string_view text, bool bPreserveSpace, LoadError& er
     context->sax->serror = NoteError;
     context->sax->internalSubset = RefuseDocumentType;
     DocumentPtr document(
-        xmlCtxtReadMemory(context.get(), converted->data(), static_cast<int>(converted->size()), nullptr, "UTF-8", parseOptions));
+        xmlCtxtReadMemory(context.get(), converted->data(), static_cast<int>(converted->size()), nullptr, nullptr, parseOptions));
     if (context->errNo == XML_ERR_NO_MEMORY)
         throw std::bad_alloc();
     if (!document || context->errNo == XML_ERR_USER_STOP || bMisusesNamespaces)
@@ -162,6 +162,9 @@ DocumentPtr ReadXml(std::u16string_view text, bool bPreserveSpace, LoadError& er
         error = ErrorOf(*context, static_cast<LONG>(nSkippedLines));
         return nullptr;
     }
+    // Told only now: told before, the library converts every text once more. Its writer asks whether characters need escapes.
+    if (!document->encoding)
+        document->encoding = &Require(xmlStrdup(Units("UTF-8")));
     Finish(reinterpret_cast<xmlNode&>(*document), bPreserveSpace);
     return document;
 }
