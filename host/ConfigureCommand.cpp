@@ -151,7 +151,6 @@ void ConfigureOne(CSession& session, CProfileOutput& output, const CStoredSide& 
 void ConfigureWhole(CSession& session, CProfileOutput& output, const CStoredSide& stored, const CProfileFile* pFile,
                     const std::vector<WantedState>& states, bool bDryRun)
 {
-    const CWatchdog watchdog(longestRun);
     try
     {
         ConfigureOne(session, output, stored, pFile, states, bDryRun);
@@ -169,6 +168,7 @@ void Configure(const ConfigureArguments& arguments)
 {
     // Nobody sits at this dialog: the stand-in is to keep the terminal as it is.
     SetEnvironmentVariableW(OLESTR("PLATFORM_DIALOGS"), OLESTR("none"));
+    std::optional<CWatchdog> watchdog(longestRun);
     const GUID adapter = *GuidOf(arguments.service.strAdapter);
     const std::vector<WantedState> states = ChoicesOf(arguments.settings);
     const CWlanService service(arguments.service);
@@ -185,6 +185,7 @@ void Configure(const ConfigureArguments& arguments)
     output.ForEach(arguments.paths,
                    [&](const CProfileFile& profile)
                    {
+                       watchdog.emplace(longestRun); // for each anew
                        const CStoredSide stored(service, adapter, NameInService(arguments.strName, profile), false);
                        if (!stored.Before())
                            output.Print(Shown(profile.Title()) +

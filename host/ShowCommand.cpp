@@ -219,7 +219,8 @@ std::size_t ShowMany(CSession& session, const std::vector<Source>& sources)
                      {
                          const std::unique_ptr<CProfile> pProfile = source.open();
                          const ProfileVerdict verdict = CheckProfile(pProfile->Title(), pProfile->Bytes());
-                         const SecurityInUse security = SecurityInUseOf(session.Root(), *pProfile);
+                         const SecurityInUse security =
+                             Naming(pProfile->Title(), [&] { return SecurityInUseOf(session.Root(), *pProfile); });
                          nInvalid += verdict.State() == ProfileState::Valid ? 0 : 1;
                          rows.push_back({Utf8Of(pProfile->ProfileName()), security.bExtensions ? strExtension : "the platform",
                                          security.strName, YesOrNo(security.bSelected), SettingsText(*pProfile, verdict),
