@@ -77,8 +77,8 @@ bool IsSameName(std::string_view left, std::string_view right)
 template <class Row>
 const Row* Named(const std::vector<Row>& rows, const std::string& strName)
 {
-    const auto row = std::find_if(rows.begin(), rows.end(),
-                                  [&](const Row& candidate) { return IsSameName(candidate.strName, strName); });
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [&](const Row& candidate) { return IsSameName(candidate.strName, strName); });
     return row == rows.end() ? nullptr : &*row;
 }
 
