@@ -14,6 +14,15 @@ std::size_t WidthOf(std::string_view text)
     return static_cast<std::size_t>(
         std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
+
+// One endless cell would push the others out of sight in every row.
+std::string CellOf(const std::string& strValue)
+{
+    constexpr std::size_t cchLongest = 64;
+    const std::string strShown = Shown(strValue);
+    const CWideString strText = WideOf(strShown);
+    return strText.size() <= cchLongest ? strShown : Utf8Of(CWideView(strText).substr(0, cchLongest)) + "...";
+}
 } // namespace
 
 std::string Row(std::string_view title, const std::string& strValue)
@@ -34,7 +43,8 @@ std::string Columns(const std::vector<std::vector<std::string>>& rows)
         for (const std::string& strCell : row)
         {
             std::size_t& nWidth = widths[cells.size()];
-            nWidth = std::max(nWidth, WidthOf(cells.emplace_back(Shown(strCell))));
+            const bool bLast = &strCell == &row.back();
+            nWidth = std::max(nWidth, WidthOf(cells.emplace_back(bLast ? Shown(strCell) : CellOf(strCell))));
         }
     }
     std::string strTable;
