@@ -330,6 +330,6 @@ TEST(StandardStreamsTest, HandsAProfileOn)
     Done(world, {"select", "@open-cafe.xml", "-o", "@expected.xml"});
     const ProgramRun run = Done(world, {"select", "@open-cafe.xml", "-o", "-"});
     EXPECT_EQ(ReadBytes(world.File("expected.xml")), run.strOutput);
-    ExpectParts(run.strErrors, {"+++ standard output\n"});
+    ExpectParts(run.strErrors, {"+++ standard output"});
 }
 } // namespace
