@@ -1,9 +1,9 @@
 #include "host/AdapterTable.h"
 
+#include "host/BandsName.h"
 #include "host/HostError.h"
 #include "host/KeyMask.h"
 #include "host/Table.h"
-#include "profile/WlanProfileBands.h"
 #include "profile/XmlDocument.h"
 
 #include <algorithm>
@@ -63,25 +63,13 @@ std::string AdapterRows(const CWlanService& service, const WlanAdapter& adapter,
                                : "not asked");
 }
 
-struct BandsName
-{
-    WlanProfileBands bands;
-    const char* szName;
-};
-constexpr BandsName bandsNames[] = {
-    {bandsNotRead, "5 GHz and 2.4 GHz"}, {bandsBoth, "5 GHz and 2.4 GHz"}, {bands5GHz, "5 GHz"}, {bands24GHz, "2.4 GHz"}};
-
 // What the dialog takes for the profile's bands, and the texts that it makes that of.
 std::string BandsText(const CWideString& strProfile)
 {
-    WlanProfileBands bands = bandsNotRead;
-    ReadProfileBands(strProfile.c_str(), &bands);
     CXmlDocument document;
     document.Load(WithoutKeys(strProfile).c_str());
     const auto strTypes = document.Root().Select(OLESTR("/WLANProfile/MSM/connectivity")).TextOfElements();
-    const auto* pName =
-        std::find_if(std::begin(bandsNames), std::end(bandsNames), [&](const BandsName& row) { return row.bands == bands; });
-    return pName->szName +
+    return BandsName(strProfile) +
            (strTypes.value_or(CWideString()).empty() ? "  (none written)" : "  (written: " + Utf8Of(*strTypes) + ")");
 }
 } // namespace

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 #include <stdexcept>
+#include <string_view>
 
 namespace
 {
@@ -66,10 +67,18 @@ std::string Names(const std::vector<Row>& rows, const char* szBetween)
     return strText;
 }
 
+// Whether two names differ in nothing but the case of letters, which are ASCII here.
+bool IsSameName(std::string_view left, std::string_view right)
+{
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(), [&](char a, char b) { return lower(a) == lower(b); });
+}
+
 template <class Row>
 const Row* Named(const std::vector<Row>& rows, const std::string& strName)
 {
-    const auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& candidate) { return candidate.strName == strName; });
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [&](const Row& candidate) { return IsSameName(candidate.strName, strName); });
     return row == rows.end() ? nullptr : &*row;
 }
 
@@ -94,7 +103,7 @@ std::vector<WantedState> ChoicesOf(const std::vector<std::string>& arguments)
     {
         const std::size_t nEquals = std::min(strArgument.find('='), strArgument.size());
         const std::string strName = strArgument.substr(0, nEquals);
-        if (std::find(named.begin(), named.end(), strName) != named.end())
+        if (std::any_of(named.begin(), named.end(), [&](const std::string& strOther) { return IsSameName(strOther, strName); }))
             throw std::invalid_argument(strName + " is set twice");
         named.push_back(strName);
         const std::string strValue = nEquals < strArgument.size() ? strArgument.substr(nEquals + 1) : std::string();

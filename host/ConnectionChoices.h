@@ -13,8 +13,8 @@ struct WantedState
     const char* szWhenOutOfUse; // why the dialog may not offer the control
 };
 
-// Each argument is NAME=VALUE. The result is in the order in which a person has to go. Throws std::invalid_argument for
-// an unknown name or value, with the list of those that there are, and for a name that is set twice.
+// Each argument is NAME=VALUE, in any case of letters. The result is in the order in which a person has to go. Throws
+// std::invalid_argument for an unknown name or value, with the list of those that there are, and for a name that is set twice.
 std::vector<WantedState> ChoicesOf(const std::vector<std::string>& arguments);
 
 // The lines of a help text: each setting with its values.

@@ -24,6 +24,12 @@ using CUniqueDescriptor = CUnique<CDescriptorCloser>;
 // A second descriptor of standard output, which takes UTF-8 and line ends as they are given. Empty when it is closed.
 CUniqueDescriptor KeepStandardOutput();
 
+// The same of standard input.
+CUniqueDescriptor KeepStandardInput();
+
+// How many names (hard links) the file that is open has.
+unsigned long NamesOf(const CUniqueDescriptor& descriptor);
+
 // Whether the descriptor is a terminal that understands colours.
 bool TakesColours(int nDescriptor);
 

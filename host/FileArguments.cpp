@@ -1,6 +1,8 @@
 #include "host/FileArguments.h"
 
 #include "host/HostError.h"
+#include "host/ProfilePaths.h"
+#include "host/check/ProfileFiles.h"
 
 namespace
 {
@@ -15,6 +17,7 @@ struct FileArgument
 // What is only read comes first.
 constexpr FileArgument fileArguments[] = {
     {"PROFILE", "", false},
+    {"PATH", "", false},
     {"--module", "", false},
     {"--service", "adapters.json", false},
     {"--service", "profiles", false},
@@ -41,6 +44,24 @@ bool LiesIn(const fs::path& place, const fs::path& file)
     return false;
 }
 
+// Of a folder of profiles only these are used.
+bool IsProfileOf(const fs::path& folder, const fs::path& file)
+{
+    CProfileFiles profiles({folder});
+    std::error_code ignored;
+    for (auto profile = profiles.Next(); profile; profile = profiles.Next())
+        if (fs::equivalent(*profile, file, ignored))
+            return true;
+    return false;
+}
+
+bool IsUsed(const UsedPlace& place, const fs::path& file)
+{
+    std::error_code ignored;
+    const bool bProfiles = std::string_view(place.szOption) == "PATH" && fs::is_directory(place.place, ignored);
+    return bProfiles ? IsProfileOf(place.place, file) : LiesIn(place.place, file);
+}
+
 void RequireWritable(const fs::path& file)
 {
     std::error_code ignored;
@@ -55,7 +76,7 @@ void RequireSeparate(const FileArgument& argument, const fs::path& file, const s
 {
     RequireWritable(file);
     for (const UsedPlace& other : used)
-        if (LiesIn(other.place, file))
+        if (IsUsed(other, file))
             throw CHostError(std::string(argument.szOption) + " would write what " + other.szOption + " uses");
 }
 } // namespace
@@ -63,16 +84,26 @@ void RequireSeparate(const FileArgument& argument, const fs::path& file, const s
 void RequireSeparateFiles(const CLI::App& command)
 {
     std::vector<UsedPlace> used;
+    const char* szAtStandardOutput = nullptr;
     for (const FileArgument& argument : fileArguments)
     {
         const CLI::Option* pOption = command.get_option_no_throw(argument.szOption);
-        const std::string strName = pOption && !pOption->empty() ? pOption->as<std::string>() : std::string();
-        // Of what may be written, "-" is standard output.
-        if (strName.empty() || (argument.bWritten && strName == "-"))
-            continue;
-        const fs::path file = *argument.szInside ? PathOf(strName) / argument.szInside : PathOf(strName);
-        if (argument.bWritten)
-            Naming(strName, [&] { RequireSeparate(argument, file, used); });
-        used.push_back({argument.szOption, file});
+        for (const std::string& strName : pOption ? pOption->results() : CLI::results_t())
+        {
+            if (strName.empty())
+                continue;
+            if (strName == standardStream)
+            {
+                if (argument.bWritten && szAtStandardOutput)
+                    throw CHostError(std::string(argument.szOption) + " and " + szAtStandardOutput +
+                                     " cannot both go to standard output");
+                szAtStandardOutput = argument.bWritten ? argument.szOption : szAtStandardOutput;
+                continue;
+            }
+            const fs::path file = *argument.szInside ? PathOf(strName) / argument.szInside : PathOf(strName);
+            if (argument.bWritten)
+                Naming(strName, [&] { RequireSeparate(argument, file, used); });
+            used.push_back({argument.szOption, file});
+        }
     }
 }

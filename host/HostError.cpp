@@ -14,6 +14,8 @@ constexpr ErrorMeaning errorMeanings[] = {
     {ERROR_PATH_NOT_FOUND, " (there is no such folder)"},
     {ERROR_ACCESS_DENIED, " (access is denied)"},
     {ERROR_DISK_FULL, " (the disk is full)"},
+    {ERROR_MOD_NOT_FOUND, " (there is no such file, or a library that it needs is not there)"},
+    {ERROR_BAD_EXE_FORMAT, " (it is no module that this program can load)"},
     {ERROR_INVALID_DATA, " (invalid data; a simulated service's call log says what is wrong with its adapters.json)"},
 };
 } // namespace

@@ -15,6 +15,15 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// Standard output takes no more: nobody is left to whom anything could be told.
+class COutputClosed : public CHostError
+{
+public:
+    COutputClosed() : CHostError("standard output cannot be written")
+    {
+    }
+};
+
 // "error 5 (access is denied)": an error of the platform's, with its meaning where a person can do something about it.
 std::string ErrorText(DWORD dwError);
 

@@ -32,11 +32,8 @@ CLoadedModule::CLoadedModule(const std::string& strFile) : CLoadedModule(FullPat
 
 CLoadedModule::CLoadedModule(CWideString strFile) : m_strFile(std::move(strFile)), m_module(LoadLibraryW(m_strFile.c_str()))
 {
-    if (m_module)
-        return;
-    const DWORD dwError = GetLastError();
-    throw CHostError(Name() + ": cannot be loaded (error " + std::to_string(dwError) +
-                     (dwError == ERROR_MOD_NOT_FOUND ? ", there is no such file" : "") + ")");
+    if (!m_module)
+        throw CHostError(Name() + ": cannot be loaded: " + ErrorText(GetLastError()));
 }
 
 std::string CLoadedModule::Name() const

@@ -3,6 +3,7 @@
 #include "host/Escaped.h"
 #include "host/HostError.h"
 #include "host/KeyMask.h"
+#include "host/Terminal.h"
 #include "values/Utf8Text.h"
 
 #include <algorithm>
@@ -26,8 +27,18 @@ COutputSplit::~COutputSplit()
 
 void COutputSplit::Write(std::string_view text)
 {
-    if (!ShowTrace() || !m_own.Write(EscapedLines(text)))
-        throw CHostError("standard output cannot be written");
+    WriteBytes(EscapedLines(text));
+}
+
+void COutputSplit::WriteBytes(std::string_view bytes)
+{
+    if (!ShowTrace() || !m_own.Write(bytes))
+        throw COutputClosed();
+}
+
+bool COutputSplit::IsSeen() const
+{
+    return IsTerminal(m_own.Descriptor());
 }
 
 std::string COutputSplit::TakeTrace()

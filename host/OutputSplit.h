@@ -20,6 +20,10 @@ public:
     // Writes UTF-8 to the program's own output, behind the trace lines so far, without control characters but line feeds and
     // tabs. Throws CHostError.
     void Write(std::string_view text);
+    // The same for what another program is to read, as it is.
+    void WriteBytes(std::string_view bytes);
+    // Whether the program's own output leads to a person.
+    bool IsSeen() const;
     // Takes what the module has printed since the trace was last shown or taken, without keys; always empty unless the name
     // is "-".
     std::string TakeTrace();

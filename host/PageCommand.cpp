@@ -52,6 +52,8 @@ std::optional<CProperty> PropertyOf(const CSession& session, ULONG uKind)
 void RunPage(CSession& session, const CProfile& profile, CConnectionContext& context, bool bHasAdapter,
              const CProfilePage::SaveWork& save)
 {
+    // Also of a page that cannot be opened, whose reason is to stand alone.
+    const std::unique_ptr<CSession, void (*)(CSession*)> traceTaken(&session, [](CSession* pSession) { pSession->TakeTrace(); });
     const std::optional<CProperty> security = PropertyOf(session, propertyKindSecurity);
     const std::optional<CProperty> connection = PropertyOf(session, propertyKindConnection);
     CSecurityChoice choice(security ? &*security : nullptr, StandardSecurityOf(profile.Text()),

@@ -5,6 +5,7 @@
 #include "simulator/files/StagedFile.h"
 
 #include <cerrno>
+#include <cstring>
 #include <sys/stat.h>
 
 namespace
@@ -19,9 +20,36 @@ void RequireRegular(const std::filesystem::path& file, const CUniqueDescriptor& 
     if (std::error_code ignored; std::filesystem::is_directory(file, ignored))
         throw CHostError("is a folder, not a file");
     if (!opened)
-        throw CHostError(nError == ENOENT || nError == ENOTDIR ? "there is no such file" : "cannot be opened for reading");
+        throw CHostError(nError == ENOENT || nError == ENOTDIR
+                             ? "there is no such file"
+                             : std::string("cannot be opened for reading: ") + std::strerror(nError));
     if (fstat(opened.Get(), &status) != 0 || !S_ISREG(status.st_mode))
         throw CHostError("is not a regular file");
+}
+
+std::string ReadToEnd(const CUniqueDescriptor& opened)
+{
+    std::string strBytes;
+    char chunk[64 * 1024];
+    while (const auto cbRead = read(opened.Get(), chunk, sizeof(chunk)))
+    {
+        if (cbRead < 0)
+            throw CHostError(std::string("cannot be read to its end: ") + std::strerror(errno));
+        strBytes.append(chunk, static_cast<std::size_t>(cbRead));
+        if (strBytes.size() > cbLargestFile)
+            throw CHostError("is larger than 16 MiB");
+    }
+    return strBytes;
+}
+
+// Replacing a file takes one name to the new one and leaves the others behind.
+void RequireOneName(const std::filesystem::path& target)
+{
+    const CUniqueDescriptor opened = OpenForReading(target);
+    const unsigned long nNames = opened ? NamesOf(opened) : 1;
+    if (nNames > 1)
+        throw CHostError("is not written: it has " + std::to_string(nNames) +
+                         " names (hard links), and the others would keep the old content");
 }
 } // namespace
 
@@ -29,17 +57,15 @@ std::string ReadSafely(const std::filesystem::path& file)
 {
     const CUniqueDescriptor opened = OpenForReading(file);
     RequireRegular(file, opened);
-    std::string strBytes;
-    char chunk[64 * 1024];
-    while (const auto cbRead = read(opened.Get(), chunk, sizeof(chunk)))
-    {
-        if (cbRead < 0)
-            throw CHostError("cannot be read to its end");
-        strBytes.append(chunk, static_cast<std::size_t>(cbRead));
-        if (strBytes.size() > cbLargestFile)
-            throw CHostError("is larger than 16 MiB");
-    }
-    return strBytes;
+    return ReadToEnd(opened);
+}
+
+std::string ReadStandardInput()
+{
+    const CUniqueDescriptor opened = KeepStandardInput();
+    if (!opened)
+        throw CHostError("is closed");
+    return ReadToEnd(opened);
 }
 
 void WriteSafely(const std::filesystem::path& target, std::string_view bytes, std::optional<std::string_view> wasRead)
@@ -51,6 +77,7 @@ void WriteSafely(const std::filesystem::path& target, std::string_view bytes, st
                    const std::filesystem::file_status status = std::filesystem::status(target, ignored);
                    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
                        throw CHostError("cannot be written: it is not a regular file");
+                   RequireOneName(target);
                    try
                    {
                        CStagedFile staged(target, bytes);

@@ -10,7 +10,7 @@ namespace
 {
 struct SelectArguments
 {
-    std::string strProfile;
+    std::vector<std::string> paths;
     std::string strCipher;
     OutputOptions output;
     SessionOptions session;
@@ -57,27 +57,38 @@ std::optional<CWideString> SelectSecurity(IDot11ExtUI& root, const CProfileFile&
 
 void Select(const SelectArguments& arguments)
 {
-    const CProfileFile profile(PathOf(arguments.strProfile));
     CSession session(arguments.session);
-    CProfileFile changed = profile;
-    if (const auto strSecurity =
-            Naming(profile.Title(), [&] { return SelectSecurity(session.Root(), profile, arguments.strCipher); }))
-        changed.PutVendorText(VendorPlace::Security, *strSecurity);
-    session.Print(WriteChanged(arguments.output, profile, changed));
-    session.Close();
+    CProfileOutput output(session, arguments.output);
+    output.ForEach(arguments.paths,
+                   [&](const CProfileFile& profile)
+                   {
+                       CProfileFile changed = profile;
+                       if (const auto strSecurity = Naming(
+                               profile.Title(), [&] { return SelectSecurity(session.Root(), profile, arguments.strCipher); }))
+                           changed.PutVendorText(VendorPlace::Security, *strSecurity);
+                       output.Write(profile, changed);
+                   });
 }
 } // namespace
 
 void AddSelectCommand(CLI::App& app, CommandWork& chosen)
 {
     const auto pArguments = std::make_shared<SelectArguments>();
-    CLI::App* pCommand = app.add_subcommand("select", "Make a profile use the extension's authentication");
-    pCommand->add_option("PROFILE", pArguments->strProfile, "The profile, as the platform exports it")->required()->type_name("");
+    CLI::App* pCommand = app.add_subcommand("select", "Make profiles use the extension's authentication");
+    AddPathArguments(*pCommand, pArguments->paths)->required();
     pCommand->add_option("--cipher", pArguments->strCipher, "The cipher to use with it")
         ->transform(CLI::IsMember(OfferedCiphers(), CLI::ignore_case))
         ->type_name("NAME");
     AddOutputArguments(*pCommand, pArguments->output);
     AddSessionArguments(*pCommand, pArguments->session);
-    pCommand->footer("Without -o and --in-place the changes are shown and written nowhere.");
-    pCommand->callback([pArguments, &chosen] { chosen = [pArguments] { Select(*pArguments); }; });
+    pCommand->footer(
+        "Without -o and --in-place the changes are shown and written nowhere. Of several profiles each is changed or\n"
+        "left as it is; what is refused of one stops no other.");
+    pCommand->callback(
+        [pArguments, &chosen]
+        {
+            CheckOutputUsage(pArguments->output, pArguments->paths);
+            FilesOf(pArguments->paths);
+            chosen = [pArguments] { Select(*pArguments); };
+        });
 }

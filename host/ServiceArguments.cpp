@@ -28,7 +28,7 @@ CLI::Option* AddServiceArguments(CLI::App& command, ServiceOptions& options)
 
 void AddStoredNameArgument(CLI::App& command, std::string& strName)
 {
-    command.add_option("--name", strName, "The profile's name in the WLAN service (default: the name in PROFILE)")
+    command.add_option("--name", strName, "The profile's name in the WLAN service (default: the name in the file)")
         ->type_name("NAME");
 }
 
@@ -49,5 +49,10 @@ void AddTargetArguments(CLI::App& command, TargetOptions& options, const std::st
 
 CWideString NameInService(const TargetOptions& options, const CProfile& profile)
 {
-    return options.strName.empty() ? profile.ProfileName() : WideOf(options.strName);
+    return NameInService(options.strName, profile);
+}
+
+CWideString NameInService(const std::string& strName, const CProfile& profile)
+{
+    return strName.empty() ? profile.ProfileName() : WideOf(strName);
 }

@@ -18,5 +18,6 @@ struct TargetOptions
 void AddStoredNameArgument(CLI::App& command, std::string& strName);
 void AddTargetArguments(CLI::App& command, TargetOptions& options, const std::string& strWhatHappens);
 
-// The name under which the service has the profile.
+// The name under which the service has the profile; its own unless another is given.
+CWideString NameInService(const std::string& strName, const CProfile& profile);
 CWideString NameInService(const TargetOptions& options, const CProfile& profile);

@@ -2,6 +2,7 @@
 
 #include "host/HostError.h"
 #include "host/RegisteredModule.h"
+#include "host/Shown.h"
 
 CSession::CSession(const SessionOptions& options) : m_output(options.strTrace)
 {
@@ -15,6 +16,19 @@ CSession::CSession(const SessionOptions& options) : m_output(options.strTrace)
     m_module.emplace(options.strModule);
     m_registration.emplace(*m_module);
     m_root = ActivateExtension();
+}
+
+void CSession::PrintProfile(const CProfile& profile)
+{
+    const auto isShown = [](CWideView text)
+    {
+        std::string strText = Utf8Of(text);
+        std::erase(strText, '\r');
+        return strText == EscapedLines(Utf8Of(WithoutKeys(WideOf(strText))));
+    };
+    if (m_output.IsSeen() && !isShown(profile.Text()))
+        throw CHostError(profile.Title() + ": standard output is a terminal, and the profile holds keys or control characters");
+    m_output.WriteBytes(profile.Bytes());
 }
 
 void CSession::Close()

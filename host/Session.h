@@ -3,6 +3,7 @@
 
 #include "host/Module.h"
 #include "host/OutputSplit.h"
+#include "host/Profile.h"
 
 // What the commands that use the extension have in common.
 struct SessionOptions
@@ -26,6 +27,8 @@ public:
     {
         m_output.Write(text);
     }
+    // The profile itself, for another program to read. Throws CHostError where a person would see what is never shown.
+    void PrintProfile(const CProfile& profile);
     std::string TakeTrace()
     {
         return m_output.TakeTrace();

@@ -1,28 +1,29 @@
 #include "host/Watchdog.h"
 
-#include <condition_variable>
+#include "host/CommandEnd.h"
+
 #include <cstdlib>
 #include <iostream>
-#include <mutex>
 
-namespace
+// Not by the thread's stop token: on Windows the run-time library hangs now and then when the stop comes as the thread begins to
+// wait for it.
+void CWatchdog::Watch(std::chrono::seconds time)
 {
-constexpr int exitRefused = 1;
-
-void Watch(const std::stop_token& stop, std::chrono::seconds time)
-{
-    std::mutex mutex;
-    std::condition_variable_any stopped;
-    std::unique_lock lock(mutex);
-    stopped.wait_for(lock, stop, time, [] { return false; });
-    if (stop.stop_requested())
+    std::unique_lock lock(m_mutex);
+    if (m_changed.wait_for(lock, time, [this] { return m_bGone; }))
         return;
     std::cerr << "korihost: no end within " << time.count()
               << " seconds: the WLAN service or the extension's dialog does not answer; given up" << std::endl;
     std::_Exit(exitRefused);
 }
-} // namespace
 
-CWatchdog::CWatchdog(std::chrono::seconds time) : m_thread([time](const std::stop_token& stop) { Watch(stop, time); })
+CWatchdog::CWatchdog(std::chrono::seconds time) : m_thread([this, time] { Watch(time); })
 {
+}
+
+CWatchdog::~CWatchdog()
+{
+    const std::lock_guard lock(m_mutex);
+    m_bGone = true;
+    m_changed.notify_all();
 }

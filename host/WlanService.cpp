@@ -109,6 +109,18 @@ WlanAdapter CWlanService::Adapter(const GUID& guid) const
     throw CHostError("there is no adapter " + TextOf(guid) + (strKnown.empty() ? ", nor any other" : "; there are:" + strKnown));
 }
 
+std::vector<CWideString> CWlanService::ProfileNames(const GUID& adapter) const
+{
+    PWLAN_PROFILE_INFO_LIST pList = nullptr;
+    RequireDone(Call<decltype(WlanGetProfileList)>("WlanGetProfileList", m_hClient, &adapter, nullptr, &pList),
+                "WlanGetProfileList");
+    const auto list = Own(pList);
+    std::vector<CWideString> names;
+    for (DWORD n = 0; n < list->dwNumberOfItems; ++n)
+        names.emplace_back(list->ProfileInfo[n].strProfileName);
+    return names;
+}
+
 std::optional<StoredText> CWlanService::Profile(const GUID& adapter, const CWideString& strName) const
 {
     StoredText profile{};

@@ -45,6 +45,8 @@ public:
     // Throws CHostError, with the list of those that there are, for an adapter that is not one of them.
     WlanAdapter Adapter(const GUID& guid) const;
 
+    // Of the adapter's profiles.
+    std::vector<CWideString> ProfileNames(const GUID& adapter) const;
     // Nothing when the adapter has no profile of the name. Names are at most 255 code units.
     std::optional<StoredText> Profile(const GUID& adapter, const CWideString& strName) const;
     // Stores over the profile that has the text's name. Throws CHostError with the service's reason.

@@ -5,6 +5,7 @@
 #include "host/FileArguments.h"
 #include "host/HostError.h"
 #include "host/Module.h"
+#include "host/Refusals.h"
 #include "host/Shown.h"
 
 #include <algorithm>
@@ -15,9 +16,11 @@ namespace
 constexpr const char* examples = "Examples:\n"
                                  "  korihost check office.xml profiles/\n"
                                  "  korihost show office.xml\n"
+                                 "  korihost show profiles/\n"
                                  "  korihost select office.xml --cipher AES\n"
                                  "  korihost select office.xml --cipher TKIP -o changed.xml --trace trace.txt\n"
                                  "  korihost select office.xml --in-place --trace -\n"
+                                 "  korihost select profiles/ --cipher AES --dry-run\n"
                                  "  korihost configure office.xml --service DIR --adapter GUID --set rapido=on -o out.xml\n"
                                  "  korihost page office.xml --service DIR --adapter GUID\n"
                                  "  korihost register --module korihvui.dll\n"
@@ -26,7 +29,7 @@ constexpr const char* examples = "Examples:\n"
 
 int Refuse(const char* szReason)
 {
-    std::cerr << "korihost: " << Shown(szReason) << "\n";
+    TellRefusal(szReason);
     return exitRefused;
 }
 
@@ -34,6 +37,23 @@ int Refuse(const char* szReason)
 std::string UsageMessage(const CLI::App* pApp, const CLI::Error& error)
 {
     return CLI::FailureMessage::simple(pApp, CLI::Error(error.get_name(), Shown(error.what()), error.get_exit_code()));
+}
+
+// The parser would only say that a command is missing, whatever stands in its place.
+void RequireCommand(const CLI::App& app, const std::vector<std::string>& arguments)
+{
+    std::string strCommands;
+    for (const CLI::App* pCommand : app.get_subcommands([](const CLI::App*) { return true; }))
+    {
+        if (!arguments.empty() && pCommand->check_name(arguments.front()))
+            return;
+        strCommands += (strCommands.empty() ? "" : ", ") + pCommand->get_name();
+    }
+    if (!arguments.empty() && app.get_option_no_throw(arguments.front()))
+        return;
+    throw CLI::ParseError(arguments.empty() ? "a command is missing; there are " + strCommands
+                                            : "there is no command " + arguments.front() + "; there are " + strCommands,
+                          exitUsage);
 }
 
 int Run(const CommandWork& work)
@@ -68,6 +88,7 @@ int main(int argc, char** argv)
     app.require_subcommand(1);
     app.failure_message(UsageMessage);
     app.footer(examples);
+    app.set_version_flag("--version", "korihost " PROGRAM_VERSION);
     AddCheckCommand(app, chosen);
     AddShowCommand(app, chosen);
     AddSelectCommand(app, chosen);
@@ -79,6 +100,7 @@ int main(int argc, char** argv)
     {
         std::vector<std::string> arguments = ProgramArguments(argc, argv);
         arguments.erase(arguments.begin());
+        RequireCommand(app, arguments);
         std::reverse(arguments.begin(), arguments.end()); // the order in which the parser takes them
         app.parse(std::move(arguments));
     }

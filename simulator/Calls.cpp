@@ -32,7 +32,7 @@ std::mutex tableMutex;
 FunctionState functionTable[] = {
     Function("WlanOpenHandle"), Function("WlanCloseHandle"),       Function("WlanEnumInterfaces"),
     Function("WlanGetProfile"), Function("WlanSetProfile"),        Function("WlanGetInterfaceCapability"),
-    Function("WlanIhvControl"), Function("WlanFreeMemory", false),
+    Function("WlanIhvControl"), Function("WlanFreeMemory", false), Function("WlanGetProfileList"),
 };
 
 FunctionState* FindFunction(const char* szFunction)

@@ -167,6 +167,13 @@ std::optional<StoredProfile> CProfileStore::Find(CWideView name)
     return std::nullopt;
 }
 
+std::vector<StoredProfile> CProfileStore::All()
+{
+    std::vector<StoredProfile> profiles = ReadFolder();
+    std::erase_if(profiles, [&](const StoredProfile& profile) { return Find(profile.name)->file != profile.file; });
+    return profiles;
+}
+
 fs::path CProfileStore::FreeFile(CWideView name) const
 {
     const fs::path stem = m_folder / fs::path(FileStem(name));

@@ -34,6 +34,9 @@ public:
     // the order of the file names.
     std::optional<StoredProfile> Find(CWideView name);
 
+    // Every profile that a name finds, in the order of the file names.
+    std::vector<StoredProfile> All();
+
     // Afterwards either the old profile is there, whole, or the new one. Throws ERROR_ALREADY_EXISTS when the profile
     // exists and bOverwrite is false.
     void Store(CWideView name, std::string_view encodedText, DWORD dwFlags, bool bOverwrite);

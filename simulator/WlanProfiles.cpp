@@ -10,6 +10,8 @@
 
 #include <wlanapi.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 using namespace simulator;
@@ -39,6 +41,32 @@ private:
     CProfileStore m_store;
 };
 } // namespace
+
+DWORD WINAPI WlanGetProfileList(HANDLE hClientHandle, const GUID* pInterfaceGuid, PVOID pReserved,
+                                PWLAN_PROFILE_INFO_LIST* ppProfileList)
+{
+    return ServiceCall(
+        "WlanGetProfileList", [&](CCallLine& line) { line.Handle(hClientHandle).Interface(pInterfaceGuid); },
+        [&](CCallLine& line)
+        {
+            RequireClient(hClientHandle);
+            Require(pInterfaceGuid && ppProfileList && !pReserved);
+            const auto profiles = CLockedStore(*pInterfaceGuid, CServiceLock::Access::Read)->All();
+            const std::size_t cb = offsetof(WLAN_PROFILE_INFO_LIST, ProfileInfo) + profiles.size() * sizeof(WLAN_PROFILE_INFO);
+            auto* pList = static_cast<PWLAN_PROFILE_INFO_LIST>(AllocateBlock(std::max(cb, sizeof(WLAN_PROFILE_INFO_LIST))));
+            WLAN_PROFILE_INFO* pInfo = pList->ProfileInfo;
+            for (const StoredProfile& profile : profiles)
+            {
+                // No name is longer than the record's place for it.
+                *std::copy(profile.name.begin(), profile.name.end(), pInfo->strProfileName) = WCHAR{};
+                pInfo->dwFlags = profile.dwFlags;
+                ++pInfo;
+            }
+            pList->dwNumberOfItems = static_cast<DWORD>(profiles.size());
+            *ppProfileList = pList;
+            line.Number("items", pList->dwNumberOfItems);
+        });
+}
 
 DWORD WINAPI WlanGetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, LPCWSTR szProfileName, PVOID pReserved,
                             LPWSTR* pszProfileXml, DWORD* pdwFlags, PDWORD pdwGrantedAccess)

@@ -166,9 +166,9 @@ void CheckPlace(const CElementMap& map, const Place& place, CFindings& findings)
         findings.AddElement(CheckRule::PrefixedElement, place.part, *pRoot, {{}, {}, namesWithPrefix});
 }
 
-void Judge(const std::filesystem::path& file, ProfileVerdict& verdict)
+void Judge(std::string_view bytes, ProfileVerdict& verdict)
 {
-    verdict.strText = TextOf(BytesOf(file));
+    verdict.strText = TextOf(bytes);
     const CXmlDocument document = RequireDocument(verdict.strText);
     const CElementMap map(verdict.strText);
     if (LocalNameOf(map.Root().Name()) != OLESTR("WLANProfile"))
@@ -182,19 +182,30 @@ void Judge(const std::filesystem::path& file, ProfileVerdict& verdict)
         CheckPlace(map, place, findings);
     verdict.findings = findings.Take();
 }
-} // namespace
 
-ProfileVerdict CheckProfile(const std::filesystem::path& file)
+template <class Read>
+ProfileVerdict VerdictOn(std::string strTitle, Read read)
 {
     ProfileVerdict verdict;
-    verdict.strFile = NameOf(file);
+    verdict.strFile = std::move(strTitle);
     try
     {
-        Judge(file, verdict);
+        Judge(read(), verdict);
     }
     catch (const NotReadable& reason)
     {
         verdict.findings = {{&RowOf(reason.rule), ProfilePart::Profile, {}, reason.place, {}, {}, reason.strReason}};
     }
     return verdict;
+}
+} // namespace
+
+ProfileVerdict CheckProfile(const std::filesystem::path& file)
+{
+    return VerdictOn(NameOf(file), [&] { return BytesOf(file); });
+}
+
+ProfileVerdict CheckProfile(std::string strTitle, std::string_view bytes)
+{
+    return VerdictOn(std::move(strTitle), [&] { return bytes; });
 }

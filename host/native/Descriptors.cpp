@@ -2,10 +2,22 @@
 
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/stat.h>
 
 CUniqueDescriptor KeepStandardOutput()
 {
     return CUniqueDescriptor(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
+CUniqueDescriptor KeepStandardInput()
+{
+    return CUniqueDescriptor(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
+unsigned long NamesOf(const CUniqueDescriptor& descriptor)
+{
+    struct stat status = {};
+    return fstat(descriptor.Get(), &status) == 0 ? status.st_nlink : 1;
 }
 
 bool TakesColours(int nDescriptor)

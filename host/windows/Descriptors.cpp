@@ -22,6 +22,22 @@ CUniqueDescriptor KeepStandardOutput()
     return own;
 }
 
+CUniqueDescriptor KeepStandardInput()
+{
+    CUniqueDescriptor own(_dup(_fileno(stdin)));
+    if (own)
+        _setmode(own.Get(), _O_BINARY);
+    return own;
+}
+
+// The run-time library's own answer is always one.
+unsigned long NamesOf(const CUniqueDescriptor& descriptor)
+{
+    BY_HANDLE_FILE_INFORMATION information = {};
+    const auto hFile = reinterpret_cast<HANDLE>(_get_osfhandle(descriptor.Get()));
+    return GetFileInformationByHandle(hFile, &information) ? information.nNumberOfLinks : 1;
+}
+
 bool TakesColours(int nDescriptor)
 {
     constexpr DWORD understandsEscapes = 0x0004;

@@ -67,6 +67,21 @@ struct WLAN_INTERFACE_INFO_LIST
 };
 using PWLAN_INTERFACE_INFO_LIST = WLAN_INTERFACE_INFO_LIST*;
 
+struct WLAN_PROFILE_INFO
+{
+    WCHAR strProfileName[WLAN_MAX_NAME_LENGTH];
+    DWORD dwFlags;
+};
+using PWLAN_PROFILE_INFO = WLAN_PROFILE_INFO*;
+
+struct WLAN_PROFILE_INFO_LIST
+{
+    DWORD dwNumberOfItems;
+    DWORD dwIndex;
+    WLAN_PROFILE_INFO ProfileInfo[1];
+};
+using PWLAN_PROFILE_INFO_LIST = WLAN_PROFILE_INFO_LIST*;
+
 struct WLAN_INTERFACE_CAPABILITY
 {
     WLAN_INTERFACE_TYPE interfaceType;
@@ -87,6 +102,8 @@ extern "C"
                                                     PWLAN_INTERFACE_INFO_LIST* ppInterfaceList);
     PLATFORM_EXPORT DWORD WINAPI WlanGetInterfaceCapability(HANDLE hClientHandle, const GUID* pInterfaceGuid, PVOID pReserved,
                                                             PWLAN_INTERFACE_CAPABILITY* ppCapability);
+    PLATFORM_EXPORT DWORD WINAPI WlanGetProfileList(HANDLE hClientHandle, const GUID* pInterfaceGuid, PVOID pReserved,
+                                                    PWLAN_PROFILE_INFO_LIST* ppProfileList);
     PLATFORM_EXPORT DWORD WINAPI WlanGetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, LPCWSTR szProfileName,
                                                 PVOID pReserved, LPWSTR* pszProfileXml, DWORD* pdwFlags, PDWORD pdwGrantedAccess);
     PLATFORM_EXPORT DWORD WINAPI WlanSetProfile(HANDLE hClientHandle, const GUID* pInterfaceGuid, DWORD dwFlags,

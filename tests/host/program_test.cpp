@@ -86,7 +86,16 @@ TEST(ShowTest, TellsOfTheRecordAndTheMachine)
           "clientReporting 1\n diagnosticSsidLength 18\n"}},
         {{"@office.xml"}, {"authorizedProfile not set\n", "diagnosticSsidLength not set\n"}},
         {{"@hostile.xml", "--trace", "-"}, {"Profile a\\nb\\x9b\\u202e<Password>********\n", "<!-- <keyMaterial>********-->"}},
-        {{"@home-wpa2psk.xml"}, {"none in the profile; the dialog begins with its defaults\n"}},
+        {{"@home-wpa2psk.xml"},
+         {"Verdict valid\n", "selected no, the profile uses WPA2PSK with AES\n",
+          "none in the profile; the dialog begins with its defaults\n"}},
+        {{"@warehouse-invalid.xml"},
+         {"Verdict invalid, 2 errors\n", "[off-channel-time]", "selected yes, the profile uses CCKM"}},
+        {{"@warehouse-ccx.xml", "@warehouse-invalid.xml", "@open-cafe.xml"},
+         {"Warehouse Floor Korvane CCKM with TKIP yes valid 5 GHz and 2.4 GHz ",
+          "Warehouse Ramp Korvane CCKM with AES yes invalid 2.4 GHz ", "Harbour Cafe the platform open with none no none 5 GHz"}},
+        {{"--service", "@service/second-is-the-makers"}, {"Hotel Guests the platform", "Office the platform"}},
+        {Arguments{"--name", "Office"} + onSecondOfTwo, {"Profile Office\n", "Stored profile Office\n"}},
         {Arguments{"@office.xml"} + onRapidoMachine,
          {"of the maker's yes\n", "Rapido 1 (offered)\n", "bands 5 GHz and 2.4 GHz (written: ag)\n"}},
         {Arguments{"@office.xml"} + onMachineWithoutMaker,
@@ -123,7 +132,7 @@ constexpr ConfigureCase configureCases[] = {
     {"radio-measurement=off", "<RadioMeasurement><disabled", bothBands},
     {"rapido=off", "<Rapido>false<", bothBands},
     {"advanced-roaming=off", "<AdvancedRoaming><disabled", bothBands},
-    {"roaming=Very High", "<RoamingOption>5<", bothBands},
+    {"Roaming=very high", "<RoamingOption>5<", bothBands},
     {"bands=5", "<RoamingOption>3<", "<connectivity><phyType>a</phyType></connectivity>"},
     {"bands=2.4", "<Period>60<", "<connectivity><phyType>g</phyType></connectivity>"},
     {"bands=both", "<MaxOffChannelTimeMs>40<", bothBands},
@@ -193,7 +202,11 @@ void ExpectRefusal(const CHostWorld& world, const RefusedCase& expected)
 
 const Arguments inPlace = {"configure", "@office.xml", "--in-place"};
 const RefusedCase refusedCases[] = {
-    {2, {}, {"subcommand"}},
+    {2, {}, {"a command is missing; there are check, show"}},
+    {2, {"shwo", "@office.xml"}, {"there is no command shwo"}},
+    {2, {"select", "@.", "-o", "@new.xml"}, {"--output: takes one profile"}},
+    {2, {"select", "@."}, {"--in-place"}},
+    {1, {"show", "@office.xml", "--module", "@office.xml"}, {"error 193 (it is no module"}},
     {1, {"show", "@absent.xml"}, {"absent.xml: there is no such file"}},
     {1, {"select", "@service/no-adapter/adapters.json", "--in-place"}, {"not well-formed XML"}},
     {1, {"show", "@typed.xml"}, {"it has a document type declaration"}},
@@ -201,8 +214,10 @@ const RefusedCase refusedCases[] = {
     {1, {"show", "@tags.xml"}, {"has more than 200000 tags and attributes"}},
     {1, {"show", "@named.xml"}, {"its name holds an element"}},
     {2, {"select", "@office.xml", "--cipher", "ROT13", "--in-place"}, {"ROT13"}},
-    {1, {"select", "@office.xml", "-o", "@office.xml"}, {"--output would write what PROFILE uses"}},
+    {1, {"select", "@office.xml", "-o", "@office.xml"}, {"--output would write what PATH uses"}},
     {1, {"select", "@office.xml", "-o", "@new.xml", "--trace", "@service/../new.xml"}, {"--trace would", "--output uses"}},
+    {1, {"select", "@office.xml", "-o", "-", "--trace", "-"}, {"cannot both go to standard output"}},
+    {1, {"show", "@.", "--trace", "@office.xml"}, {"--trace would write what PATH uses"}},
     {1, {"show", "@office.xml", "--trace", "@service"}, {"service: is not a regular file"}},
     {1, Arguments{"show", "@office.xml", "--trace", "@" + std::string(officeStored)} + onRapidoMachine, {"--service uses"}},
     {2,
@@ -258,5 +273,63 @@ TEST(RefusedTest, TellsWhatIsWrongWithTheService)
     std::filesystem::permissions(world.File(officeStored), writing, std::filesystem::perm_options::add);
     WriteBytes(world.File(rapidoMachine) / "adapters.json", "[{}]");
     ExpectRefusal(world, {1, inPlace + onRapidoMachine, {"error 13 (invalid data"}});
+}
+
+// Many at once
+
+struct ManyCase
+{
+    Arguments arguments;
+    std::vector<std::string> changed;
+    std::vector<std::string> said;
+};
+const std::vector<std::string> mended = {"warehouse-invalid.xml: before: encryption is WEP104", ".xml: after: CCKM with WEP\n"};
+const ManyCase manyCases[] = {
+    {{"select", "--cipher", "WEP", "--dry-run"}, {}, mended + Arguments{"3 profiles: 2 would change, 0 unchanged, 1 refused"}},
+    {{"select", "--cipher", "WEP", "--in-place"}, {officeFile, "warehouse-invalid.xml"}, mended},
+    {Arguments{"configure", "--set", "bands=5", "--dry-run"} + onRapidoMachine, {}, {"The WLAN service's stored profile:"}},
+    {Arguments{"configure", "--set", "bands=5", "--in-place"} + onRapidoMachine,
+     {officeFile, officeStored, "warehouse-invalid.xml"},
+     {".xml: before: MaxOffChannelTimeMs is 60, allowed 10 to 50", ".xml: after: the settings are valid\n"}},
+};
+
+TEST(ManyTest, ChangesEachOrLeavesItAsItIs)
+{
+    for (const ManyCase& row : manyCases)
+    {
+        SCOPED_TRACE(row.arguments.front());
+        const CHostWorld world;
+        WriteBytes(world.File("broken.xml"), "<a");
+        auto before = world.Snapshot();
+        const ProgramRun run = world.Host(row.arguments + Arguments{"@broken.xml", "@office.xml", "@warehouse-invalid.xml"});
+        EXPECT_EQ(1, run.nExitCode);
+        ExpectParts(run.strErrors, {"broken.xml: not well-formed XML"});
+        ExpectParts(run.strOutput, row.said);
+        const auto after = world.Snapshot();
+        std::vector<std::string> changed;
+        for (const auto& [strName, strBytes] : after)
+            if (before[strName] != strBytes)
+                changed.push_back(strName);
+        EXPECT_EQ(row.changed, changed);
+    }
+}
+
+// One name would get the new content, the other keep the old; the bands that are stored by then go back.
+TEST(ManyTest, RefusesAFileOfSeveralNames)
+{
+    const CHostWorld world;
+    std::filesystem::create_hard_link(world.File(officeFile), world.File("other.xml"));
+    for (const Arguments& arguments :
+         {Arguments{"select", "@office.xml", "--in-place"}, inPlace + onRapidoMachine + Arguments{"--set", "bands=5"}})
+        ExpectRefusal(world, {1, arguments, {"it has 2 names (hard links)"}});
+}
+
+TEST(StandardStreamsTest, HandsAProfileOn)
+{
+    const CHostWorld world;
+    Done(world, {"select", "@open-cafe.xml", "-o", "@expected.xml"});
+    const ProgramRun run = Done(world, {"select", "@open-cafe.xml", "-o", "-"});
+    EXPECT_EQ(ReadBytes(world.File("expected.xml")), run.strOutput);
+    ExpectParts(run.strErrors, {"+++ standard output"});
 }
 } // namespace
