@@ -2,6 +2,7 @@
 #include "host/Commands.h"
 #include "host/Difference.h"
 #include "host/HostError.h"
+#include "host/InvalidParts.h"
 #include "host/ProfileFile.h"
 #include "host/ProfilePage.h"
 #include "host/ServiceArguments.h"
@@ -27,10 +28,12 @@ bool PutChanged(CProfile& profile, VendorPlace place, const std::optional<CWideS
     return bChanged;
 }
 
-std::string SavedReport(const CProfile& before, const CProfile& after)
+std::string SavedReport(IDot11ExtUI& root, const CProfile& before, const CProfile& after)
 {
     const std::string strReport = ChangeReport(before.Title(), before.Text(), after.Title(), after.Text());
-    return before.Text() == after.Text() ? strReport : Shown(after.Title()) + ": saved\n" + strReport;
+    if (before.Text() == after.Text())
+        return strReport;
+    return InvalidPartsBefore(before) + InvalidPartsAfter(root, before, after) + Shown(after.Title()) + ": saved\n" + strReport;
 }
 
 // What the settings dialog had the service store, whatever became of the page.
@@ -114,7 +117,7 @@ void Page(PageArguments arguments)
                     pChanged->Store();
                 pSaved = std::move(pChanged);
             });
-    session.Print(pSaved ? SavedReport(*pProfile, *pSaved)
+    session.Print(pSaved ? SavedReport(session.Root(), *pProfile, *pSaved)
                          : Shown(pProfile->Title()) + (bFile ? ": cancelled, not changed\n" : ": cancelled\n"));
     if (stored && (bFile || !pSaved))
         session.Print(StoredReport(strName, *stored, pService->Profile(adapter->guid, strName)));
