@@ -12,7 +12,7 @@ add_library(korihvui_platform INTERFACE)
 add_library(static_runtime INTERFACE)
 if(WIN32)
     target_compile_definitions(korihvui_options INTERFACE
-        UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601 __USE_MINGW_ANSI_STDIO=0)
+        UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601 __USE_MINGW_ANSI_STDIO=0 _FILE_OFFSET_BITS=64)
     # The DLL carries its run-time inside and is loaded wherever the loader pleases, its data never as code.
     target_link_options(static_runtime INTERFACE
         -static -static-libgcc -static-libstdc++ -Wl,--dynamicbase -Wl,--nxcompat)

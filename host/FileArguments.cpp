@@ -58,8 +58,11 @@ bool IsProfileOf(const fs::path& folder, const fs::path& file)
 bool IsUsed(const UsedPlace& place, const fs::path& file)
 {
     std::error_code ignored;
-    const bool bProfiles = std::string_view(place.szOption) == "PATH" && fs::is_directory(place.place, ignored);
-    return bProfiles ? IsProfileOf(place.place, file) : LiesIn(place.place, file);
+    const bool bFolder = fs::is_directory(place.place, ignored);
+    // A profile may have other names, outside of its folder.
+    if (bFolder && IsProfileOf(place.place, file))
+        return true;
+    return !(bFolder && std::string_view(place.szOption) == "PATH") && LiesIn(place.place, file);
 }
 
 void RequireWritable(const fs::path& file)
@@ -91,7 +94,7 @@ void RequireSeparateFiles(const CLI::App& command)
         for (const std::string& strName : pOption ? pOption->results() : CLI::results_t())
         {
             if (strName.empty())
-                continue;
+                throw CHostError(std::string(argument.szOption) + " names no file");
             if (strName == standardStream)
             {
                 if (argument.bWritten && szAtStandardOutput)

@@ -7,12 +7,16 @@
 #include "host/trace/TraceCalls.h"
 #include "host/trace/TraceSummary.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
-#include <fstream>
+#include <cstring>
 #include <optional>
 #include <thread>
+
+#include <sys/stat.h>
 
 namespace
 {
@@ -62,39 +66,53 @@ std::optional<std::uint32_t> ThreadOf(const std::string& strThread)
 class CTraceFile
 {
 public:
-    explicit CTraceFile(const std::string& strFile) : m_strFile(strFile), m_stream(PathOf(strFile), std::ios::binary)
+    explicit CTraceFile(const std::string& strFile) : m_file(PathOf(strFile)), m_opened(OpenForReading(m_file))
     {
-        std::error_code error;
-        if (!m_stream || !std::filesystem::is_regular_file(PathOf(strFile), error))
-            throw CHostError(strFile + ": " + (m_stream ? "is no file" : std::strerror(errno)));
+        if (!m_opened)
+            throw CHostError(strFile + ": cannot be opened: " + std::strerror(errno));
+        if (!S_ISREG(StatusOf(m_opened).st_mode))
+            throw CHostError(strFile + ": is not a regular file");
     }
 
-    // The next bytes; none at the end, for now. A log that was begun anew is read from its beginning.
+    // The next bytes; none at the end, for now.
     std::string_view Next()
     {
-        m_stream.clear();
-        m_stream.read(m_strChunk.data(), static_cast<std::streamsize>(m_strChunk.size()));
-        m_nRead += static_cast<std::uint64_t>(m_stream.gcount());
-        return std::string_view(m_strChunk).substr(0, static_cast<std::size_t>(m_stream.gcount()));
+        const auto cbRead = read(m_opened.Get(), m_strChunk.data(), static_cast<unsigned>(m_strChunk.size()));
+        m_nRead += std::max<std::int64_t>(cbRead, 0);
+        return std::string_view(m_strChunk).substr(0, static_cast<std::size_t>(std::max<std::int64_t>(cbRead, 0)));
     }
     void GoTo(std::uint64_t nOffset)
     {
-        m_stream.clear();
-        m_stream.seekg(static_cast<std::streamoff>(nOffset));
-        m_nRead = nOffset;
+        m_nRead = static_cast<std::int64_t>(nOffset);
+        lseek(m_opened.Get(), m_nRead, SEEK_SET);
     }
-    bool WasBegunAnew() const
+    // True when another log has the name by now, or this one was emptied: that is read from its beginning then. Until it is
+    // there, what was moved away is.
+    bool WasBegunAnew()
     {
-        std::error_code error;
-        const auto cbNow = std::filesystem::file_size(PathOf(m_strFile), error);
-        return !error && cbNow < m_nRead;
+        CUniqueDescriptor named = OpenForReading(m_file);
+        const struct stat now = StatusOf(named);
+        const struct stat before = StatusOf(m_opened);
+        if (!named || !S_ISREG(now.st_mode) ||
+            (now.st_dev == before.st_dev && now.st_ino == before.st_ino && now.st_size >= m_nRead))
+            return false;
+        m_opened.Reset(named.Detach());
+        m_nRead = 0;
+        return true;
     }
 
 private:
-    std::string m_strFile;
-    std::ifstream m_stream;
+    static struct stat StatusOf(const CUniqueDescriptor& file)
+    {
+        struct stat status = {};
+        fstat(file.Get(), &status);
+        return status;
+    }
+
+    std::filesystem::path m_file;
+    CUniqueDescriptor m_opened;
     std::string m_strChunk = std::string(cbChunk, '\0');
-    std::uint64_t m_nRead = 0;
+    std::int64_t m_nRead = 0;
 };
 
 // Where the last day of the log begins.
@@ -125,7 +143,7 @@ std::string TextOf(const TraceCall& call, bool bColours)
     for (const std::string& strLine : call.lines)
     {
         const bool bColoured = bColours && IsTraceError(strLine);
-        strText += (bColoured ? "    \x1b[31m" : "    ") + Escaped(strLine) + (bColoured ? "\x1b[0m\n" : "\n");
+        strText += (bColoured ? "    \x1b[31m" : "    ") + EscapedLines(strLine) + (bColoured ? "\x1b[0m\n" : "\n");
     }
     return strText;
 }
@@ -165,8 +183,11 @@ void Trace(const TraceArguments& arguments)
             if (nThread && message.nThread != *nThread)
                 return;
             TraceMessage masked = message;
-            const std::string strMasked = Utf8Of(WithoutKeys(WideOf(message.text)));
-            masked.text = strMasked;
+            // Most messages have no markup, and so no keys.
+            const bool bMarkup = message.text.find_first_of("<&=") != std::string_view::npos;
+            const std::string strMasked = bMarkup ? Utf8Of(WithoutKeys(WideOf(message.text))) : std::string();
+            if (bMarkup)
+                masked.text = strMasked;
             calls.Add(masked);
         },
         nBegin);
@@ -183,13 +204,13 @@ void Trace(const TraceArguments& arguments)
         calls.Pause(arguments.bErrors);
         std::this_thread::sleep_for(timeBetweenLooks);
         if (file.WasBegunAnew())
-            file.GoTo(0);
+            messages.BeginAnew();
     }
     calls.Pause();
     if (!messages.HasAny())
         throw CHostError(arguments.strFile + ": holds no line of a trace log");
     if (arguments.bSummary)
-        write(EscapedLines(summary.Text()));
+        write(summary.Text());
 }
 } // namespace
 
@@ -208,6 +229,9 @@ void AddTraceCommand(CLI::App& app, CommandWork& chosen)
     CLI::Option* pSummary = pCommand->add_flag("--summary", pArguments->bSummary,
                                                "How often each operation was called, with what, and which errors it met");
     pCommand->add_flag("--follow", pArguments->bFollow, "Wait for what is added")->excludes(pSummary);
-    pCommand->footer("A line of the log has neither a date nor a process, so that calls are told apart by their thread alone.");
+    pCommand->footer("A line of the log has neither a date nor a process, so that calls are told apart by their thread alone.\n"
+                     "A call is shown once its thread begins another or has been silent for a while, so that calls of several "
+                     "threads can stand out\n"
+                     "of their order in time.");
     pCommand->callback([pArguments, &chosen] { chosen = [pArguments] { Trace(*pArguments); }; });
 }

@@ -10,6 +10,8 @@ namespace
 // time. A dialog that stays open longer goes on later. Nothing is known of a thread any more after the second number.
 constexpr std::uint64_t cMessagesUntilHandedOut = 64;
 constexpr std::uint64_t cMessagesUntilForgotten = 20'000;
+// A call that tells more than this is handed out in parts.
+constexpr std::size_t cbMostOfCall = 256 * 1024;
 
 struct OperationLine
 {
@@ -37,12 +39,12 @@ std::string_view OperationThatBegins(std::string_view text, const TraceCall& cur
         if (text == first.line)
             return first.operation;
     if (text.starts_with("\nCExtUI"))
-        return text.substr(1);
+        return text.substr(1, text.find_first_of("\r\n", 1) - 1);
     const bool bOfTheDialog = current.strOperation == dialog && current.lines.empty() && !current.bGoesOn;
     return text.starts_with(itsFirstLine) && !bOfTheDialog ? silentOperation : std::string_view();
 }
 
-void AddLines(std::vector<std::string>& lines, std::string_view text)
+void AddLines(TraceCall& call, std::string_view text)
 {
     while (!text.empty())
     {
@@ -50,7 +52,8 @@ void AddLines(std::vector<std::string>& lines, std::string_view text)
         std::string_view line = text.substr(0, nEnd);
         if (line.ends_with('\r'))
             line.remove_suffix(1);
-        lines.emplace_back(line);
+        call.cbLines += line.size() + sizeof(std::string);
+        call.lines.emplace_back(line);
         text.remove_prefix(std::min(nEnd + 1, text.size()));
     }
 }
@@ -84,11 +87,13 @@ void CTraceCalls::Add(const TraceMessage& message)
         open.call.nThread = message.nThread;
     }
     open.bHasNews = true;
-    if (operation.empty() || operation == silentOperation)
-    {
-        AddLines(open.call.lines, message.text);
-        open.call.bFailed = open.call.bFailed || IsTraceError(message.text);
-    }
+    std::string_view lines = message.text;
+    if (!operation.empty() && operation != silentOperation)
+        lines.remove_prefix(std::min(lines.find('\n', 1), lines.size() - 1) + 1);
+    AddLines(open.call, lines);
+    open.call.bFailed = open.call.bFailed || IsTraceError(lines);
+    if (open.call.cbLines > cbMostOfCall)
+        HandOut(open);
     if (m_cMessages % cMessagesUntilHandedOut == 0)
         LetGo();
 }
@@ -106,6 +111,7 @@ void CTraceCalls::HandOut(OpenCall& open)
         return;
     m_taker(open.call);
     open.call.lines.clear();
+    open.call.cbLines = 0;
     open.call.bGoesOn = true;
     open.call.bFailed = false;
     open.bHasNews = false;

@@ -17,6 +17,7 @@ struct TraceCall
     bool bGoesOn = false;
     bool bFailed = false;
     std::vector<std::string> lines;
+    std::size_t cbLines = 0;
 };
 
 // Whether a line of a message tells of an error.

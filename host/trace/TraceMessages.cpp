@@ -92,22 +92,29 @@ void CTraceMessages::Finish()
     HandOut(m_strHeld.size());
 }
 
+void CTraceMessages::BeginAnew()
+{
+    m_strHeld.clear();
+    m_nSearched = 0;
+    m_current.nOffset = 0;
+    m_bWithin = false;
+}
+
 void CTraceMessages::HandOut(std::size_t cbMessage)
 {
     std::string_view text = std::string_view(m_strHeld).substr(0, cbMessage);
     if (const auto found = BeginningOf(text))
     {
-        m_bHasAny = true;
+        m_bHasAny = m_bWithin = true;
         m_current.nTime = found->nTime;
         m_current.nThread = found->nThread;
         text.remove_prefix(found->cb);
     }
-    if (text.ends_with('\n'))
-        text.remove_suffix(1);
-    if (text.ends_with('\r'))
+    // A file of the echo has one line end of the message's and one of the echo's.
+    while (text.ends_with('\n') || text.ends_with('\r'))
         text.remove_suffix(1);
     m_current.text = text;
-    if (m_bHasAny && cbMessage > 0)
+    if (m_bWithin && cbMessage > 0)
         m_taker(m_current);
     m_current.nOffset += cbMessage;
     m_strHeld.erase(0, cbMessage);

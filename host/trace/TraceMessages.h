@@ -11,7 +11,7 @@ struct TraceMessage
     std::uint64_t nOffset = 0; // where it begins in the file, in bytes
     std::uint32_t nTime = 0;   // milliseconds since midnight; a line has no date
     std::uint32_t nThread = 0;
-    std::string_view text; // without the end of its last line
+    std::string_view text; // without line ends behind it
 };
 
 class CTraceMessages
@@ -25,6 +25,8 @@ public:
     void Feed(std::string_view bytes);
     // Hands out what is held. Text that comes later without a beginning of its own goes on with this message.
     void Finish();
+    // What comes is another file's, from its first byte on.
+    void BeginAnew();
     // Whether what is held ends with a line's end, and not within a line that is being written.
     bool HoldsWholeLines() const
     {
@@ -43,5 +45,6 @@ private:
     std::string m_strHeld; // from the beginning of the message that is not handed out yet
     std::size_t m_nSearched = 0;
     TraceMessage m_current;
+    bool m_bWithin = false; // a message of this file has begun
     bool m_bHasAny = false;
 };

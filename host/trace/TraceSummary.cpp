@@ -1,5 +1,7 @@
 #include "host/trace/TraceSummary.h"
 
+#include "host/Escaped.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
@@ -21,37 +23,40 @@ bool IsQuestion(std::string_view line)
                        [&](std::string_view question) { return line.starts_with(question); });
 }
 
-void Count(std::map<std::string, std::size_t>& kinds, const std::string& strLine)
+// As it is shown: one line, and no more than fits.
+std::string Kind(const std::string& strWhat)
 {
-    const bool bIsKnown = kinds.contains(strLine) || kinds.size() < cMostKinds;
-    kinds[bIsKnown ? strLine : "(others)"] += 1;
+    std::string strKind = Escaped(std::string_view(strWhat).substr(0, cbMostShown));
+    if (strWhat.size() > cbMostShown)
+        strKind += "...";
+    return strKind;
 }
 
-std::string CountedRow(std::size_t cIndent, std::size_t nCount, std::string strWhat)
+// The one that is counted for the kind: one for all when there are too many.
+template <class Value>
+Value& Counted(std::map<std::string, Value>& kinds, const std::string& strWhat)
 {
-    if (strWhat.size() > cbMostShown)
-    {
-        strWhat.resize(cbMostShown);
-        // Not within a character.
-        while (!strWhat.empty() && (static_cast<unsigned char>(strWhat.back()) & 0x80U) != 0)
-            strWhat.pop_back();
-        strWhat += "...";
-    }
+    const std::string strKind = Kind(strWhat);
+    return kinds[kinds.contains(strKind) || kinds.size() < cMostKinds ? strKind : "(others)"];
+}
+
+std::string CountedRow(std::size_t cIndent, std::size_t nCount, const std::string& strKind)
+{
     char szNumber[32];
     std::snprintf(szNumber, sizeof(szNumber), "%8zu  ", nCount);
-    return std::string(cIndent, ' ') + szNumber + strWhat + "\n";
+    return std::string(cIndent, ' ') + szNumber + strKind + "\n";
 }
 } // namespace
 
 void CTraceSummary::Add(const TraceCall& call)
 {
-    Operation& operation = m_operations[call.strOperation.empty() ? "(before the first operation)" : call.strOperation];
+    Operation& operation = Counted(m_operations, call.strOperation.empty() ? "(before the first operation)" : call.strOperation);
     operation.cCalls += call.bGoesOn ? 0 : 1;
     for (const std::string& strLine : call.lines)
         if (IsTraceError(strLine))
-            Count(operation.errors, strLine);
+            Counted(operation.errors, strLine) += 1;
         else if (IsQuestion(strLine))
-            Count(operation.asked, strLine);
+            Counted(operation.asked, strLine) += 1;
 }
 
 std::string CTraceSummary::Text() const

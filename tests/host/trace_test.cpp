@@ -16,8 +16,8 @@ constexpr const char* log =
     "00:00:01.000 [     A3C]   Ihvui: -- IID_ICCX00:00:01.001 [      B1]   Ihvui: *pfIsSelected: TRUE\r\n"
     "00:00:02.000 [FFFFFFFE]   Ihvui: \nCExtUICon::Dot11ExtUIPropertySetSelected\r\n"
     "00:00:02.001 [FFFFFFFE]   Ihvui: bstrIHVProfile (IN): (null)\r\n"
-    "00:00:03.000 [FFFFFFFE]   Ihvui: bstrIHVProfile (IN): a\x1b]b\r\n"
-    "00:00:03.001 [FFFFFFFE]   Ihvui: *** Error: invalid profile.\r\n";
+    "00:00:03.000 [FFFFFFFE]   Ihvui: bstrIHVProfile (IN): a\x1b]b\r\n\r\n"
+    "00:00:03.001 [FFFFFFFE]   Ihvui: *** Error: invalid profile.\n\n";
 
 constexpr const char* key =
     "23:59:59.950 [B1] CExtUIKey::Dot11ExtUIPropertyGetSelected\n"
