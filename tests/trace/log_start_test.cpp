@@ -106,6 +106,7 @@ TEST_F(LogStart, LogPathIsWhateverFits)
             EXPECT_EQ(szFile == std::string(row.szFile) && *szFile ? cbLine : 0, ReadBytes(szFile).size())
                 << tests::Narrow(row.path);
     }
+    EXPECT_FALSE(std::filesystem::exists("o")) << "of \"one\"";
     // Shortened, it would name some other file; the one of the start before is not taken either.
     std::filesystem::remove("given.txt");
     std::filesystem::remove(Padded(260));
