@@ -52,13 +52,14 @@ std::string JsonEntry(const ProfileVerdict& verdict, const ReportOptions&)
     if (!verdict.findings.empty())
     {
         const CTextLines lines(verdict.strText);
-        for (const Finding& finding : verdict.findings)
+        for (const Finding& finding : ToldFindings(verdict))
             findings.push_back(JsonOf(finding, lines));
     }
     return Written({{"file", Utf8Of(WithoutKeys(WideOf(verdict.strFile)))},
                     {"name", verdict.strName ? Json(Utf8Of(*verdict.strName)) : Json()},
                     {"state", StateName(verdict.State())},
-                    {"findings", std::move(findings)}});
+                    {"findings", std::move(findings)},
+                    {"more", UntoldFindings(verdict)}});
 }
 
 std::string JsonTail(const CheckCounts& counts)
