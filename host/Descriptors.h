@@ -34,7 +34,7 @@ unsigned long NamesOf(const CUniqueDescriptor& descriptor);
 bool TakesColours(int nDescriptor);
 
 // Files that take the module's lines, begun anew: of a name (the null device for an empty one), and one that goes with the
-// descriptor. Empty, with errno, when they cannot be made.
+// descriptor. Empty, with errno, when they cannot be made; OpenTemporaryTrace throws CHostError when there is no folder for it.
 CUniqueDescriptor OpenTraceFile(const std::string& strFile);
 CUniqueDescriptor OpenTemporaryTrace();
 

@@ -9,14 +9,14 @@
 namespace
 {
 // Terminals obey the control characters, of either range. The others break lines or turn the writing direction, so that a
-// text reads as another one.
+// text reads as another one, or are no characters, which no XML document may hold.
 struct Range
 {
     WCHAR chFirst;
     WCHAR chLast;
 };
-constexpr Range escapedRanges[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0x061C, 0x061C},
-                                   {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}};
+constexpr Range escapedRanges[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0x061C, 0x061C}, {0x200E, 0x200F},
+                                   {0x2028, 0x202E}, {0x2066, 0x2069}, {0xFFFE, 0xFFFF}};
 
 struct ShortForm
 {

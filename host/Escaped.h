@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-// UTF-8 with control characters and marks of the writing direction as their numbers: "\x1b", "\n", "\u202e". The result is
-// one line. Escaping it again changes nothing, so backslashes stay as they are.
+// UTF-8 with control characters, marks of the writing direction and what is no character as their numbers: "\x1b", "\n",
+// "\u202e". The result is one line. Escaping it again changes nothing, so backslashes stay as they are.
 std::string Escaped(std::string_view text);
 
 // The same for a text of several lines: line feeds and tabs stay.

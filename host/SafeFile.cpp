@@ -18,7 +18,11 @@ void RequireRegular(const std::filesystem::path& file, const CUniqueDescriptor& 
     struct stat status = {};
     // Not every system opens one.
     if (std::error_code ignored; std::filesystem::is_directory(file, ignored))
-        throw CHostError("is a folder, not a file");
+    {
+        std::error_code error;
+        const std::filesystem::directory_iterator listed(file, error);
+        throw CHostError(error ? "is a folder that cannot be listed: " + error.message() : "is a folder, not a file");
+    }
     if (!opened)
         throw CHostError(nError == ENOENT || nError == ENOTDIR
                              ? "there is no such file"

@@ -6,6 +6,13 @@ namespace
 {
 constexpr std::size_t cbLongestSequence = 4;
 
+// After a conversion that failed: anything but the text itself, such as want of memory, says nothing about the text.
+void RequireIllFormed()
+{
+    if (GetLastError() != ERROR_NO_UNICODE_TRANSLATION)
+        throw std::bad_alloc();
+}
+
 // Both calls ask at once for the most that the result can be, because asking for its size first converts everything twice.
 std::optional<CWideString> ToWide(std::string_view bytes, DWORD dwFlags)
 {
@@ -15,7 +22,10 @@ std::optional<CWideString> ToWide(std::string_view bytes, DWORD dwFlags)
     CWideString strText(bytes.size(), WCHAR{});
     const int cch = MultiByteToWideChar(CP_UTF8, dwFlags, bytes.data(), cb, strText.data(), cb);
     if (cch == 0)
+    {
+        RequireIllFormed();
         return std::nullopt;
+    }
     strText.resize(static_cast<std::size_t>(cch));
     return strText;
 }
@@ -29,7 +39,10 @@ std::optional<std::string> ToUtf8(CWideView text, DWORD dwFlags)
     const int cb = WideCharToMultiByte(CP_UTF8, dwFlags, text.data(), static_cast<int>(text.size()), strBytes.data(),
                                        static_cast<int>(strBytes.size()), nullptr, nullptr);
     if (cb == 0)
+    {
+        RequireIllFormed();
         return std::nullopt;
+    }
     strBytes.resize(static_cast<std::size_t>(cb));
     return strBytes;
 }
@@ -38,7 +51,7 @@ std::optional<std::string> ToUtf8(CWideView text, DWORD dwFlags)
 std::size_t FirstIllFormed(std::string_view bytes)
 {
     std::size_t nPosition = 0;
-    for (std::size_t cb = 1; cb <= cbLongestSequence;)
+    for (std::size_t cb = 1; cb <= cbLongestSequence && nPosition < bytes.size();)
     {
         const bool bSequence = WideOfUtf8(bytes.substr(nPosition, cb)).has_value();
         nPosition += bSequence ? cb : 0;

@@ -1,4 +1,4 @@
-// Between the platform's UTF-16 and the UTF-8 of files and programs.
+// Between the platform's UTF-16 and the UTF-8 of files and programs. Where the memory does not suffice, std::bad_alloc is thrown.
 #pragma once
 
 #include "values/WideText.h"

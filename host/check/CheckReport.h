@@ -3,6 +3,9 @@
 
 #include "host/check/Findings.h"
 
+#include <algorithm>
+#include <span>
+
 struct CheckCounts
 {
     std::size_t nChecked = 0;
@@ -17,6 +20,27 @@ struct ReportOptions
     bool bColours = false;
     bool bWarningsFail = false;
 };
+
+// The findings of a file that are told one by one: a file may have more of them than bytes can be spared for.
+inline std::span<const Finding> ToldFindings(const ProfileVerdict& verdict)
+{
+    constexpr std::size_t nMostTold = 1000;
+    return std::span(verdict.findings).first(std::min(verdict.findings.size(), nMostTold));
+}
+
+// How many more there are.
+inline std::size_t UntoldFindings(const ProfileVerdict& verdict)
+{
+    return verdict.findings.size() - ToldFindings(verdict).size();
+}
+
+// "and 12 more findings", for a line behind those that are told; nothing when they are all.
+inline std::string UntoldLine(const ProfileVerdict& verdict)
+{
+    const std::size_t nUntold = UntoldFindings(verdict);
+    return nUntold == 0 ? std::string()
+                        : "and " + std::to_string(nUntold) + (nUntold == 1 ? " more finding\n" : " more findings\n");
+}
 
 // The whole is the head, the entries with the separator between them, and the tail; UTF-8.
 struct CheckReport

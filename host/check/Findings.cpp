@@ -14,17 +14,6 @@ constexpr const char* stateNames[] = {"valid", "invalid", "unreadable"};
 // A value that is a text of a whole file helps nobody.
 constexpr std::size_t cchLongestValue = 64;
 
-CWideString Shortened(CWideString strValue)
-{
-    if (strValue.size() <= cchLongestValue)
-        return strValue;
-    strValue.resize(cchLongestValue);
-    // Not half of a character.
-    if ((strValue.back() & 0xFC00) == 0xD800)
-        strValue.pop_back();
-    return strValue;
-}
-
 TextRange TagOf(const XmlElement& element)
 {
     return {element.openingTag.nBegin, element.openingTag.nEnd};
@@ -35,6 +24,17 @@ CWideString ValueWithoutKeys(const CElementMap& map, const XmlElement& element, 
 {
     const CWideString strContent = WithoutKeys(map.Content(element));
     return WithoutKeys(strContent == map.Content(element) ? strValue : strContent);
+}
+
+CWideString Shortened(CWideString strText, std::size_t cchLongest)
+{
+    if (strText.size() <= cchLongest)
+        return strText;
+    strText.resize(cchLongest);
+    // Not half of a character.
+    if ((strText.back() & 0xFC00) == 0xD800)
+        strText.pop_back();
+    return strText;
 }
 
 void CFindings::AddContent(CheckRule rule, ProfilePart part, const XmlElement& element, Said said)
@@ -63,7 +63,7 @@ void CFindings::AddMissing(CheckRule rule, ProfilePart part, std::string_view na
 void CFindings::Add(CheckRule rule, ProfilePart part, std::string_view element, TextRange place, Said said)
 {
     if (said.strValue)
-        said.strValue = Shortened(std::move(*said.strValue));
+        said.strValue = Shortened(std::move(*said.strValue), cchLongestValue);
     m_findings.push_back({&RowOf(rule), part, std::string(element), place, std::move(said.strValue), std::move(said.strAllowed),
                           std::move(said.strEffect)});
 }

@@ -36,6 +36,9 @@ struct Finding
 // The value, which has been read from the element, as it may be shown: where a key stands in the element, its text without keys.
 CWideString ValueWithoutKeys(const CElementMap& map, const XmlElement& element, const CWideString& strValue);
 
+// At most so many units of a text, and no half of a character at its end.
+CWideString Shortened(CWideString strText, std::size_t cchLongest);
+
 class CFindings
 {
 public:
@@ -75,9 +78,9 @@ enum class ProfileState
 
 struct ProfileVerdict
 {
-    std::string strFile; // as it was named; UTF-8 as far as the file's name is
-    CWideString strText; // empty where there is none
-    std::optional<CWideString> strName;
+    std::string strFile;                // as it was named; UTF-8 as far as the file's name is
+    CWideString strText;                // empty where there is none
+    std::optional<CWideString> strName; // without keys; no longer than a valid one
     std::vector<Finding> findings;
 
     ProfileState State() const;

@@ -1,4 +1,5 @@
 // For programs: one object, written as it grows.
+#include "host/KeyMask.h"
 #include "host/check/CheckReport.h"
 #include "host/check/TextLines.h"
 #include "values/Utf8Text.h"
@@ -34,10 +35,10 @@ Json JsonOf(const Finding& finding, const CTextLines& lines)
     return json;
 }
 
-// A file's name may be no UTF-8.
+// A file's name may be no UTF-8. The output may be a terminal's, which obeys characters that are no ASCII, too.
 std::string Written(const Json& json)
 {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+    return json.dump(-1, ' ', true, Json::error_handler_t::replace);
 }
 
 std::string JsonHead(const CheckCounts&, const ReportOptions&)
@@ -51,13 +52,14 @@ std::string JsonEntry(const ProfileVerdict& verdict, const ReportOptions&)
     if (!verdict.findings.empty())
     {
         const CTextLines lines(verdict.strText);
-        for (const Finding& finding : verdict.findings)
+        for (const Finding& finding : ToldFindings(verdict))
             findings.push_back(JsonOf(finding, lines));
     }
-    return Written({{"file", verdict.strFile},
+    return Written({{"file", Utf8Of(WithoutKeys(WideOf(verdict.strFile)))},
                     {"name", verdict.strName ? Json(Utf8Of(*verdict.strName)) : Json()},
                     {"state", StateName(verdict.State())},
-                    {"findings", std::move(findings)}});
+                    {"findings", std::move(findings)},
+                    {"more", UntoldFindings(verdict)}});
 }
 
 std::string JsonTail(const CheckCounts& counts)

@@ -73,9 +73,9 @@ std::string JunitEntry(const ProfileVerdict& verdict, const ReportOptions& optio
                     std::to_string(verdict.findings.size()) + (verdict.findings.size() == 1 ? " finding" : " findings") + "\"";
     strEntry += ">";
     const CTextLines lines(verdict.strText);
-    for (const Finding& finding : verdict.findings)
+    for (const Finding& finding : ToldFindings(verdict))
         strEntry += LineOf(finding, lines);
-    return strEntry + "</" + strOutcome + ">\n</testcase>\n";
+    return strEntry + UntoldLine(verdict) + "</" + strOutcome + ">\n</testcase>\n";
 }
 
 std::string JunitTail(const CheckCounts&)

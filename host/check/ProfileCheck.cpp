@@ -101,7 +101,7 @@ void CheckName(const CElementMap& map, CFindings& findings, ProfileVerdict& verd
         findings.AddMissing(CheckRule::ProfileName, ProfilePart::Profile, "name", pName ? *pName : map.Root(),
                             {{}, strAllowed, strEffect});
     else
-        verdict.strName = ValueWithoutKeys(map, *pName, strName);
+        verdict.strName = Shortened(ValueWithoutKeys(map, *pName, strName), cchLongestName);
     if (strName.size() > cchLongestName)
         findings.AddContent(CheckRule::ProfileName, ProfilePart::Profile, *pName, {strName, strAllowed, strEffect});
 }

@@ -66,9 +66,10 @@ public:
     std::string Write() const
     {
         std::string strEntry;
-        for (const Finding& finding : m_verdict.findings)
+        for (const Finding& finding : ToldFindings(m_verdict))
             strEntry += Headline(finding) + (finding.place ? Excerpt(*finding.place) : "");
-        return strEntry;
+        const std::string strUntold = UntoldLine(m_verdict);
+        return strUntold.empty() ? strEntry : strEntry + m_strFile + ": " + strUntold;
     }
 
 private:

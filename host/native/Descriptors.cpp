@@ -1,5 +1,7 @@
 #include "host/Descriptors.h"
 
+#include "host/TemporaryFile.h"
+
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -33,7 +35,7 @@ CUniqueDescriptor OpenTraceFile(const std::string& strFile)
 
 CUniqueDescriptor OpenTemporaryTrace()
 {
-    std::string strName = (std::filesystem::temp_directory_path() / "korihost.XXXXXX").string();
+    std::string strName = TemporaryFile("korihost.XXXXXX").string();
     CUniqueDescriptor descriptor(mkostemp(strName.data(), O_APPEND | O_CLOEXEC));
     if (descriptor)
         unlink(strName.c_str());

@@ -1,6 +1,7 @@
 #include "host/Descriptors.h"
 
 #include "host/FileNames.h"
+#include "host/TemporaryFile.h"
 
 #include <cstdio>
 #include <fcntl.h>
@@ -54,7 +55,7 @@ CUniqueDescriptor OpenTraceFile(const std::string& strFile)
 
 CUniqueDescriptor OpenTemporaryTrace()
 {
-    const auto file = std::filesystem::temp_directory_path() / ("korihost." + std::to_string(GetCurrentProcessId()) + ".trace");
+    const auto file = TemporaryFile("korihost." + std::to_string(GetCurrentProcessId()) + ".trace");
     return CUniqueDescriptor(_wopen(file.c_str(), _O_RDWR | _O_TEMPORARY | openFlags, _S_IREAD | _S_IWRITE));
 }
 

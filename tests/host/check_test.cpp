@@ -1,4 +1,5 @@
 // The verdict on profiles: what is found and where, and the forms in which it is told.
+#include "host/Escaped.h"
 #include "host/Module.h"
 #include "host/check/ProfileCheck.h"
 #include "host/check/TextLines.h"
@@ -133,6 +134,8 @@ TEST(CheckTest, FindsWhatCountsAndWhere)
         const auto place = verdict.findings.empty() ? std::nullopt : verdict.findings.front().place;
         EXPECT_EQ(nMark, place && nMark != std::string::npos ? place->nBegin : std::string::npos);
     }
+    EXPECT_EQ(255u, Verdict("<WLANProfile><name>" + std::string(300, 'n') + "</name></WLANProfile>").strName->size());
+    EXPECT_EQ("\\ufffe", Escaped("\xEF\xBF\xBE"));
     const CTextLines lines(OLESTR("a\r\nb\rc\n\xD83D\xDE00x"));
     EXPECT_EQ(4u, lines.PositionOf(8).nLine);
     EXPECT_EQ(2u, lines.PositionOf(8).nColumn);
@@ -142,8 +145,10 @@ TEST(CheckTest, TellsItInThreeFormsAndByTheExitCode)
 {
     const CHostWorld world;
     std::filesystem::create_directories(world.File("many/inner.XML"));
-    WriteBytes(world.File("many/a.xml"),
-               ProfileWith(inConnection, "<Rapido>\xE2\x80\xAE</Rapido>\n<Rapido/><!--<sharedKey>top</sharedKey>-->"));
+    std::string strMany = "<Rapido>\xE2\x80\xAE</Rapido>\n<Rapido/><!--<sharedKey>top</sharedKey>-->\n";
+    for (int n = 0; n < 1000; ++n)
+        strMany += "<Rapida/>";
+    WriteBytes(world.File("many/a.xml"), ProfileWith(inConnection, strMany));
     WriteBytes(world.File("many/inner.XML/b.xml"), "\xFF");
     WriteBytes(world.File("many/note.txt"), "no profile");
     WriteBytes(world.File("many/d.xml"), {});
@@ -159,13 +164,17 @@ TEST(CheckTest, TellsItInThreeFormsAndByTheExitCode)
                                "d.xml: error: cannot be read: is larger than 16 MiB [cannot-read]\n",
                                "4 profiles checked: 1 valid (1 with warnings), 1 invalid, 2 unreadable\n"})
         EXPECT_NE(std::string::npos, text.strOutput.find(szPart)) << szPart << "\nin\n" << text.strOutput;
+    EXPECT_NE(std::string::npos, text.strOutput.find("a.xml: and 2 more findings\n"));
     for (const char* szPart : {"\xE2\x80\xAE", "sharedKey", "top"})
         EXPECT_EQ(std::string::npos, text.strOutput.find(szPart)) << szPart;
 
-    const auto json = nlohmann::json::parse(world.Host({"check", "@many", "--format", "json"}).strOutput);
+    const std::string strJson = world.Host({"check", "@many", "--format", "json"}).strOutput;
+    EXPECT_TRUE(std::all_of(strJson.begin(), strJson.end(), [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); }));
+    const auto json = nlohmann::json::parse(strJson);
     EXPECT_EQ(nlohmann::json::parse(R"({"rule":"cipher","severity":"error","part":"security","element":"encryption","line":75,
         "column":19,"value":"WEP104","allowed":"WEP, TKIP, AES, None","effect":"taken as CCKM with AES"})"),
               json["profiles"][1]["findings"][1]);
+    EXPECT_EQ(2, json["profiles"][0]["more"]);
     EXPECT_EQ("unreadable", json["profiles"][3]["state"]);
     EXPECT_EQ(nullptr, json["profiles"][3]["name"]);
     EXPECT_EQ(4, json["checked"]);
