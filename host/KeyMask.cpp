@@ -10,8 +10,6 @@
 
 namespace
 {
-constexpr CWideView mask = OLESTR("********");
-
 // All names and forms here are in lower case, as Folded makes them.
 constexpr CWideView keyNames[] = {OLESTR("sharedkey"), OLESTR("keymaterial"), OLESTR("password")};
 // Elements of a key that tell nothing of it.
@@ -41,8 +39,7 @@ bool IsOneOf(CWideView name, const CWideView (&names)[n])
 
 bool IsKeyTag(const XmlToken& token)
 {
-    return (token.kind == XmlTokenKind::StartTag || token.kind == XmlTokenKind::EmptyTag) &&
-           IsOneOf(Folded(LocalNameOf(token.name)), keyNames);
+    return (token.kind == XmlTokenKind::StartTag || token.kind == XmlTokenKind::EmptyTag) && IsKeyName(token.name);
 }
 
 bool IsNameCharacter(WCHAR ch)
@@ -152,7 +149,7 @@ CWideString MaskedWords(CWideView written)
         if (hidden.nBegin == hidden.nEnd)
             continue;
         strShown += written.substr(nShown, hidden.nBegin - nShown);
-        strShown += mask;
+        strShown += keyMask;
         nShown = hidden.nEnd;
     }
     return strShown += written.substr(nShown);
@@ -173,7 +170,7 @@ CWideString KeyTag(CWideView text, const XmlToken& tag)
 {
     CWideString strTag = OLESTR("<") + CWideString(tag.name);
     for (const XmlAttribute& attribute : AttributesOf(text, tag))
-        strTag.append(OLESTR(" ")).append(attribute.name).append(OLESTR("='")).append(mask).append(OLESTR("'"));
+        strTag.append(OLESTR(" ")).append(attribute.name).append(OLESTR("='")).append(keyMask).append(OLESTR("'"));
     return strTag + (tag.kind == XmlTokenKind::EmptyTag ? OLESTR("/>") : OLESTR(">"));
 }
 
@@ -203,7 +200,7 @@ public:
             if (m_nKeyDepth == 0)
                 m_strMasked += MaskedPiece(m_text.substr(m_nDone));
             else if (!m_bHiding)
-                m_strMasked += mask;
+                m_strMasked += keyMask;
         }
         return std::move(m_strMasked);
     }
@@ -251,7 +248,7 @@ private:
         else if (!bTag && written.find_first_not_of(xmlWhiteSpace) == CWideView::npos)
             m_strMasked += written;
         else if (!std::exchange(m_bHiding, true))
-            m_strMasked += mask;
+            m_strMasked += keyMask;
     }
 
     CWideView Written(const XmlToken& token) const
@@ -267,6 +264,11 @@ private:
     bool m_bHiding = false;      // one mask stands for everything since the last tag that is shown
 };
 } // namespace
+
+bool IsKeyName(CWideView name)
+{
+    return IsOneOf(Folded(LocalNameOf(name)), keyNames);
+}
 
 CWideString WithoutKeys(CWideView text)
 {

@@ -3,6 +3,12 @@
 
 #include "values/WideText.h"
 
+// What stands in place of a key.
+inline constexpr CWideView keyMask = OLESTR("********");
+
+// Whether what an element of the name holds is a key; the name may have a prefix.
+bool IsKeyName(CWideView name);
+
 // The text with asterisks, of one number whatever they hide, in place of every key in it: what elements of the names
 // sharedKey, keyMaterial and Password hold and what attributes are written on them, the names in any case and with any
 // prefix. The same holds for these names where they are no markup of the text itself: in comments, processing instructions,
