@@ -146,7 +146,8 @@ std::optional<std::size_t> FindOpening(CWideView before, WCHAR chSign)
 struct Hidden
 {
     std::size_t nBegin;
-    std::size_t nEnd; // no less than nBegin
+    std::size_t nEnd;        // no less than nBegin
+    CWideView shownBehind{}; // what of it is shown all the same
 };
 
 // Where the last end tag of the name begins, when that is no nearer than nFrom.
@@ -174,8 +175,9 @@ Hidden ElementContent(CWideView text, std::size_t nEnd)
     return {nContent, nLast.value_or(text.size())};
 }
 
-// Nothing is hidden behind a name that is no attribute's.
-Hidden AttributeValue(const CReadText& read, std::size_t nEnd)
+// Nothing is hidden behind a name that is no attribute's. In a tag, what follows the value is hidden with it: it is a part of the
+// key when that has a quote in it.
+Hidden AttributeValue(const CReadText& read, std::size_t nEnd, bool bInTag)
 {
     const CWideView text = read.Text();
     const auto skipSpace = [&](std::size_t n) { return std::min(text.find_first_not_of(xmlWhiteSpace, n), text.size()); };
@@ -192,10 +194,14 @@ Hidden AttributeValue(const CReadText& read, std::size_t nEnd)
     };
     constexpr CWideView quotes = OLESTR("\"'");
     constexpr CWideView endsOfWords = OLESTR(" \t\r\n<>");
-    if (nValue < text.size() && quotes.find(text[nValue]) != CWideView::npos)
-        return {nValue + 1, skipUnless(nValue + 1, [quote = read.Written(nValue, nValue + 1)](CWideView written)
-                                       { return written == quote; })};
-    return {nValue, skipUnless(nValue, [&](CWideView written) { return endsOfWords.find(written) != CWideView::npos; })};
+    const bool bQuoted = nValue < text.size() && quotes.find(text[nValue]) != CWideView::npos;
+    const CWideView quote = bQuoted ? read.Written(nValue, nValue + 1) : CWideView();
+    const std::size_t nBegin = nValue + (bQuoted ? 1 : 0);
+    const std::size_t nValueEnd = skipUnless(
+        nBegin, [&](CWideView written) { return bQuoted ? written == quote : endsOfWords.find(written) != CWideView::npos; });
+    if (!bInTag)
+        return {nBegin, nValueEnd};
+    return {nBegin, std::min(text.find(OLESTR('>'), nValueEnd), text.size()), quote};
 }
 
 // A piece of text in which the names mean keys wherever something looks like a tag or an attribute.
@@ -205,18 +211,21 @@ CWideString MaskedWords(CWideView written)
     const CWideView text = read.Text();
     CWideString strShown;
     std::size_t nShown = 0; // how much of the piece is shown or hidden already
+    bool bInTag = false;
     for (std::size_t nName = 0, nEnd = 0; nName < text.size(); nName = std::max(nEnd + 1, nShown))
     {
+        if (const CWideView before = text.substr(0, nName); before.ends_with(OLESTR('<')) || before.ends_with(OLESTR('>')))
+            bInTag = before.ends_with(OLESTR('<')) && text[nName] != OLESTR('!') && text[nName] != OLESTR('?');
         nEnd = EndOfName(text, nName);
         const bool bPrefix = text.substr(nEnd).starts_with(OLESTR(':'));
         if (bPrefix || !IsOneOf(text.substr(nName, nEnd - nName), keyNames))
             continue;
         const bool bTag = FindOpening(Before(text, nName), OLESTR('?')).has_value();
-        const Hidden hidden = bTag ? ElementContent(text, nEnd) : AttributeValue(read, nEnd);
+        const Hidden hidden = bTag ? ElementContent(text, nEnd) : AttributeValue(read, nEnd, bInTag);
         if (hidden.nBegin == hidden.nEnd)
             continue;
         strShown += read.Written(nShown, hidden.nBegin);
-        strShown += keyMask;
+        strShown.append(keyMask).append(hidden.shownBehind);
         nShown = hidden.nEnd;
     }
     return strShown += read.Written(nShown, text.size());
@@ -233,11 +242,12 @@ CWideString MaskedPiece(CWideView written)
     return MaskedWords(written.substr(0, cchHead)) + CWideString(written.substr(cchHead));
 }
 
+// With no more than the first attribute's name: those behind it may be parts of a key that has a quote in it.
 CWideString KeyTag(CWideView text, const XmlToken& tag)
 {
     CWideString strTag = OLESTR("<") + CWideString(tag.name);
-    for (const XmlAttribute& attribute : AttributesOf(text, tag))
-        strTag.append(OLESTR(" ")).append(attribute.name).append(OLESTR("='")).append(keyMask).append(OLESTR("'"));
+    if (const auto attributes = AttributesOf(text, tag); !attributes.empty())
+        strTag.append(OLESTR(" ")).append(attributes.front().name).append(OLESTR("='")).append(keyMask).append(OLESTR("'"));
     return strTag + (tag.kind == XmlTokenKind::EmptyTag ? OLESTR("/>") : OLESTR(">"));
 }
 
@@ -269,7 +279,7 @@ public:
         catch (const CHostError&)
         {
             // What follows is no XML.
-            if (m_nKeyDepth == 0)
+            if (m_key.empty())
                 m_strMasked += MaskedPiece(m_text.substr(m_nDone));
             else if (!m_bHiding)
                 m_strMasked += keyMask;
@@ -298,24 +308,26 @@ private:
     void Add(const XmlToken& token)
     {
         const bool bKeyTag = IsKeyTag(token);
-        if (m_nKeyDepth != 0)
+        if (!m_key.empty())
             AddWithinKey(token);
         else
             m_strMasked += bKeyTag ? KeyTag(m_text, token) : MaskedPiece(Written(token));
-        if (token.kind == XmlTokenKind::StartTag && (bKeyTag || m_nKeyDepth != 0))
-            ++m_nKeyDepth;
-        else if (token.kind == XmlTokenKind::EndTag && m_nKeyDepth != 0)
-            --m_nKeyDepth;
+        if (token.kind == XmlTokenKind::StartTag && (bKeyTag || !m_key.empty()))
+            m_key.push_back(token.name);
+        else if (token.kind == XmlTokenKind::EndTag && !m_key.empty() && m_key.back() == token.name)
+            m_key.pop_back();
     }
 
     void AddWithinKey(const XmlToken& token)
     {
         const CWideView written = Written(token);
         const bool bTag = token.kind != XmlTokenKind::Text;
-        const bool bEnd = token.kind == XmlTokenKind::EndTag && m_nKeyDepth == 1;
-        if (bEnd || (bTag && IsOneOf(Folded(LocalNameOf(token.name)), namesWithinKeys)))
+        const bool bEndTag = token.kind == XmlTokenKind::EndTag;
+        const bool bTellsNothing =
+            bTag && PrefixOf(token.name) == PrefixOf(m_key.front()) && IsOneOf(Folded(LocalNameOf(token.name)), namesWithinKeys);
+        if (bTellsNothing || (bEndTag && m_key.size() == 1 && token.name == m_key.front()))
         {
-            m_strMasked += token.kind == XmlTokenKind::EndTag ? CWideString(written) : KeyTag(m_text, token);
+            m_strMasked += bEndTag ? CWideString(OLESTR("</")).append(token.name).append(OLESTR(">")) : KeyTag(m_text, token);
             m_bHiding = false;
         }
         else if (!bTag && IsBlank(written))
@@ -333,8 +345,8 @@ private:
     CXmlScanner m_scanner;
     CWideString m_strMasked;
     std::size_t m_nDone = 0;
-    std::size_t m_nKeyDepth = 0; // elements open from the outermost key element on
-    bool m_bHiding = false;      // one mask stands for everything since the last tag that is shown
+    std::vector<CWideView> m_key; // the names of the elements open from the outermost key element on
+    bool m_bHiding = false;       // one mask stands for everything since the last tag that is shown
 };
 } // namespace
 

@@ -222,7 +222,7 @@ struct Masking
     const char* szShown;
 };
 const Masking maskings[] = {
-    {"<p:SHAREDKEY k='secret' l='x'/>", "<p:SHAREDKEY k='********' l='********'/>"},
+    {"<p:SHAREDKEY k='secret' l='x'/>", "<p:SHAREDKEY k='********'/>"},
     {"<sharedKey><!--</sharedKey>-->secret<secret/> <?p?>\n<Protected/></sharedKey>",
      "<sharedKey>******** \n<Protected/></sharedKey>"},
     {"<!-- <sharedKey><![CDATA[</sharedKey>]]>secret</sharedKey> a <keyMaterial k=secret --><b/>",
@@ -240,6 +240,9 @@ const Masking maskings[] = {
      "<!-- < keyMaterial>********-->< keyMaterial>********</keyMaterial>"},
     {"<a>password=secret&lt;secret keymaterial=&#34;secret&quot;secret&#34;</a>",
      "<a>password=******** keymaterial=&#34;********&#34;</a>"},
+    {"<keyMaterial>a</secret>b</p:protected secret><keyType/>c</keyMaterial secret>d",
+     "<keyMaterial>********<keyType/>********</keyMaterial>d"},
+    {"<z Password='x' secret='y'/><z Password='>a' secret'><b/>", "<z Password='********'/><z Password='********'><b/>"},
     {"<passwords a='1'>password</passwords> <password:a/>", "<passwords a='1'>password</passwords> <password:a/>"},
 };
 
