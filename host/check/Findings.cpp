@@ -18,12 +18,25 @@ TextRange TagOf(const XmlElement& element)
 {
     return {element.openingTag.nBegin, element.openingTag.nEnd};
 }
+
+bool IsInKey(const XmlElement* pElement)
+{
+    while (pElement && !IsKeyName(pElement->Name()))
+        pElement = pElement->pParent;
+    return pElement != nullptr;
+}
 } // namespace
 
 CWideString ValueWithoutKeys(const CElementMap& map, const XmlElement& element, const CWideString& strValue)
 {
     const CWideString strContent = WithoutKeys(map.Content(element));
-    return WithoutKeys(strContent == map.Content(element) ? strValue : strContent);
+    CWideString strMasked = WithoutKeys(strValue);
+    if (IsInKey(&element))
+        return CWideString(keyMask);
+    if (strContent == map.Content(element))
+        return strMasked;
+    // Where each of them has a key, either may show what the other hides.
+    return strMasked == strValue ? strContent : CWideString(keyMask);
 }
 
 CWideString Shortened(CWideString strText, std::size_t cchLongest)

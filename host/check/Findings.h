@@ -33,7 +33,8 @@ struct Finding
     std::string strEffect;
 };
 
-// The value, which has been read from the element, as it may be shown: where a key stands in the element, its text without keys.
+// The value, which has been read from the element, as it may be shown: where a key stands in the element, its text without keys;
+// where the element is in a key, or the value as read has one as well, nothing of it.
 CWideString ValueWithoutKeys(const CElementMap& map, const XmlElement& element, const CWideString& strValue);
 
 // At most so many units of a text, and no half of a character at its end.

@@ -90,6 +90,12 @@ const FoundCase foundCases[] = {
      "enabled holds \"off\": not looked at; that the element is there is what counts"},
     {inConnection, "<Rapido>^<keyMaterial>hunter2</keyMaterial></Rapido>",
      "Rapido is \"<keyMaterial>********</keyMaterial>\", allowed true or false: read as false"},
+    {inConnection, "<Rapido>^&lt;keyMaterial><!-- -->hunter2</Rapido>",
+     "Rapido is \"********\", allowed true or false: read as false"},
+    {inProfile, "<MSM><connectivity><sharedKey>^hunter2<keyMaterial>b</keyMaterial></sharedKey></connectivity><security/></MSM>",
+     "sharedKey is \"********\": shown as both bands"},
+    {inConnection, "<keyMaterial><CCX><Rapido>^hunter2</Rapido></CCX></keyMaterial>",
+     "Rapido is \"********\", allowed true or false: read as false"},
     {inConnection, "^<KeepAliveTimer/>", "Period is missing, allowed 0 to 255: all settings become the defaults"},
     {inConnection, "<Diagnostics/><Diagnostics><Channel><SSID><Name>Diagnostic Channel</Name></SSID></Channel></Diagnostics>",
      ""},
@@ -114,6 +120,8 @@ const FoundCase foundCases[] = {
     {asFile, "^<a>", "is not well-formed: <a> is never closed"},
     {asFile, "<a/>^<b/>", "is not well-formed: a second root element"},
     {asFile, "<a>^\x01</a>", "is not well-formed: a character that no document may hold"},
+    {asFile, "<a keyMaterial='a\"'>^<b keyMaterial='a\"' hunter2:x='1'/></a>", "is not well-formed: in a key, or because of one"},
+    {asFile, "<keyMaterial>a^</hunter2></keyMaterial>", "is not well-formed: in a key, or because of one"},
     {asFile, "<a><keyMaterial>^<hunter2</keyMaterial></a>", "is not well-formed: in a key, or because of one"},
 };
 

@@ -222,16 +222,27 @@ struct Masking
     const char* szShown;
 };
 const Masking maskings[] = {
-    {"<p:SHAREDKEY k='secret' l='x'/>", "<p:SHAREDKEY k='********' l='********'/>"},
+    {"<p:SHAREDKEY k='secret' l='x'/>", "<p:SHAREDKEY k='********'/>"},
     {"<sharedKey><!--</sharedKey>-->secret<secret/> <?p?>\n<Protected/></sharedKey>",
      "<sharedKey>******** \n<Protected/></sharedKey>"},
     {"<!-- <sharedKey><![CDATA[</sharedKey>]]>secret</sharedKey> a <keyMaterial k=secret --><b/>",
      "<!-- <sharedKey>********</sharedKey> a <keyMaterial********--><b/>"},
     {"<?SharedKey secret?><?p password = \"secret\" q?>", "<?SharedKey********?><?p password = \"********\" q?>"},
-    {"<a>&lt;e:Password&gt;<![CDATA[secret]]>&lt;/e:Password&gt; b</a>", "<a>&lt;e:Password********&lt;/e:Password&gt; b</a>"},
+    {"<a>&lt;e:Password&gt;<![CDATA[secret]]>&lt;/e:Password&gt; b</a>",
+     "<a>&lt;e:Password&gt;********&lt;/e:Password&gt; b</a>"},
     {"<a b='&amp;lt;password>s/password'/>secret keyMaterial=&quot;secret of &quot;",
      "<a b='&amp;lt;password>********/>secret keyMaterial=&quot;********&quot;"},
     {"1 < 2 <sharedKey>secret</sharedKey> > <password>secret", "1 < 2 <sharedKey>********</sharedKey> > <password>********"},
+    {"<a>&#38;#0060;key&#77;aterial&#x003E;secret&#x26;lt;/ key&#x4d;aterial&gt;</a>",
+     "<a>&#38;#0060;key&#77;aterial&#x003E;********&#x26;lt;/ key&#x4d;aterial&gt;</a>"},
+    {"<a>&lt;keyMaterial><!-- -->secret</a>", "<a>&lt;keyMaterial>********</a>"},
+    {"<!-- < keyMaterial>secret-->< keyMaterial>secret</keyMaterial>",
+     "<!-- < keyMaterial>********-->< keyMaterial>********</keyMaterial>"},
+    {"<a>password=secret&lt;secret keymaterial=&#34;secret&quot;secret&#34;</a>",
+     "<a>password=******** keymaterial=&#34;********&#34;</a>"},
+    {"<keyMaterial>a</secret>b</p:protected secret><keyType/>c</keyMaterial secret>d",
+     "<keyMaterial>********<keyType/>********</keyMaterial>d"},
+    {"<z Password='x' secret='y'/><z Password='>a' secret'><b/>", "<z Password='********'/><z Password='********'><b/>"},
     {"<passwords a='1'>password</passwords> <password:a/>", "<passwords a='1'>password</passwords> <password:a/>"},
 };
 
