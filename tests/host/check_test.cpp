@@ -120,7 +120,7 @@ const FoundCase foundCases[] = {
     {asFile, "^<a>", "is not well-formed: <a> is never closed"},
     {asFile, "<a/>^<b/>", "is not well-formed: a second root element"},
     {asFile, "<a>^\x01</a>", "is not well-formed: a character that no document may hold"},
-    {asFile, "<a keyMaterial='a\"'>^<b keyMaterial='a\"' hunter2:x='1'/></a>", "is not well-formed: in a key, or because of one"},
+    {asFile, "<a keyMaterial='a\"'><b keyMaterial='a\"' ^hunter2/></a>", "is not well-formed: in a key, or because of one"},
     {asFile, "<keyMaterial>a^</hunter2></keyMaterial>", "is not well-formed: in a key, or because of one"},
     {asFile, "<a><keyMaterial>^<hunter2</keyMaterial></a>", "is not well-formed: in a key, or because of one"},
 };
