@@ -30,9 +30,6 @@ CUniqueDescriptor KeepStandardInput();
 // How many names (hard links) the file that is open has.
 unsigned long NamesOf(const CUniqueDescriptor& descriptor);
 
-// Whether the descriptor is a terminal that understands colours.
-bool TakesColours(int nDescriptor);
-
 // Files that take the module's lines, begun anew: of a name (the null device for an empty one), and one that goes with the
 // descriptor. Empty, with errno, when they cannot be made; OpenTemporaryTrace throws CHostError when there is no folder for it.
 CUniqueDescriptor OpenTraceFile(const std::string& strFile);

@@ -62,3 +62,9 @@ std::string EscapedLines(std::string_view text)
 {
     return EscapedBut(text, OLESTR("\n\t"));
 }
+
+std::size_t WidthOf(std::string_view text)
+{
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}

@@ -10,3 +10,6 @@ std::string Escaped(std::string_view text);
 
 // The same for a text of several lines: line feeds and tabs stay.
 std::string EscapedLines(std::string_view text);
+
+// How wide a text of one line is on a terminal, when its characters take one place each.
+std::size_t WidthOf(std::string_view text);

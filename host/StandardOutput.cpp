@@ -1,6 +1,7 @@
 #include "host/StandardOutput.h"
 
 #include "host/HostError.h"
+#include "host/Terminal.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -29,5 +30,5 @@ bool CStandardOutput::Write(std::string_view text) const
 
 bool CStandardOutput::WantsColours() const
 {
-    return GetEnvironmentVariableW(OLESTR("NO_COLOR"), nullptr, 0) <= 1 && TakesColours(m_descriptor.Get());
+    return GetEnvironmentVariableW(OLESTR("NO_COLOR"), nullptr, 0) <= 1 && IsTerminal(m_descriptor.Get());
 }

@@ -8,13 +8,6 @@ namespace
 {
 constexpr std::size_t cchTitle = 26;
 
-// Of characters that are one place wide on a terminal.
-std::size_t WidthOf(std::string_view text)
-{
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
-
 // One endless cell would push the others out of sight in every row.
 std::string CellOf(const std::string& strValue)
 {

@@ -160,7 +160,7 @@ void Trace(const TraceArguments& arguments)
     const auto write = [&](const std::string& strText)
     {
         if (!output.Write(strText))
-            throw CHostError("standard output cannot be written");
+            throw COutputClosed();
     };
     CTraceSummary summary;
     CTraceCalls calls(

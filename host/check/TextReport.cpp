@@ -37,12 +37,9 @@ TextRange KeysIn(CWideView text)
             nElementEnd == CWideView::npos ? nEnd : nElementEnd + keyElement.size()};
 }
 
-// As wide on a terminal as what is written there, of one character each.
-std::size_t WidthOf(CWideView text)
+std::size_t WidthShown(CWideView text)
 {
-    const std::string strShown = Escaped(Utf8Of(text));
-    return static_cast<std::size_t>(
-        std::count_if(strShown.begin(), strShown.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+    return WidthOf(Escaped(Utf8Of(text)));
 }
 
 // The part of a long line that has the place in it.
@@ -101,8 +98,8 @@ private:
         std::replace(strLine.begin(), strLine.end(), OLESTR('\t'), OLESTR(' '));
         const std::size_t nMark = place.nBegin - window.nBegin;
         const CWideView marked = CWideView(strLine).substr(nMark, std::max<std::size_t>(place.nEnd - place.nBegin, 1));
-        const std::string strMark = "^" + std::string(std::max<std::size_t>(WidthOf(marked), 1) - 1, '~');
-        return "    " + Escaped(Utf8Of(strLine)) + "\n    " + std::string(WidthOf(CWideView(strLine).substr(0, nMark)), ' ') +
+        const std::string strMark = "^" + std::string(std::max<std::size_t>(WidthShown(marked), 1) - 1, '~');
+        return "    " + Escaped(Utf8Of(strLine)) + "\n    " + std::string(WidthShown(CWideView(strLine).substr(0, nMark)), ' ') +
                Coloured(colourGreen, strMark, m_options) + "\n";
     }
 

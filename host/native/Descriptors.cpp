@@ -22,11 +22,6 @@ unsigned long NamesOf(const CUniqueDescriptor& descriptor)
     return fstat(descriptor.Get(), &status) == 0 ? status.st_nlink : 1;
 }
 
-bool TakesColours(int nDescriptor)
-{
-    return isatty(nDescriptor) == 1;
-}
-
 CUniqueDescriptor OpenTraceFile(const std::string& strFile)
 {
     return CUniqueDescriptor(open(strFile.empty() ? "/dev/null" : strFile.c_str(),

@@ -39,14 +39,6 @@ unsigned long NamesOf(const CUniqueDescriptor& descriptor)
     return GetFileInformationByHandle(hFile, &information) ? information.nNumberOfLinks : 1;
 }
 
-bool TakesColours(int nDescriptor)
-{
-    constexpr DWORD understandsEscapes = 0x0004;
-    const auto hConsole = reinterpret_cast<HANDLE>(_get_osfhandle(nDescriptor));
-    DWORD dwMode = 0;
-    return GetConsoleMode(hConsole, &dwMode) && SetConsoleMode(hConsole, dwMode | understandsEscapes);
-}
-
 CUniqueDescriptor OpenTraceFile(const std::string& strFile)
 {
     const auto file = PathOf(strFile.empty() ? "NUL" : strFile);
