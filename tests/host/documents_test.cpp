@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <regex>
+#include <set>
 #include <sstream>
 
 namespace
@@ -47,4 +48,24 @@ TEST(HostGuideTest, QuotesTheMinimalHost)
     EXPECT_NE(0u, cQuotes);
 }
 
+std::set<std::string> Names(const std::string& strText, const char* szPattern)
+{
+    const std::regex pattern(szPattern);
+    std::set<std::string> names;
+    for (std::sregex_iterator found(strText.begin(), strText.end(), pattern), end; found != end; ++found)
+        names.insert((*found)[1]);
+    return names;
+}
+
+TEST(ManualTest, NamesTheCommandsAndOptionsThatThereAre)
+{
+    const std::string strPage = ReadBytes(documents / "korihost.1");
+    std::string strHelp = RunProgram("korihost", {"--help"}).strOutput;
+    std::erase(strHelp, '\r');
+    const std::set<std::string> commands = Names(Block(strHelp, "Subcommands:", "  "), "(?:^|\n)([a-z]+) ");
+    EXPECT_EQ(commands, Names(strPage, "\n\\.Ss ([a-z]+)"));
+    for (const std::string& strCommand : commands)
+        strHelp += RunProgram("korihost", {strCommand, "--help"}).strOutput;
+    EXPECT_EQ(Names(strHelp, "--([a-z]+(?:-[a-z]+)*)"), Names(strPage, "(?:Fl|,) -([a-z]+(?:-[a-z]+)*)"));
+}
 } // namespace
