@@ -3,4 +3,11 @@
 set(KORIHVUI_LANGUAGES
     en-US
     de-DE
+    fr-FR
+    es-ES
+    it-IT
+    pt-BR
+    ja-JP
+    zh-CN
+    ko-KR
 )
