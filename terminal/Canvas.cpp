@@ -1,22 +1,13 @@
 #include "terminal/Canvas.h"
 
+#include "platform/user32/TextColumns.h"
+
 #include <algorithm>
-#include <wchar.h>
 
 namespace terminal
 {
 namespace
 {
-// The character that begins at uAt, which moves behind it.
-wchar_t NextCharacter(std::u16string_view text, std::size_t& uAt)
-{
-    const unsigned uUnit = text[uAt++];
-    const bool bPair = (uUnit & 0xFC00u) == 0xD800u && uAt < text.size() && (text[uAt] & 0xFC00u) == 0xDC00u;
-    if (bPair)
-        return static_cast<wchar_t>(0x10000u + ((uUnit & 0x3FFu) << 10) + (text[uAt++] & 0x3FFu));
-    return static_cast<wchar_t>((uUnit & 0xF800u) == 0xD800u ? 0xFFFDu : uUnit);
-}
-
 // The character so often that it fills a row of the cells.
 std::u16string Row(const Cells& cells, char16_t ch)
 {
@@ -30,21 +21,15 @@ int Text(const Cells& cells, std::u16string_view text, attr_t ink, int nMarked)
     for (std::size_t uAt = 0; uAt < text.size();)
     {
         attr_set(static_cast<int>(uAt) == nMarked ? ink | A_UNDERLINE : ink, 0, nullptr);
-        wchar_t ch = NextCharacter(text, uAt);
-        int cWidth = wcwidth(ch);
-        if (cWidth == 0)
-            continue; // a combining mark without a cell of its own
-        if (cWidth < 0)
-        {
-            ch = L' ';
-            cWidth = 1;
-        }
-        if (nDrawn + cWidth > cells.cColumns)
+        const auto shown = NextCharacter(text, uAt);
+        if (shown.cColumns == 0)
+            continue;
+        if (nDrawn + shown.cColumns > cells.cColumns)
             break;
         // At the screen's edge a wide character would go on in the next row.
-        if (cells.nColumn + nDrawn + cWidth <= getmaxx(stdscr))
-            mvaddnwstr(cells.nRow, cells.nColumn + nDrawn, &ch, 1);
-        nDrawn += cWidth;
+        if (cells.nColumn + nDrawn + shown.cColumns <= getmaxx(stdscr))
+            mvaddnwstr(cells.nRow, cells.nColumn + nDrawn, &shown.ch, 1);
+        nDrawn += shown.cColumns;
     }
     return nDrawn;
 }

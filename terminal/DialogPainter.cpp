@@ -1,6 +1,7 @@
 #include "terminal/DialogPainter.h"
 
 #include "platform/user32/ControlStyles.h"
+#include "platform/user32/TextColumns.h"
 #include "terminal/Canvas.h"
 #include "terminal/Mnemonic.h"
 
@@ -11,16 +12,16 @@ namespace terminal
 namespace
 {
 // The next line that fits, taken off the text's front; lines break at blanks where they can.
-std::u16string_view TakeLine(std::u16string_view& text, std::size_t cColumns)
+std::u16string_view TakeLine(std::u16string_view& text, int cColumns)
 {
     auto uLine = std::min(text.find(u'\n'), text.size());
     auto uNext = std::min(uLine + 1, text.size());
-    if (uLine > cColumns)
+    if (const auto uFits = UnitsWithin(text.substr(0, uLine), cColumns); uFits < uLine)
     {
-        const auto uBlank = text.rfind(u' ', cColumns);
+        const auto uBlank = text.rfind(u' ', uFits);
         const bool bBreaks = uBlank != std::u16string_view::npos && uBlank > 0;
-        uLine = bBreaks ? uBlank : cColumns;
-        uNext = bBreaks ? uBlank + 1 : cColumns;
+        uLine = bBreaks ? uBlank : uFits;
+        uNext = bBreaks ? uBlank + 1 : uFits;
     }
     const auto line = text.substr(0, uLine);
     text.remove_prefix(uNext);
@@ -119,7 +120,13 @@ void CDialogPainter::DrawButton(const Window& control, Cells cells)
         const bool bDefault = &control == DefaultButton(m_dialog);
         before = bDefault ? u"< " : u"[ ";
         after = bDefault ? u" >" : u" ]";
-        cells.nColumn += std::max(0, cells.cColumns - static_cast<int>(label.text.size()) - 4) / 2;
+        const int cSpare = cells.cColumns - ColumnsOf(before + label.text + after);
+        if (cSpare < 0) // no room for the blanks
+        {
+            before.pop_back();
+            after.erase(0, 1);
+        }
+        cells.nColumn += std::max(0, cSpare) / 2;
     }
     const int nMarked = label.nPosition < 0 ? -1 : label.nPosition + static_cast<int>(before.size());
     cells.cColumns = Text(cells, before + label.text + after, InkOf(control), nMarked);
@@ -136,7 +143,7 @@ void CDialogPainter::DrawStatic(const Window& control, Cells cells)
     const auto label = control.Has(SS_NOPREFIX) ? Mnemonic{control.text, -1} : ReadMnemonic(control.text);
     std::u16string_view rest = label.text;
     for (const int nEnd = cells.nRow + cells.cRows; cells.nRow < nEnd; ++cells.nRow)
-        Text(cells, TakeLine(rest, static_cast<std::size_t>(cells.cColumns)), InkOf(control), label.nPosition);
+        Text(cells, TakeLine(rest, cells.cColumns), InkOf(control), label.nPosition);
     if (!rest.empty())
         Text({cells.nRow - 1, cells.nColumn + cells.cColumns - 1}, u"\u2026", InkOf(control)); // there is more of it
 }
@@ -147,15 +154,19 @@ void CDialogPainter::DrawField(const Window& control, const Cells& cells)
     const bool bCursor = HasField(control) && HasFocus(control);
     std::u16string_view text = control.text;
     // The cursor stays in sight behind a text that is longer than its field.
-    if (bCursor && static_cast<int>(text.size()) >= cInside)
-        text.remove_prefix(text.size() - static_cast<std::size_t>(cInside - 1));
+    while (bCursor && !text.empty() && ColumnsOf(text) >= cInside)
+    {
+        std::size_t uFirst = 0;
+        NextCharacter(text, uFirst);
+        text.remove_prefix(uFirst);
+    }
     const attr_t ink = InkOf(control);
     Fill(cells, ink);
     Text(cells, u"[", ink);
     Text({cells.nRow, cells.nColumn + 1, 1, cInside}, text, ink);
     Text({cells.nRow, cells.nColumn + cells.cColumns - 2, 1, 2}, u"v]", ink);
     if (bCursor)
-        m_touch.cursor = Cells{cells.nRow, cells.nColumn + 1 + static_cast<int>(text.size())};
+        m_touch.cursor = Cells{cells.nRow, cells.nColumn + 1 + ColumnsOf(text)};
     m_touch.targets.push_back({cells, control.hwnd, -1});
 }
 

@@ -1,6 +1,7 @@
 #include "terminal/Layout.h"
 
 #include "platform/user32/ControlStyles.h"
+#include "platform/user32/TextColumns.h"
 
 #include <algorithm>
 
@@ -25,8 +26,7 @@ Cells FrameOf(const Window& dialog, int cScreenRows, int cScreenColumns)
 {
     const Window* pFocus = FocusOf(dialog);
     const Cells focus = pFocus ? CellsOf(*pFocus, {}) : Cells();
-    const int cInside =
-        std::max((dialog.place.cx + unitsPerColumn - 1) / unitsPerColumn, static_cast<int>(dialog.text.size()) + 2);
+    const int cInside = std::max((dialog.place.cx + unitsPerColumn - 1) / unitsPerColumn, ColumnsOf(dialog.text) + 2);
     Cells frame;
     frame.cRows = (dialog.place.cy + unitsPerRow - 1) / unitsPerRow + 2;
     frame.cColumns = cInside + 2;

@@ -2,6 +2,7 @@
 #include "platform/user32/Presenter.h"
 
 #include "platform/user32/Procedures.h"
+#include "platform/user32/TextColumns.h"
 #include "terminal/Curses.h"
 #include "terminal/DialogPainter.h"
 #include "terminal/Keyboard.h"
@@ -9,7 +10,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <locale.h>
 #include <poll.h>
 #include <string_view>
 #include <unistd.h>
@@ -34,30 +34,6 @@ struct DeleteScreen
         endwin();
         delscreen(pScreen);
     }
-};
-
-// UTF-8, which terminals take today, for the scope of the terminal library's calls: the program's own locale stays as it is.
-class CTerminalLocale
-{
-public:
-    CTerminalLocale() : m_before(uselocale(Utf8()))
-    {
-    }
-    ~CTerminalLocale()
-    {
-        uselocale(m_before);
-    }
-    CTerminalLocale(const CTerminalLocale&) = delete;
-    CTerminalLocale& operator=(const CTerminalLocale&) = delete;
-
-private:
-    static locale_t Utf8()
-    {
-        static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", locale_t());
-        return locale;
-    }
-
-    const locale_t m_before;
 };
 
 class CTerminalPresenter final : public IPresenter

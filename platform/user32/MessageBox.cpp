@@ -2,6 +2,7 @@
 #include "platform/user32/ControlStyles.h"
 #include "platform/user32/Modal.h"
 #include "platform/user32/PlannedFailure.h"
+#include "platform/user32/TextColumns.h"
 
 #include <algorithm>
 
@@ -20,7 +21,7 @@ INT_PTR CALLBACK BoxProcedure(HWND hwnd, UINT uMessage, WPARAM, LPARAM)
     return uMessage == WM_COMMAND;
 }
 
-// In characters: the longest line, and how many lines.
+// The longest line in a terminal's columns, and how many lines.
 struct TextExtent
 {
     int nColumns = 0;
@@ -30,14 +31,14 @@ struct TextExtent
 TextExtent Measure(std::u16string_view text)
 {
     TextExtent extent;
-    int nColumn = 0;
-    for (const WCHAR ch : text)
+    for (;; ++extent.nLines)
     {
-        nColumn = ch == u'\n' ? 0 : nColumn + 1;
-        extent.nLines += ch == u'\n';
-        extent.nColumns = std::max(extent.nColumns, nColumn);
+        const auto uLine = std::min(text.find(u'\n'), text.size());
+        extent.nColumns = std::max(extent.nColumns, ColumnsOf(text.substr(0, uLine)));
+        if (uLine == text.size())
+            return extent;
+        text.remove_prefix(uLine + 1);
     }
-    return extent;
 }
 
 // Without an icon when its number is 0.
