@@ -1,7 +1,9 @@
 # Warnings, hardening and sanitizers: properties of one interface target that everything of ours links.
 add_library(korihvui_options INTERFACE)
 target_compile_options(korihvui_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fno-strict-aliasing)
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -fno-strict-aliasing
+    # The same sources give the same files wherever they lie.
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
 if(KORIHVUI_SANITIZE)
     target_compile_options(korihvui_options INTERFACE
         -fsanitize=${KORIHVUI_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -15,7 +17,7 @@ if(WIN32)
         UNICODE _UNICODE WINVER=0x0601 _WIN32_WINNT=0x0601 __USE_MINGW_ANSI_STDIO=0 _FILE_OFFSET_BITS=64)
     # The DLL carries its run-time inside and is loaded wherever the loader pleases, its data never as code.
     target_link_options(static_runtime INTERFACE
-        -static -static-libgcc -static-libstdc++ -Wl,--dynamicbase -Wl,--nxcompat)
+        -static -static-libgcc -static-libstdc++ -Wl,--dynamicbase -Wl,--nxcompat -Wl,--no-insert-timestamp)
     if(CMAKE_SIZEOF_VOID_P EQUAL 8)
         target_link_options(static_runtime INTERFACE -Wl,--high-entropy-va)
     else()

@@ -1,11 +1,12 @@
 # Resources: the .rc files are the same on both builds. On Windows they are linked in as they are everywhere; natively
 # they are compiled to the .res form, which the stand-in reads from a symbol of the module or from a file of its own.
-set(resourceInputs ${CMAKE_SOURCE_DIR}/resources/*.rc ${CMAKE_SOURCE_DIR}/resources/*.rh ${CMAKE_SOURCE_DIR}/resources/*.h
+configure_file(${CMAKE_SOURCE_DIR}/resources/version.h.in ${CMAKE_BINARY_DIR}/resources/version.h @ONLY)
+set(resourceInputs ${CMAKE_BINARY_DIR}/resources/version.h ${CMAKE_SOURCE_DIR}/resources/*.rc ${CMAKE_SOURCE_DIR}/resources/*.rh ${CMAKE_SOURCE_DIR}/resources/*.h
     ${CMAKE_SOURCE_DIR}/host/host_resource.h)
 if(WIN32)
     enable_language(RC)
     set(CMAKE_RC_COMPILE_OBJECT
-        "<CMAKE_RC_COMPILER> -O coff -c 65001 <DEFINES> -I ${CMAKE_SOURCE_DIR}/resources <SOURCE> <OBJECT>")
+        "<CMAKE_RC_COMPILER> -O coff -c 65001 <DEFINES> -I ${CMAKE_SOURCE_DIR}/resources -I ${CMAKE_BINARY_DIR}/resources <SOURCE> <OBJECT>")
 else()
     find_program(WINDRES NAMES x86_64-w64-mingw32-windres REQUIRED)
     enable_language(ASM)
@@ -16,7 +17,7 @@ function(compile_native_resources rc res)
     cmake_path(GET res PARENT_PATH folder)
     file(MAKE_DIRECTORY ${folder})
     add_custom_command(OUTPUT ${res}
-        COMMAND ${WINDRES} -O res -c 65001 -I ${CMAKE_SOURCE_DIR}/resources -i ${rc} -o ${res}
+        COMMAND ${WINDRES} -O res -c 65001 -I ${CMAKE_SOURCE_DIR}/resources -I ${CMAKE_BINARY_DIR}/resources -i ${rc} -o ${res}
         DEPENDS ${rc} ${inputs} VERBATIM)
 endfunction()
 
@@ -68,7 +69,7 @@ function(add_language_resources target language rc)
         set_source_files_properties(${rc} PROPERTIES OBJECT_DEPENDS "${inputs}")
         # No code and no run-time: the file carries resources alone.
         target_link_options(${target}_${language} PRIVATE
-            -nostdlib -Wl,--entry=0 -Wl,--dynamicbase -Wl,--nxcompat)
+            -nostdlib -s -Wl,--entry=0 -Wl,--dynamicbase -Wl,--nxcompat -Wl,--no-insert-timestamp)
         return()
     endif()
     compile_native_resources(${rc} ${mui})

@@ -1,0 +1,8 @@
+# The one version, and the day that every file of its packages bears. Another version is built with -DKORIHVUI_VERSION=1.0.1.
+if(NOT KORIHVUI_VERSION)
+    set(KORIHVUI_VERSION 1.0.0)
+endif()
+set(KORIHVUI_RELEASED 2026-11-25)
+string(SUBSTRING ${KORIHVUI_RELEASED} 0 4 KORIHVUI_YEAR)
+execute_process(COMMAND date -u -d ${KORIHVUI_RELEASED} +%s COMMAND_ERROR_IS_FATAL ANY
+    OUTPUT_VARIABLE KORIHVUI_EPOCH OUTPUT_STRIP_TRAILING_WHITESPACE)
