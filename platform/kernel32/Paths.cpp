@@ -19,11 +19,21 @@ fs::path DriveC()
     return RootFolder() / "drive_c";
 }
 
+// In a build folder beside the program; an installed program's folder is not its user's to write to.
+fs::path DefaultRootFolder()
+{
+    std::error_code ignored;
+    const fs::path programs = fs::read_symlink("/proc/self/exe", ignored).parent_path();
+    const std::string home = EnvironmentText("HOME").value_or("");
+    if (home.empty() || fs::exists(programs / "CMakeCache.txt", ignored))
+        return programs / "platform-root";
+    return fs::path(EnvironmentText("XDG_STATE_HOME").value_or(home + "/.local/state")) / "korihvui";
+}
+
 fs::path MakeRootFolder(const std::string& configured)
 {
     std::error_code ignored; // a root that cannot be made shows as missing folders in the operations that follow
-    const fs::path root = configured.empty() ? fs::read_symlink("/proc/self/exe", ignored).parent_path() / "platform-root"
-                                             : fs::absolute(configured, ignored);
+    const fs::path root = configured.empty() ? DefaultRootFolder() : fs::absolute(configured, ignored);
     fs::create_directories(root / "drive_c/windows/system32", ignored);
     // The real name, so that names which the system reports are recognised as lying below it.
     const fs::path canonical = fs::weakly_canonical(root, ignored);
