@@ -3,14 +3,10 @@
 #include "host/ComResults.h"
 #include "host/HostError.h"
 
-#include <cstring>
 #include <memory>
 
 namespace
 {
-// The kind of connection under which the property keeps to its plain names.
-constexpr DWORD plainConnectionKind = 1;
-
 // What the dialog operation reports in place of "modified" when there was no dialog.
 constexpr BOOL dialogNotOpened = -1;
 
@@ -43,11 +39,10 @@ std::optional<CWideString> ChangedText(HRESULT hr, const char* szCall, BOOL bMod
 
 CConnectionContext::CConnectionContext(CWideView profileName, const GUID& adapter, DWORD dwFlags)
 {
-    const CWideView name = profileName.substr(0, connectionContextNameCapacity - 1);
-    std::memcpy(m_record.data() + ConnectionContextOffset::connectionKind, &plainConnectionKind, sizeof(plainConnectionKind));
-    std::memcpy(m_record.data() + ConnectionContextOffset::profileName, name.data(), name.size() * sizeof(WCHAR));
-    std::memcpy(m_record.data() + ConnectionContextOffset::profileFlags, &dwFlags, sizeof(dwFlags));
-    std::memcpy(m_record.data() + ConnectionContextOffset::interfaceGuid, &adapter, sizeof(adapter));
+    m_record.connectionKind = connectionKindPlain;
+    profileName.copy(m_record.profileName, connectionContextNameCapacity - 1);
+    m_record.profileFlags = dwFlags;
+    m_record.interfaceGuid = adapter;
 }
 
 CWideString CProperty::Name() const

@@ -5,7 +5,6 @@
 #include "values/Bstr.h"
 #include "values/ComRef.h"
 
-#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,11 +18,11 @@ public:
 
     void* Record()
     {
-        return m_record.data();
+        return &m_record;
     }
 
 private:
-    std::array<BYTE, ConnectionContextOffset::end> m_record{};
+    Dot11ExtUIConnectionContext m_record{};
 };
 
 struct PropertyFlags

@@ -47,6 +47,7 @@ void AddRegistrationCommands(CLI::App& app, CommandWork& chosen)
         CLI::App* pCommand = app.add_subcommand(registration.szCommand, registration.szDescription);
         AddModuleArgument(*pCommand, pOptions->strModule);
         AddTraceArgument(*pCommand, pOptions->strTrace);
+        pCommand->footer(std::string("Example:\n  korihost ") + registration.szCommand + " --module korihvui.dll");
         pCommand->callback(
             [pOptions, &registration, &chosen]
             { chosen = [pOptions, &registration] { Run(registration, pOptions->strModule, pOptions->strTrace); }; });
