@@ -1,7 +1,5 @@
 #include "profile/DocumentPrologue.h"
 
-#include "values/WideText.h"
-
 #include <algorithm>
 
 namespace
@@ -36,9 +34,8 @@ bool SkipPart(CWideView& text)
 }
 } // namespace
 
-bool HasDocumentType(const WCHAR* szText)
+bool HasDocumentType(CWideView text)
 {
-    CWideView text(szText ? szText : OLESTR(""));
     if (text.starts_with(byteOrderMark))
         text.remove_prefix(1);
     do

@@ -1,7 +1,7 @@
 // What stands before a document's root element.
 #pragma once
 
-#include <windows.h>
+#include "values/WideText.h"
 
-// Whether a document type declaration stands before the root element. Null counts as an empty text.
-bool HasDocumentType(const WCHAR* szText);
+// Whether a document type declaration stands before the root element.
+bool HasDocumentType(CWideView text);

@@ -3,14 +3,15 @@
 CWideString WithoutIndentation(CWideView xml)
 {
     CWideString text;
-    const auto trimmed = [&] { return CWideView(text).substr(0, text.find_last_not_of(OLESTR(" \t\r\n")) + 1); };
-    for (const WCHAR ch : xml)
+    text.reserve(xml.size());
+    // Each piece is a tag with what follows it up to the next one.
+    while (!xml.empty())
     {
-        if (ch == OLESTR('<') && trimmed().ends_with(OLESTR('>')))
-            text.resize(trimmed().size());
-        text += ch;
+        const CWideView piece = xml.substr(0, xml.find(OLESTR('<'), 1));
+        xml.remove_prefix(piece.size());
+        const CWideView trimmed = piece.substr(0, piece.find_last_not_of(OLESTR(" \t\r\n")) + 1);
+        text += xml.empty() || trimmed.ends_with(OLESTR('>')) ? trimmed : piece;
     }
-    text.resize(trimmed().size());
     return text;
 }
 

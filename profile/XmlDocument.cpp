@@ -123,7 +123,8 @@ bool AppendDescendantText(IXMLDOMNode& node, WhiteSpace whiteSpace, CWideString&
             return ReadNodeText(child, appendPiece);
         return type != NODE_ELEMENT || AppendDescendantText(child, whiteSpace, text, nDepth + 1);
     };
-    return ForEachChild(node, noteElement) && ForEachChild(node, append);
+    // Only what separates elements has to be known for what it is before it is met.
+    return (whiteSpace == WhiteSpace::Keep || ForEachChild(node, noteElement)) && ForEachChild(node, append);
 }
 
 std::optional<CWideString> DescendantText(IXMLDOMNode* pNode, WhiteSpace whiteSpace)
@@ -242,9 +243,9 @@ CXmlDocument::CXmlDocument()
 
 bool CXmlDocument::Load(const WCHAR* szText)
 {
-    if (!m_document || HasDocumentType(szText))
-        return false;
     const CBstr bstrText(szText);
+    if (!m_document || HasDocumentType(bstrText.View()))
+        return false;
     VARIANT_BOOL bLoaded = VARIANT_FALSE;
     return m_document->loadXML(bstrText.Get(), &bLoaded) == S_OK || bLoaded == VARIANT_TRUE;
 }
@@ -252,22 +253,18 @@ bool CXmlDocument::Load(const WCHAR* szText)
 CXmlNode CXmlDocument::Root() const
 {
     CComRef<IXMLDOMElement> element;
-    CComRef<IXMLDOMNode> root;
-    if (!m_document || m_document->get_documentElement(element.Put()) != S_OK || !element ||
-        element->QueryInterface(IID_IXMLDOMNode, root.PutVoid()) != S_OK)
+    if (!m_document || m_document->get_documentElement(element.Put()) != S_OK)
         return {};
-    return CXmlNode(std::move(root));
+    return CXmlNode(std::move(element));
 }
 
 CXmlNode CXmlDocument::CreateElement(const WCHAR* szName) const
 {
     const CBstr bstrName(szName);
     CComRef<IXMLDOMElement> element;
-    CComRef<IXMLDOMNode> node;
-    if (!m_document || m_document->createElement(bstrName.Get(), element.Put()) != S_OK || !element ||
-        element->QueryInterface(IID_IXMLDOMNode, node.PutVoid()) != S_OK)
+    if (!m_document || m_document->createElement(bstrName.Get(), element.Put()) != S_OK)
         return {};
-    return CXmlNode(std::move(node));
+    return CXmlNode(std::move(element));
 }
 
 CXmlNode CXmlDocument::AppendElement(const CXmlNode& parent, const WCHAR* szName) const

@@ -12,8 +12,9 @@ constexpr std::size_t cchMessageCapacity = 4096;
 
 void TraceFormat::Write(LONG lLevel, const WCHAR* szFormat, ...)
 {
-    // The run-time leaves a text that fills its count without a terminator: the last code unit stays one.
-    WCHAR szMessage[cchMessageCapacity] = {};
+    WCHAR szMessage[cchMessageCapacity];
+    // What cannot be formatted is an empty text; one that fills its count is left without a terminator by the run-time.
+    szMessage[0] = szMessage[cchMessageCapacity - 1] = WCHAR{};
     va_list arguments;
     va_start(arguments, szFormat);
     _vsnwprintf(szMessage, cchMessageCapacity - 1, szFormat, arguments);

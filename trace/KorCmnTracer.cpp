@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
-#include <string_view>
 
 #include <io.h>
 
@@ -272,18 +271,9 @@ void KorCmnTracer::AppendLine(const WCHAR* szLine)
     if (!MoveTo(s_logFile.Get(), *end))
         return;
 
-    const auto write = [](std::string_view text)
-    {
-        DWORD cbWritten{};
-        WriteFile(s_logFile.Get(), text.data(), static_cast<DWORD>(text.size()), &cbWritten, nullptr);
-    };
+    // With its end in one write: whoever dies in it leaves no line for the next one to continue.
     const CNarrowLine narrow(szLine);
-    std::string_view text = narrow.Text();
-    const bool bEndsLine = text.ends_with('\n');
-    if (bEndsLine)
-        text.remove_suffix(1);
-    if (!text.empty())
-        write(text);
-    if (bEndsLine)
-        write("\r\n");
+    DWORD cbWritten{};
+    if (!narrow.Text().empty())
+        WriteFile(s_logFile.Get(), narrow.Text().data(), static_cast<DWORD>(narrow.Text().size()), &cbWritten, nullptr);
 }

@@ -38,16 +38,24 @@ CLogLine::CLogLine(const WCHAR* szModuleWord, const WCHAR* szText) : m_szLine(ne
 
 void CLogLine::ReplaceUnrepresentable()
 {
-    WCHAR* const szLine = m_szLine.get();
-    std::replace_if(
-        szLine, szLine + CWideView(szLine).size(), [](WCHAR ch) { return !IsRepresentable(ch); }, OLESTR('?'));
+    for (WCHAR* pch = m_szLine.get(); *pch != WCHAR{}; ++pch)
+    {
+        if (!IsRepresentable(*pch))
+            *pch = OLESTR('?');
+    }
 }
 
 CNarrowLine::CNarrowLine(const WCHAR* szLine)
 {
-    const std::size_t cbText = wcstombs(m_rgchText, szLine, std::size(m_rgchText));
-    if (cbText != notRepresentable)
-        m_text = {m_rgchText, cbText};
+    std::size_t cbText = wcstombs(m_rgchText, szLine, maxLength);
+    if (cbText == notRepresentable)
+        return;
+    if (cbText != 0 && m_rgchText[cbText - 1] == '\n')
+    {
+        m_rgchText[cbText - 1] = '\r';
+        m_rgchText[cbText++] = '\n';
+    }
+    m_text = {m_rgchText, cbText};
 }
 
 void FormDefaultLogPath(WCHAR* szPath, std::size_t cchCapacity)

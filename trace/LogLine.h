@@ -31,7 +31,8 @@ private:
     std::unique_ptr<WCHAR[]> m_szLine;
 };
 
-// A line narrowed in the default locale; empty when a character has no 8-bit form there.
+// A line as the file holds it: narrowed in the default locale, with a final line feed as carriage return and line feed. Empty
+// when a character has no 8-bit form there.
 class CNarrowLine
 {
 public:
@@ -43,7 +44,7 @@ public:
     }
 
 private:
-    char m_rgchText[KorCmnTracer::maxLineLength];
+    char m_rgchText[KorCmnTracer::maxLineLength + 1]; // the carriage return has no place of its own in the line
     std::string_view m_text;
 };
 

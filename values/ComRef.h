@@ -18,6 +18,12 @@ public:
     CComRef(CComRef&& other) noexcept : m_pObject(std::exchange(other.m_pObject, nullptr))
     {
     }
+    // Of an interface that derives from this one.
+    template <class Derived>
+    // NOLINTNEXTLINE(google-explicit-constructor): as the pointer itself converts.
+    CComRef(CComRef<Derived>&& other) noexcept : m_pObject(other.Detach())
+    {
+    }
     CComRef& operator=(CComRef other) noexcept
     {
         std::swap(m_pObject, other.m_pObject);

@@ -3,11 +3,13 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cwchar>
 #include <string>
+#include <string_view>
 
 namespace platform
 {
@@ -38,12 +40,11 @@ int _putws(const WCHAR* szText)
     }
     // Written in one piece: the stream's own lock then keeps the lines of several threads apart. A unit that the locale cannot
     // represent ends it, without a line end.
-    std::string text;
-    for (; *szText != 0 && *szText <= 0xFF; ++szText)
-        text += static_cast<char>(*szText);
-    const bool bConverted = *szText == 0;
-    if (bConverted)
-        text += '\n';
+    const std::u16string_view wide(szText);
+    const auto end = std::ranges::find_if(wide, [](WCHAR unit) { return unit > 0xFF; });
+    const bool bConverted = end == wide.end();
+    std::string text(static_cast<std::size_t>(end - wide.begin()) + (bConverted ? 1 : 0), '\n');
+    std::transform(wide.begin(), end, text.begin(), [](WCHAR unit) { return static_cast<char>(unit); });
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
         return nFailure;
     if (!bConverted)

@@ -57,7 +57,10 @@ std::basic_string<Target> ConvertRuns(std::basic_string_view<Unit> text, Convert
     for (auto run = text.begin(); run != text.end();)
     {
         const auto other = std::find_if_not(run, text.end(), isAscii);
-        result.append(run, other);
+        const auto nEnd = result.size();
+        result.resize(nEnd + static_cast<std::size_t>(other - run));
+        std::transform(run, other, result.begin() + static_cast<std::ptrdiff_t>(nEnd),
+                       [](Unit unit) { return static_cast<Target>(unit); });
         run = std::find_if(other, text.end(), isAscii);
         if (other != run)
             result += convert(std::basic_string_view<Unit>(other, run));

@@ -10,6 +10,8 @@
 #include <mutex>
 #include <utility>
 
+#include <malloc.h>
+
 namespace platform::msxml3
 {
 namespace
@@ -17,6 +19,17 @@ namespace
 // No huge documents. Entities are put in place of their references: without a document type there are only the five that
 // stand for one character each.
 constexpr int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_IGNORE_ENC | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+
+void Initialise()
+{
+    // Every operation makes documents and frees them again: memory that went back to the system with each would have to come
+    // from there page by page for the next, which costs more the longer the text is.
+    constexpr int cbMapped = 32 << 20;
+    constexpr int cbKept = 256 << 20;
+    mallopt(M_MMAP_THRESHOLD, cbMapped);
+    mallopt(M_TRIM_THRESHOLD, cbKept);
+    xmlInitParser();
+}
 
 // The library compares each attribute of an element with all the others, and looks up each name among thousands.
 constexpr int maxAttributes = 4'000;
@@ -133,7 +146,7 @@ LoadError ErrorOf(const xmlParserCtxt& context, LONG lSkippedLines)
 DocumentPtr ReadXml(std::u16string_view text, bool bPreserveSpace, LoadError& error)
 {
     static std::once_flag initialised;
-    std::call_once(initialised, xmlInitParser);
+    std::call_once(initialised, Initialise);
 
     if (text.starts_with(u'\uFEFF'))
         text.remove_prefix(1);

@@ -4,9 +4,10 @@ namespace platform::msxml3
 {
 namespace
 {
+// Of a large document's nodes, few have the name, and the namespace lies in another line of the processor's cache.
 bool HasName(const xmlNode& node, const std::string& name) noexcept
 {
-    return node.type == XML_ELEMENT_NODE && (!node.ns || !node.ns->prefix) && xmlStrEqual(node.name, Units(name));
+    return node.type == XML_ELEMENT_NODE && xmlStrEqual(node.name, Units(name)) && (!node.ns || !node.ns->prefix);
 }
 
 // The next node in document order below the top; null at the end.

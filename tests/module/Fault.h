@@ -21,7 +21,9 @@ public:
     {
     }
 
-    void Arm() const
+    virtual ~CFault() = default;
+
+    virtual void Arm() const
     {
         m_service.ClearFaults();
         platform::testing::LimitFaultsToThisThread(true);
@@ -30,7 +32,7 @@ public:
         else
             platform::testing::PlanFault(m_szFunction, m_uNth, 1);
     }
-    void Disarm()
+    virtual void Disarm()
     {
         m_uCalls = m_bOfTheService ? m_service.CountCalls(m_szFunction) : platform::testing::CountCalls(m_szFunction);
         m_service.ClearFaults();

@@ -49,7 +49,7 @@ TEST(LogFaults, CostALineOrTheLog)
         {"LockFileEx", 2, 1, 0, {"one\n"}},
         {"GetFileSize", 2, 1, 0, {"one\n"}},
         {"SetFilePointer", 2, 1, 0, {"one\n", "three\n"}},
-        {"WriteFile", 3, 2, 0, {"one\n", "three\n"}}, // the text and its line end
+        {"WriteFile", 2, 1, 0, {"one\n", "three\n"}},
     };
     for (const auto& row : rows)
     {
