@@ -30,6 +30,8 @@ public:
 
     // Ends the process wherever it is, without a chance to put anything in order, and waits until it is gone.
     void Kill();
+    // Waits for the end, however long it takes and without looking at the clock; -1 for a program that was killed.
+    int ExitCode();
     // Waits for the end; -1 for a program that was killed, or is now because it took longer.
     int ExitCodeWithin(std::chrono::seconds limit);
 

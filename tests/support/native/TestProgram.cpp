@@ -45,11 +45,17 @@ void CStartedProgram::Kill()
 {
     if (!m_pProcess)
         return;
-    const pid_t process = NumberOf(m_pProcess);
-    kill(process, SIGKILL);
-    while (waitpid(process, nullptr, 0) < 0 && errno == EINTR)
+    kill(NumberOf(m_pProcess), SIGKILL);
+    ExitCode();
+}
+
+int CStartedProgram::ExitCode()
+{
+    int nStatus = 0;
+    while (waitpid(NumberOf(m_pProcess), &nStatus, 0) < 0 && errno == EINTR)
         ;
     m_pProcess = nullptr;
+    return WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1;
 }
 
 int CStartedProgram::ExitCodeWithin(std::chrono::seconds limit)

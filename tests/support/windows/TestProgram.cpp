@@ -38,10 +38,18 @@ void CStartedProgram::Kill()
 {
     if (!m_pProcess)
         return;
-    TerminateProcess(m_pProcess, 1);
+    TerminateProcess(m_pProcess, static_cast<UINT>(-1));
+    ExitCode();
+}
+
+int CStartedProgram::ExitCode()
+{
+    DWORD dwExitCode = 0;
     WaitForSingleObject(m_pProcess, INFINITE);
+    GetExitCodeProcess(m_pProcess, &dwExitCode);
     CloseHandle(m_pProcess);
     m_pProcess = nullptr;
+    return static_cast<int>(dwExitCode);
 }
 
 int CStartedProgram::ExitCodeWithin(std::chrono::seconds limit)
