@@ -14,7 +14,10 @@ namespace platform
 {
 namespace
 {
-constexpr std::u16string_view digits = u"0123456789";
+constexpr bool IsDigit(WCHAR unit)
+{
+    return unit >= u'0' && unit <= u'9';
+}
 
 // A buffer of fixed size that counts what does not fit any more.
 class CBoundedText
@@ -66,9 +69,11 @@ void AppendNumber(CBoundedText& output, const Width& width, bool bNegative, std:
     };
     do
     {
-        const auto uDigit = static_cast<unsigned>(value % uBase);
+        // By numbers that are known when this is compiled: a division by any other takes many times as long.
+        const std::uint64_t rest = uBase == 10 ? value / 10 : value / 16;
+        const auto uDigit = static_cast<unsigned>(value - rest * uBase);
         *--first = static_cast<WCHAR>(uDigit < 10 ? u'0' + uDigit : firstLetter + (uDigit - 10));
-        value /= uBase;
+        value = rest;
     } while (value != 0);
     if (width.bZeros && width.cch > 0)
         pad(width.cch - (bNegative ? 1 : 0), u'0');
@@ -136,8 +141,8 @@ int Format(WCHAR* szBuffer, std::size_t cchBuffer, std::u16string_view format, A
             return output.Finish();
         format.remove_prefix(nPercent + 1);
         Width width{0, format.starts_with(u'0')};
-        for (; !format.empty() && digits.find(format.front()) != digits.npos; format.remove_prefix(1))
-            width.cch = std::min(width.cch * 10 + digits.find(format.front()), cchWidthMax);
+        for (; !format.empty() && IsDigit(format.front()); format.remove_prefix(1))
+            width.cch = std::min<std::size_t>(width.cch * 10 + (format.front() - u'0'), cchWidthMax);
         if (format.empty() || !AppendConversion(output, width, format.front(), arguments))
             return Fail();
         format.remove_prefix(1);

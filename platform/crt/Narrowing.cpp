@@ -15,18 +15,18 @@ std::size_t wcstombs(char* szText, const WCHAR* szWide, std::size_t cbText)
         SetRuntimeError(testing::FaultCode("wcstombs", ERROR_NO_UNICODE_TRANSLATION));
         return failure;
     }
-    for (std::size_t i = 0; i < cbText; ++i)
+    // The default locale knows one byte for each of the first 256 characters and nothing for any other.
+    const auto isText = [](WCHAR unit) { return unit != 0 && unit <= 0xFF; };
+    std::size_t cb = 0;
+    for (; cb < cbText && isText(szWide[cb]); ++cb)
+        szText[cb] = static_cast<char>(szWide[cb]);
+    if (cb == cbText)
+        return cb;
+    if (szWide[cb] != 0)
     {
-        const WCHAR unit = szWide[i];
-        // The default locale knows one byte for each of the first 256 characters and nothing for any other.
-        if (unit > 0xFF)
-        {
-            errno = EILSEQ;
-            return failure;
-        }
-        szText[i] = static_cast<char>(unit);
-        if (unit == 0)
-            return i;
+        errno = EILSEQ;
+        return failure;
     }
-    return cbText;
+    szText[cb] = 0;
+    return cb;
 }
