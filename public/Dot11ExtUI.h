@@ -1,6 +1,6 @@
 // What the module offers its hosts: the extension's interfaces, their identifiers, and the records that pass between
-// them. Include this alone to use the module: C++17, with the folder of this file on the include path, linked with ole32 and
-// oleaut32. docs/host-guide.md has the calls in their order.
+// them. Include this alone to use the module: C++17, with the folder of this file on the include path, linked with ole32,
+// oleaut32 and uuid. docs/host-guide.md has the calls in their order.
 //
 // Threads: the class is registered for both apartment kinds, and no object keeps to one thread: every operation may be
 // called on any, also on several at once, but for the dialog, which is one at a time in a process. An operation runs on the
