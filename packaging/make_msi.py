@@ -47,6 +47,12 @@ class Package:
         place = str(path.relative_to(self.folder))
         return f"{kind}.{hashlib.sha256(place.encode()).hexdigest()[:16]}." + re.sub(r"[^A-Za-z0-9.]", "_", path.name)[:40]
 
+    def name_of(self, path):
+        """The file's name, with one for the eyes of old programs before it where it is longer than 8 and 3 characters."""
+        if re.fullmatch(r"[A-Za-z0-9_-]{1,8}(\.[A-Za-z0-9_-]{1,3})?", path.name):
+            return path.name
+        return hashlib.sha256(path.name.encode()).hexdigest()[:8].upper() + path.suffix[:4].upper() + "|" + path.name
+
     def component(self, parent, identifier):
         made = xml.SubElement(parent, "Component", Id=identifier, Guid=self.guid(identifier))
         if self.is_x64:
@@ -57,12 +63,12 @@ class Package:
     def add_file(self, parent, path):
         identifier = self.identify("file", path)
         component = self.component(parent, "of" + identifier)
-        xml.SubElement(component, "File", Id=identifier, Name=path.name, Source=str(path), KeyPath="yes")
+        xml.SubElement(component, "File", Id=identifier, Name=self.name_of(path), Source=str(path), KeyPath="yes")
         self.files[identifier] = path
         return component
 
     def folder_below(self, parent, path):
-        return xml.SubElement(parent, "Directory", Id=self.identify("folder", path), Name=path.name)
+        return xml.SubElement(parent, "Directory", Id=self.identify("folder", path), Name=self.name_of(path))
 
     def add_folder(self, parent, path):
         """The folder's files and those of the folders in it."""
@@ -77,6 +83,7 @@ class Package:
                                  Version=self.version, Manufacturer="Korvane", UpgradeCode=str(self.code).upper())
         xml.SubElement(product, "Package", InstallerVersion="500", Compressed="yes", InstallScope="perMachine",
                        Manufacturer="Korvane", Languages="1033")
+        xml.SubElement(product, "Property", Id="ARPNOMODIFY", Value="1")  # there is nothing to choose
         xml.SubElement(product, "MajorUpgrade", DowngradeErrorMessage="A newer version is installed already.")
         if not self.is_x64:
             condition = xml.SubElement(product, "Condition", Message="This Windows has 64 bits: install the x64 package.")
@@ -128,10 +135,14 @@ class Package:
             rows = [row.split("\t") for row in table_of(msi, "_SummaryInformation").splitlines()]
             summary.write_text("".join(f"{row[0]}\t{own.get(row[0], row[-1])}\r\n" for row in rows))
             run("msibuild", msi, "-i", str(summary))
+        # Within the transaction: an upgrade that fails gives the older version back.
+        queries = ["UPDATE `InstallExecuteSequence` SET `Sequence` = 1501 WHERE `Action` = 'RemoveExistingProducts'"]
         for identifier, path in self.files.items():
             if path.suffix in (".dll", ".exe", ".mui"):
-                run("msibuild", msi, "-q", f"UPDATE `File` SET `Version` = '{self.version}.0', "
-                    f"`Language` = '{language_of(path)}' WHERE `File` = '{identifier}'")
+                queries += [f"UPDATE `File` SET `Version` = '{self.version}.0', `Language` = '{language_of(path)}' "
+                            f"WHERE `File` = '{identifier}'",
+                            f"DELETE FROM `MsiFileHash` WHERE `File_` = '{identifier}'"]  # for files without a version
+        run("msibuild", msi, "-q", *queries)
 
 
 def table_of(msi, name):
@@ -140,13 +151,15 @@ def table_of(msi, name):
 
 def language_of(path):
     """The language of the file's resources, as their table has it."""
-    table = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", str(path)], capture_output=True, text=True).stdout
+    table = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", str(path)], stdout=subprocess.PIPE, text=True, check=True).stdout
     languages = {int(number, 16) for number in re.findall(r"Language Table.*?\n.*?Entry: ID: (0x[0-9a-f]+)", table)}
     return max(languages - {0}, default=1033)
 
 
 if __name__ == "__main__":
     arguments = sys.argv[1:]
+    if not re.fullmatch(r"\d+\.\d+\.\d+", arguments[2]):
+        sys.exit(f"make_msi: {arguments[2]}: of a version the installer compares three numbers")
     package = Package(*arguments[:3])
     package.describe()
     package.write(arguments[4], arguments[3])
