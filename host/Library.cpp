@@ -13,3 +13,10 @@ CWideString BesideProgram(CWideView file)
     strProgram.resize(strProgram.find_last_of(OLESTR("\\/")) + 1);
     return strProgram + CWideString(file);
 }
+
+CWideString InSystemFolder(CWideView file)
+{
+    WCHAR szSystem[MAX_PATH] = {};
+    GetSystemDirectoryW(szSystem, MAX_PATH);
+    return CWideString(szSystem) + OLESTR("\\") + CWideString(file);
+}

@@ -8,6 +8,9 @@
 // The file's full name in the folder of the program.
 CWideString BesideProgram(CWideView file);
 
+// The file's full name in the system's folder for libraries.
+CWideString InSystemFolder(CWideView file);
+
 // Throws CHostError when the library has no such export.
 template <class Function>
 Function Export(HMODULE hModule, const char* szName)

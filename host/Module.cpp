@@ -10,9 +10,22 @@ constexpr CWideView defaultModule = OLESTR("korihvui.dll");
 using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, LPVOID*);
 using PlainExport = HRESULT(WINAPI*)();
 
+bool Exists(const CWideString& strFile)
+{
+    return GetFileAttributesW(strFile.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// An installer puts the module where the module's own search finds its languages, and that is not beside the program.
+CWideString DefaultModule()
+{
+    CWideString strBeside = BesideProgram(defaultModule);
+    CWideString strInstalled = InSystemFolder(defaultModule);
+    return !Exists(strBeside) && Exists(strInstalled) ? strInstalled : strBeside;
+}
+
 CWideString FullPath(const std::string& strFile)
 {
-    return strFile.empty() ? BesideProgram(defaultModule) : std::filesystem::absolute(PathOf(strFile)).string<WCHAR>();
+    return strFile.empty() ? DefaultModule() : std::filesystem::absolute(PathOf(strFile)).string<WCHAR>();
 }
 } // namespace
 

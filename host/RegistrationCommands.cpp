@@ -18,7 +18,7 @@ struct Registration
     const char* szNotDone; // what a result other than success means
 };
 constexpr Registration registrations[] = {
-    {"register", "Register the module on this machine (the native build: in the folder PLATFORM_ROOT)", "DllRegisterServer",
+    {"register", "Register the module on this machine (the native build: in the stand-in's registry)", "DllRegisterServer",
      &CLoadedModule::Register, ": registered\n",
      ": not registered: the registry could not be written; it takes an administrator"},
     {"unregister", "Remove the module's registration", "DllUnregisterServer", &CLoadedModule::Unregister, ": unregistered\n",

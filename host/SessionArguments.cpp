@@ -4,7 +4,9 @@
 
 void AddModuleArgument(CLI::App& command, std::string& strModule)
 {
-    command.add_option("--module", strModule, "The module to load (default: korihvui.dll beside this program)")
+    command
+        .add_option("--module", strModule,
+                    "The module to load (default: korihvui.dll beside this program, or in\nthe system folder)")
         ->type_name("FILE");
 }
 

@@ -41,9 +41,7 @@ CWideString LibraryFile()
 {
     if (GetEnvironmentVariableW(szFolderVariable, nullptr, 0) != 0)
         return BesideProgram(CWideString(simulatedFolder) + CWideString(serviceLibrary));
-    WCHAR szSystem[MAX_PATH] = {};
-    GetSystemDirectoryW(szSystem, MAX_PATH);
-    return CWideString(szSystem) + OLESTR("\\") + CWideString(serviceLibrary);
+    return InSystemFolder(serviceLibrary);
 }
 
 CUniqueLibrary LoadService(const ServiceOptions& options)

@@ -1,10 +1,10 @@
 // Where platform paths lie in this machine's file system.
 //
 // All state of the stand-in lives under one root folder, named by the environment variable PLATFORM_ROOT (default:
-// "platform-root" beside a built program, ~/.local/state/korihvui for an installed one): drive_c/ is drive C:, registry.json the registry. Drive Z: is the
-// machine's own root folder, so every real file has a platform path; a real path ("/home/x") is understood as well.
-// Separators may be backslashes or slashes. Other names than a drive's letter are as they are written: nothing here
-// spells one file in two ways.
+// "platform-root" beside a built program, ~/.local/state/korihvui for an installed one): drive_c/ is drive C:,
+// registry.json the registry. Drive Z: is the machine's own root folder, so every real file has a platform path; a real
+// path ("/home/x") is understood as well. Separators may be backslashes or slashes. Other names than a drive's letter
+// are as they are written: nothing here spells one file in two ways.
 #pragma once
 
 #include <windows.h>
