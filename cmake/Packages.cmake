@@ -18,15 +18,20 @@ set(notices ${CMAKE_BINARY_DIR}/third-party.txt)
 add_custom_command(OUTPUT ${bill} ${notices} DEPENDS packaging/bill_of_materials.py VERBATIM
     COMMAND python3 ${CMAKE_SOURCE_DIR}/packaging/bill_of_materials.py ${PROJECT_VERSION} ${KORIHVUI_RELEASED}
             ${CMAKE_SYSTEM_NAME} ${CMAKE_SYSTEM_PROCESSOR} ${bill} ${notices})
-add_custom_target(ship DEPENDS ${bill} ${notices})
+if(NOT WIN32) # compressed, as the system has them
+    set(compressed ${CMAKE_BINARY_DIR}/korihost.1.gz ${CMAKE_BINARY_DIR}/changelog.gz)
+    add_custom_command(OUTPUT ${compressed} DEPENDS docs/korihost.1 CHANGELOG.md VERBATIM WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+        COMMAND sh -c "gzip -9n <docs/korihost.1 >\"$1\" && gzip -9n <CHANGELOG.md >\"$2\"" gzip ${compressed})
+endif()
+add_custom_target(ship DEPENDS ${bill} ${notices} ${compressed})
 add_dependencies(ship korihvui korihost wlanapi)
 
-install(FILES $<TARGET_FILE:korihvui> DESTINATION ${moduleFolder})
+# As targets, of which the installation takes the symbols where it is told to.
+install(TARGETS korihvui korihost DESTINATION ${moduleFolder})
+install(TARGETS wlanapi RUNTIME DESTINATION ${moduleFolder}/simulated LIBRARY DESTINATION ${moduleFolder}/simulated)
 foreach(language ${KORIHVUI_LANGUAGES})
     install(FILES ${CMAKE_BINARY_DIR}/${language}/korihvui.dll.mui DESTINATION ${moduleFolder}/${language})
 endforeach()
-install(PROGRAMS $<TARGET_FILE:korihost> DESTINATION ${moduleFolder})
-install(FILES $<TARGET_FILE:wlanapi> DESTINATION ${moduleFolder}/simulated)
 install(DIRECTORY public/ DESTINATION ${headerFolder}/public)
 install(DIRECTORY samples/ DESTINATION ${sampleFolder}
     PATTERN service.lock EXCLUDE PATTERN .gitattributes EXCLUDE)
@@ -37,9 +42,10 @@ if(WIN32)
     install(FILES $<TARGET_FILE:korihvui>.debug DESTINATION . COMPONENT symbols EXCLUDE_FROM_ALL)
 else()
     install(FILES LICENSE DESTINATION ${documentFolder} RENAME copyright)
-    install(FILES docs/korihost.1 DESTINATION share/man/man1)
+    install(FILES ${CMAKE_BINARY_DIR}/changelog.gz DESTINATION ${documentFolder})
+    install(FILES ${CMAKE_BINARY_DIR}/korihost.1.gz DESTINATION share/man/man1)
     # The files of the native build look for one another in their own folder, wherever that is.
-    install(FILES $<TARGET_FILE:platform> DESTINATION ${moduleFolder})
+    install(TARGETS platform LIBRARY DESTINATION ${moduleFolder})
     set_target_properties(korihost korihvui wlanapi platform PROPERTIES
         BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH "$ORIGIN;$ORIGIN/simulated;$ORIGIN/..")
     file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
@@ -50,7 +56,7 @@ endif()
 set(CPACK_PACKAGE_VENDOR Korvane)
 set(CPACK_PACKAGE_CONTACT "Korvane <wlan@korvane.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "host for wireless profiles with CCX settings")
-set(CPACK_PACKAGE_DESCRIPTION "korihost checks, shows and changes the CCX settings of wireless profiles in files, with the\nprofile extension of the maker, over a stand-in for the platform that the extension is made for.")
+set(CPACK_PACKAGE_DESCRIPTION "korihost checks, shows and changes the CCX settings of wireless profiles in\nfiles, with the profile extension of the maker, over a stand-in for the\nplatform that the extension is made for.")
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_PACKAGE_NAME korihost)
