@@ -16,11 +16,16 @@ set(notices ${CMAKE_BINARY_DIR}/third-party.txt)
 add_custom_command(OUTPUT ${bill} ${notices} DEPENDS packaging/bill_of_materials.py VERBATIM
     COMMAND python3 ${CMAKE_SOURCE_DIR}/packaging/bill_of_materials.py ${PROJECT_VERSION} ${KORIHVUI_RELEASED}
             ${CMAKE_SYSTEM_NAME} ${CMAKE_SYSTEM_PROCESSOR} ${bill} ${notices})
-add_custom_target(ship DEPENDS ${bill} ${notices})
+if(NOT WIN32) # compressed, as the system has them
+    set(compressed ${CMAKE_BINARY_DIR}/korihost.1.gz ${CMAKE_BINARY_DIR}/changelog.gz)
+    add_custom_command(OUTPUT ${compressed} DEPENDS docs/korihost.1 CHANGELOG.md VERBATIM WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+        COMMAND sh -c "gzip -9n <docs/korihost.1 >\"$1\" && gzip -9n <CHANGELOG.md >\"$2\"" gzip ${compressed})
+endif()
+add_custom_target(ship DEPENDS ${bill} ${notices} ${compressed})
 add_dependencies(ship korihvui korihost wlanapi)
 
-install(TARGETS korihvui LIBRARY DESTINATION ${moduleFolder})
-install(TARGETS korihost RUNTIME DESTINATION ${moduleFolder})
+# As targets, of which CPack takes the symbols.
+install(TARGETS korihvui korihost DESTINATION ${moduleFolder})
 install(TARGETS wlanapi RUNTIME DESTINATION ${moduleFolder}/simulated LIBRARY DESTINATION ${moduleFolder}/simulated)
 foreach(language ${KORIHVUI_LANGUAGES})
     install(FILES ${CMAKE_BINARY_DIR}/${language}/korihvui.dll.mui DESTINATION ${moduleFolder}/${language})
@@ -35,12 +40,8 @@ if(WIN32)
     install(FILES $<TARGET_FILE:korihvui>.debug DESTINATION . COMPONENT symbols EXCLUDE_FROM_ALL)
 else()
     install(FILES LICENSE DESTINATION ${documentFolder} RENAME copyright)
-    set(manual ${CMAKE_BINARY_DIR}/korihost.1.gz)
-    add_custom_command(OUTPUT ${manual} DEPENDS docs/korihost.1 VERBATIM
-        COMMAND sh -c "gzip -9nc \"$1\" > \"$2\"" gzip ${CMAKE_SOURCE_DIR}/docs/korihost.1 ${manual})
-    add_custom_target(manual DEPENDS ${manual})
-    add_dependencies(ship manual)
-    install(FILES ${manual} DESTINATION share/man/man1)
+    install(FILES ${CMAKE_BINARY_DIR}/changelog.gz DESTINATION ${documentFolder})
+    install(FILES ${CMAKE_BINARY_DIR}/korihost.1.gz DESTINATION share/man/man1)
     # The files of the native build look for one another in their own folder, wherever that is.
     install(TARGETS platform LIBRARY DESTINATION ${moduleFolder})
     set_target_properties(korihost korihvui wlanapi platform PROPERTIES
@@ -53,8 +54,7 @@ endif()
 set(CPACK_PACKAGE_VENDOR Korvane)
 set(CPACK_PACKAGE_CONTACT "Korvane <wlan@korvane.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "host for wireless profiles with CCX settings")
-set(CPACK_PACKAGE_DESCRIPTION 
-    "korihost checks, shows and changes the CCX settings of wireless profiles in\nfiles, with the maker's extension over a stand-in for the platform that it\nis made for.")
+set(CPACK_PACKAGE_DESCRIPTION "korihost checks, shows and changes the CCX settings of wireless profiles in\nfiles, with the profile extension of the maker, over a stand-in for the\nplatform that the extension is made for.")
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_PACKAGE_NAME korihost)
