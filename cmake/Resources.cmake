@@ -6,7 +6,7 @@ set(resourceInputs ${CMAKE_BINARY_DIR}/resources/version.h ${CMAKE_SOURCE_DIR}/r
 if(WIN32)
     enable_language(RC)
     set(CMAKE_RC_COMPILE_OBJECT
-        "<CMAKE_RC_COMPILER> -O coff -c 65001 <DEFINES> -I ${CMAKE_SOURCE_DIR}/resources -I ${CMAKE_BINARY_DIR}/resources <SOURCE> <OBJECT>")
+        "<CMAKE_RC_COMPILER> -O coff -c 65001 <DEFINES> -I \"${CMAKE_SOURCE_DIR}/resources\" -I \"${CMAKE_BINARY_DIR}/resources\" <SOURCE> <OBJECT>")
 else()
     find_program(WINDRES NAMES x86_64-w64-mingw32-windres REQUIRED)
     enable_language(ASM)
