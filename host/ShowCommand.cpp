@@ -254,13 +254,10 @@ void Show(const ShowArguments& arguments)
 
 void CheckUsage(const ShowArguments& arguments)
 {
-    const bool bOne = AreOneFile(arguments.paths);
-    const bool bMachine = !arguments.service.strFolder.empty() || !arguments.service.strAdapter.empty();
-    if (arguments.paths.empty() && !bMachine && arguments.strName.empty())
-        throw CLI::ValidationError("PATH", "profile files, or the stored profiles of --service, --adapter or --name, are needed");
     if (arguments.paths.empty())
         return;
-    if (!bOne && (bMachine || !arguments.strName.empty()))
+    const bool bMachine = !arguments.service.strFolder.empty() || !arguments.service.strAdapter.empty();
+    if (!AreOneFile(arguments.paths) && (bMachine || !arguments.strName.empty()))
         throw CLI::ValidationError("PATH", "--service, --adapter and --name go with one file, or with none for stored profiles");
     FilesOf(arguments.paths);
 }
