@@ -172,7 +172,7 @@ HRESULT STDMETHODCALLTYPE CExtUIKey::Dot11ExtUIPropertyGetDisplayInfo(ULONG uDis
                 IhvuiTrace(traceLevelInfo, OLESTR("Set *pcEntries to %u\n"), *pcEntries);
             }
             // The entries keep their texts; later look-ups of names use the flag until the root object resets it.
-            if (pConnectionContext && CConnectionContextReader(pConnectionContext).ConnectionKind() != 1)
+            if (pConnectionContext && CConnectionContextReader(pConnectionContext).ConnectionKind() != connectionKindPlain)
                 SetQualifiedNames(*m_pInfo, true);
             if (puDefaultSelection)
             {
