@@ -19,24 +19,21 @@ fs::path DriveC()
     return RootFolder() / "drive_c";
 }
 
-// A build has its state beside the program; an installed program's folder is not its user's to write to.
-fs::path DefaultRootFolder(const fs::path& programs)
-{
-    std::error_code ignored;
-    const std::string home = EnvironmentText("HOME").value_or("");
-    if (home.empty() || fs::exists(programs / "CMakeCache.txt", ignored))
-        return programs / "platform-root";
-    return fs::path(EnvironmentText("XDG_STATE_HOME").value_or(home + "/.local/state")) / "korihvui";
-}
-
 fs::path MakeRootFolder(const std::string& configured)
 {
     std::error_code ignored; // a root that cannot be made shows as missing folders in the operations that follow
     const fs::path programs = fs::read_symlink("/proc/self/exe", ignored).parent_path();
-    const fs::path root = configured.empty() ? DefaultRootFolder(programs) : fs::absolute(configured, ignored);
+    const std::string home = EnvironmentText("HOME").value_or("");
+    // A build has its state beside the program; an installed program's folder is not its user's to write to.
+    const bool bOfUser = configured.empty() && !home.empty() && !fs::exists(programs / "CMakeCache.txt", ignored);
+    fs::path root = programs / "platform-root";
+    if (!configured.empty())
+        root = fs::absolute(configured, ignored);
+    else if (bOfUser)
+        root = fs::path(EnvironmentText("XDG_STATE_HOME").value_or(home + "/.local/state")) / "korihvui";
     fs::create_directories(root / "drive_c/windows", ignored);
-    // An installed program's folder is the system's, as the platform has it: there the module looks for its languages.
-    if (root.parent_path() != programs && configured.empty())
+    // That folder is the system's then, as the platform has it: there the module looks for its languages.
+    if (bOfUser)
         fs::create_directory_symlink(programs, root / "drive_c/windows/system32", ignored);
     fs::create_directories(root / "drive_c/windows/system32", ignored);
     // The real name, so that names which the system reports are recognised as lying below it.
