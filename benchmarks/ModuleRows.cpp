@@ -8,7 +8,6 @@
 
 #include <wlanapi.h>
 
-#include <array>
 #include <memory>
 
 namespace bench
@@ -171,7 +170,7 @@ INT_PTR CALLBACK EmptyProc(HWND hwnd, UINT uMessage, WPARAM wParam, LPARAM)
 // Without an adapter, so that there is no more to the service than two calls that it refuses; these are taken off.
 Sides DialogSides()
 {
-    static std::array<BYTE, ConnectionContextOffset::end> context{};
+    static Dot11ExtUIConnectionContext context{};
     const auto pExtension = std::make_shared<Extension>();
     const HINSTANCE hTemplates = GetModuleHandleW(OLESTR("korihvui.dll"));
     const auto timeOfOpening = [=](const std::function<void(HWND)>& open)
@@ -204,7 +203,7 @@ Sides DialogSides()
         {
             const CBstr profile(OLESTR("<CCX><Rapido>true</Rapido></CCX>"));
             CBstr modified;
-            pExtension->connection->Dot11ExtUIPropertyShowDialog(hwndOwner, profile.Get(), context.data(), modified.Put(),
+            pExtension->connection->Dot11ExtUIPropertyShowDialog(hwndOwner, profile.Get(), &context, modified.Put(),
                                                                  &bIsModified);
         };
         const Seconds time = timeOfOpening(show);

@@ -112,6 +112,14 @@ void AskValidity()
     Read(Write(securityElements).Get(), securityLooks);
 }
 
+bool IsChangedBySelecting(IDot11ExtUIProperty& property, BSTR bstrText)
+{
+    CBstr modified;
+    BOOL bIsModified = FALSE;
+    property.Dot11ExtUIPropertySetSelected(bstrText, nullptr, modified.Put(), &bIsModified);
+    return bIsModified && modified;
+}
+
 bool IsDefaultTkip(const Extension& extension, BSTR bstrText)
 {
     ULONG cEntries = 0;
@@ -145,13 +153,7 @@ constexpr Operation operations[] = {
          Line(OLESTR("*pfIsSelected: %s\n"), OLESTR("TRUE"));
      }},
     {"security SetSelected", OLESTR("wpa2"),
-     [](const Extension& extension, BSTR bstrText)
-     {
-         CBstr modified;
-         BOOL bIsModified = FALSE;
-         extension.security->Dot11ExtUIPropertySetSelected(bstrText, nullptr, modified.Put(), &bIsModified);
-         return bIsModified && modified;
-     },
+     [](const Extension& extension, BSTR bstrText) { return IsChangedBySelecting(*extension.security.Get(), bstrText); },
      [](CWideView text)
      {
          WriteHeadLines(OLESTR("\nCExtUIKey::Dot11ExtUIPropertySetSelected\n"), text.data());
@@ -191,13 +193,7 @@ constexpr Operation operations[] = {
          WriteModifiedLines(Write(securityElements));
      }},
     {"connection SetSelected", OLESTR("cckm"),
-     [](const Extension& extension, BSTR bstrText)
-     {
-         CBstr modified;
-         BOOL bIsModified = FALSE;
-         extension.connection->Dot11ExtUIPropertySetSelected(bstrText, nullptr, modified.Put(), &bIsModified);
-         return bIsModified && modified;
-     },
+     [](const Extension& extension, BSTR bstrText) { return IsChangedBySelecting(*extension.connection.Get(), bstrText); },
      [](CWideView text)
      {
          Line(OLESTR("bstrIHVProfile (IN): %s\n"), text.data());
