@@ -17,7 +17,7 @@ bool IsNameStart(WCHAR ch)
            ch == OLESTR(':') || ch >= 0xC0;
 }
 
-bool IsName(CWideView name)
+bool IsXmlName(CWideView name)
 {
     const auto isPart = [](WCHAR ch) {
         return IsNameStart(ch) || (ch >= OLESTR('0') && ch <= OLESTR('9')) || ch == OLESTR('-') || ch == OLESTR('.') ||
@@ -124,7 +124,7 @@ private:
 
     void LookAtStartTag(const XmlToken& token)
     {
-        if (!IsName(token.name))
+        if (!IsXmlName(token.name))
             Fail(token.nBegin, token.nBegin + 1, "a < that begins no tag (a plain one is written &lt;)");
         if (m_open.empty() && m_bHadRoot)
             Fail(token.nBegin, token.nEnd, "a second root element");
@@ -147,7 +147,7 @@ private:
             const std::size_t nBegin = nInner + attribute.nBegin;
             const std::size_t nName = m_text.find_first_not_of(xmlWhiteSpace, nBegin);
             nEnd = nInner + attribute.nEnd;
-            if (nName == nBegin || !IsName(attribute.name))
+            if (nName == nBegin || !IsXmlName(attribute.name))
                 Fail(nName, nName + 1, "an attribute was expected here");
             if (attribute.value.find(OLESTR('<')) != CWideView::npos)
                 Fail(nName, nEnd, "a < in an attribute's value");

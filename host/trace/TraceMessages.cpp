@@ -41,7 +41,7 @@ std::uint32_t Number(std::string_view digits, int nBase = 10)
     return nNumber;
 }
 
-std::optional<Beginning> BeginningOf(std::string_view text)
+std::optional<Beginning> LineBeginning(std::string_view text)
 {
     if (text.size() <= beginning.size() || !std::equal(beginning.begin(), beginning.end(), text.begin(), Fits))
         return std::nullopt;
@@ -73,7 +73,7 @@ void CTraceMessages::Feed(std::string_view bytes)
             break;
         }
         m_nSearched = nBracket - bracket;
-        if (BeginningOf(std::string_view(m_strHeld).substr(m_nSearched)))
+        if (LineBeginning(std::string_view(m_strHeld).substr(m_nSearched)))
             HandOut(m_nSearched);
         m_nSearched += 1;
     }
@@ -85,7 +85,7 @@ void CTraceMessages::Finish()
 {
     while (m_nSearched + bracket < m_strHeld.size())
     {
-        if (m_nSearched > 0 && BeginningOf(std::string_view(m_strHeld).substr(m_nSearched)))
+        if (m_nSearched > 0 && LineBeginning(std::string_view(m_strHeld).substr(m_nSearched)))
             HandOut(m_nSearched);
         m_nSearched += 1;
     }
@@ -103,7 +103,7 @@ void CTraceMessages::BeginAnew()
 void CTraceMessages::HandOut(std::size_t cbMessage)
 {
     std::string_view text = std::string_view(m_strHeld).substr(0, cbMessage);
-    if (const auto found = BeginningOf(text))
+    if (const auto found = LineBeginning(text))
     {
         m_bHasAny = m_bWithin = true;
         m_current.nTime = found->nTime;
