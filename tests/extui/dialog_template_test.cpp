@@ -1,7 +1,6 @@
 // The dialog and the strings in the module's resources and in its language files.
 #include "tests/support/LanguageFile.h"
-
-#include <regex>
+#include "tests/support/Pattern.h"
 
 namespace tests
 {
@@ -68,18 +67,21 @@ std::string Describe(HMODULE hModule)
     return out.str();
 }
 
-const std::regex quoted("\"([^\"\n]+)\"");
+constexpr const char* quoted = "\"([^\"\n]+)\"";
 
 std::vector<std::string> QuotedIn(const std::string& text)
 {
-    return {std::sregex_token_iterator(text.begin(), text.end(), quoted, 1), {}};
+    std::vector<std::string> texts;
+    for (const Match& match : Found(text, quoted))
+        texts.push_back(match[1]);
+    return texts;
 }
 } // namespace
 
 TEST(DialogTemplate, IsTheSameInTheModuleAndInEveryLanguage)
 {
     EXPECT_EQ(english, Describe(CModuleUnderTest(CModuleUnderTest::Registration::None).Handle()));
-    const auto withoutTexts = [](const std::string& text) { return std::regex_replace(text, quoted, "text"); };
+    const auto withoutTexts = [](const std::string& text) { return Replaced(text, quoted, "text"); };
     const auto englishTexts = QuotedIn(english);
     for (const std::string& strLanguage : Languages())
     {

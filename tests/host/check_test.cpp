@@ -4,6 +4,7 @@
 #include "host/check/ProfileCheck.h"
 #include "host/check/TextLines.h"
 #include "tests/support/HostWorld.h"
+#include "tests/support/Pattern.h"
 #include "values/Utf8Text.h"
 
 #include <gtest/gtest.h>
@@ -43,21 +44,21 @@ TEST(CheckTest, TheDocumentListsEveryRuleWithWhatIsSaid)
     for (const CheckRuleRow& row : checkRules)
         EXPECT_TRUE(known.insert(row.szId).second) << row.szId << " has been given twice";
     std::ifstream document(SAMPLES_FOLDER "/../docs/check.md");
-    const std::regex row("\\| (.*) \\| (.*) \\| (.*) \\|"), quoted("`(.*)`");
+    static const std::string quoted = "`(.*)`";
     std::string strPlace;
     for (std::string strLine; std::getline(document, strLine);)
     {
-        std::smatch cells, example, rule;
-        if (!std::regex_match(strLine, cells, row))
+        const auto cells = tests::MatchOf(strLine, "\\| (.*) \\| (.*) \\| (.*) \\|");
+        if (cells.empty())
             continue;
-        const std::string strFirst = cells[1], strLast = cells[3];
-        if (!std::regex_match(strLast, rule, quoted))
+        const auto example = tests::MatchOf(cells[1], quoted), rule = tests::MatchOf(cells[3], quoted);
+        if (rule.empty())
         {
-            strPlace = strFirst;
+            strPlace = cells[1];
             continue;
         }
         EXPECT_TRUE(listed.insert(rule[1]).second) << strLine;
-        if (!std::regex_match(strFirst, example, quoted))
+        if (example.empty())
             continue;
         const auto findings = Verdict(ProfileWith(strPlace, example[1])).findings;
         ASSERT_EQ(1u, findings.size()) << strLine;

@@ -1,10 +1,10 @@
 // What documents say of programs, held against the programs.
+#include "tests/support/Pattern.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestProgram.h"
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -41,19 +41,17 @@ TEST(HostGuideTest, QuotesTheMinimalHost)
 {
     const std::string strGuide = ReadBytes(documents / "host-guide.md");
     const std::string strHost = ReadBytes(samples / "minimal-host/main.cpp");
-    std::size_t cQuotes = 0;
-    const std::regex quote("```cpp\n([^`]*)```");
-    for (std::sregex_iterator found(strGuide.begin(), strGuide.end(), quote), end; found != end; ++found, ++cQuotes)
-        EXPECT_NE(std::string::npos, strHost.find((*found)[1])) << (*found)[1];
-    EXPECT_NE(0u, cQuotes);
+    const auto quotes = Found(strGuide, "```cpp\n([^`]*)```");
+    for (const Match& quote : quotes)
+        EXPECT_NE(std::string::npos, strHost.find(quote[1])) << quote[1];
+    EXPECT_FALSE(quotes.empty());
 }
 
 std::set<std::string> Names(const std::string& strText, const char* szPattern)
 {
-    const std::regex pattern(szPattern);
     std::set<std::string> names;
-    for (std::sregex_iterator found(strText.begin(), strText.end(), pattern), end; found != end; ++found)
-        names.insert((*found)[1]);
+    for (const Match& name : Found(strText, szPattern))
+        names.insert(name[1]);
     return names;
 }
 

@@ -1,10 +1,10 @@
 // The host program as it is run: what it changes, what it leaves alone, what it says and how it ends.
 #include "tests/support/HostWorld.h"
+#include "tests/support/Pattern.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <regex>
 
 namespace
 {
@@ -102,7 +102,7 @@ TEST(ShowTest, TellsOfTheRecordAndTheMachine)
          {"of the maker's no\n", "Rapido not asked\n", "PHY types HR/DSSS (802.11b)\n"}},
     };
     for (const auto& [arguments, rows] : cases)
-        ExpectParts(std::regex_replace(Done(world, Arguments{"show"} + arguments).strOutput, std::regex(" +"), " "), rows);
+        ExpectParts(Replaced(Done(world, Arguments{"show"} + arguments).strOutput, " +", " "), rows);
 }
 
 TEST(RegistrationTest, TheRegisteredModuleIsUsedUntilItIsGone)

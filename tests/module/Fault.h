@@ -6,6 +6,9 @@
 #include "tests/support/SimulatedService.h"
 
 #include <limits>
+#include <map>
+#include <span>
+#include <string>
 
 namespace tests::walk
 {
@@ -39,11 +42,6 @@ public:
         platform::testing::ClearFaults();
         platform::testing::LimitFaultsToThisThread(false);
     }
-    // Of the last time between the two.
-    unsigned Calls() const
-    {
-        return m_uCalls;
-    }
     bool HasFired() const
     {
         return m_uCalls >= m_uNth;
@@ -55,5 +53,35 @@ private:
     unsigned m_uNth;
     bool m_bOfTheService;
     unsigned m_uCalls = 0;
+};
+
+// Counts the calls of all the functions at once, and fails none.
+class CCallCounter final : public CFault
+{
+public:
+    CCallCounter(const CSimulatedService& service, std::span<const PlatformFunction> functions)
+        : CFault(service, functions.front()), m_service(service), m_functions(functions)
+    {
+    }
+
+    void Arm() const override
+    {
+        CFault::Arm();
+        for (const auto& function : m_functions)
+            platform::testing::PlanFault(function.szName, never, 1);
+    }
+    void Disarm() override
+    {
+        for (const auto& function : m_functions)
+            calls[function.szName] = function.how == Fails::AtTheService ? m_service.CountCalls(function.szName)
+                                                                         : platform::testing::CountCalls(function.szName);
+        CFault::Disarm();
+    }
+
+    std::map<std::string, unsigned> calls; // of the last time between the two
+
+private:
+    const CSimulatedService& m_service;
+    std::span<const PlatformFunction> m_functions;
 };
 } // namespace tests::walk

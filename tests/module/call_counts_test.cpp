@@ -23,41 +23,12 @@ constexpr const char* lineFunctions[] = {
     "WaitForSingleObject", "LockFileEx", "GetFileSize", "SetFilePointer", "WriteFile", "UnlockFileEx", "ReleaseMutex",
 };
 
-// Counts the calls of all platform functions at once.
-class CCallCounter final : public CFault
-{
-public:
-    explicit CCallCounter(const tests::CSimulatedService& service)
-        : CFault(service, tests::PlatformFunctions().front()), m_service(service)
-    {
-    }
-
-    void Arm() const override
-    {
-        CFault::Arm();
-        for (const auto& function : tests::PlatformFunctions())
-            platform::testing::PlanFault(function.szName, never, 1);
-    }
-    void Disarm() override
-    {
-        for (const auto& function : tests::PlatformFunctions())
-            calls[function.szName] = function.how == tests::Fails::AtTheService ? m_service.CountCalls(function.szName)
-                                                                                : platform::testing::CountCalls(function.szName);
-        CFault::Disarm();
-    }
-
-    std::map<std::string, unsigned> calls;
-
-private:
-    const tests::CSimulatedService& m_service;
-};
-
 // Of the operation as the first one that the module is asked for.
 std::map<std::string, unsigned> CallsOf(const Operation& operation, CWorld& world)
 {
     world.Unload();
     operation.Prepare(world);
-    CCallCounter counter(world.service);
+    CCallCounter counter(world.service, tests::PlatformFunctions());
     world.pFault = &counter;
     operation.Outcome(world);
     world.pFault = nullptr;

@@ -1,9 +1,9 @@
 // Many threads at the module at once: objects of all classes, factories and locks, while every operation is traced.
 #include "tests/module/Operation.h"
+#include "tests/support/Pattern.h"
 
 #include <barrier>
 #include <map>
-#include <regex>
 #include <thread>
 
 namespace
@@ -18,10 +18,9 @@ using Counts = std::map<std::string, unsigned>;
 // How often each message was written since the last time; a line that is torn makes messages that no other has.
 Counts Messages(tests::CTraceLog& log)
 {
-    static const std::regex address("[0-9A-F]{16}");
     Counts messages;
     for (const auto& message : log.Take())
-        ++messages[std::regex_replace(message, address, "(address)")];
+        ++messages[tests::Replaced(message, "[0-9A-F]{16}", "(address)")];
     return messages;
 }
 

@@ -1,9 +1,9 @@
 // Every platform function fails at every call in every public operation, and so does every allocation of the language's.
 #include "tests/module/Operation.h"
+#include "tests/support/Pattern.h"
 
 #include <algorithm>
 #include <iostream>
-#include <regex>
 #include <set>
 
 namespace
@@ -29,16 +29,17 @@ public:
         m_usual = Run(nullptr);
         if (Run(nullptr) != m_usual)
             Complain("gives one outcome and then another: " + m_usual);
+        CCallCounter counter(m_world.service, m_functions);
+        Run(&counter);
         for (const auto& function : m_functions)
         {
-            CFault counting(m_world.service, function);
-            Run(&counting);
-            for (unsigned uNth = 1; uNth <= counting.Calls(); ++uNth)
+            const unsigned uCalls = counter.calls[function.szName];
+            for (unsigned uNth = 1; uNth <= uCalls; ++uNth)
             {
                 m_fault = std::string(function.szName) + " " + std::to_string(uNth);
                 Try(function, uNth);
                 // A dialog takes its time, and the next fault shows as well that the last one left it able to run.
-                if (!IsDialog(operation) || uNth == counting.Calls())
+                if (!IsDialog(operation) || uNth == uCalls)
                     CheckWorks();
             }
         }
@@ -59,10 +60,8 @@ private:
         SetCurrentDirectoryW(m_szDirectory);
         for (const auto& line : m_world.log.Take())
         {
-            static const std::regex error(R"(\*\*\* ?(?:Error: )?(?:returning )?(\w+)[^]*)");
-            std::smatch match;
-            if (std::regex_match(line, match, error))
-                outcome += " traced " + match[1].str();
+            if (const auto match = tests::MatchOf(line, R"(\*\*\* ?(?:Error: )?(?:returning )?(\w+)[^]*)"); !match.empty())
+                outcome += " traced " + match[1];
         }
         return outcome;
     }
@@ -94,9 +93,9 @@ private:
         if (bLogFails && (outcome == m_usual || outcome == m_usual.substr(0, m_usual.find(" traced "))))
             return true;
         const auto& failures = m_pOperation->failures;
-        const auto failure = std::ranges::find_if(failures, [&](const auto& row)
-                                                  { return std::regex_match(function.szName, std::regex(row.szFunctions)); });
-        return failure == failures.end() ? outcome == m_usual : std::regex_match(outcome, std::regex(failure->szOutcomes));
+        const auto failure =
+            std::ranges::find_if(failures, [&](const auto& row) { return tests::Matches(function.szName, row.szFunctions); });
+        return failure == failures.end() ? outcome == m_usual : tests::Matches(outcome, failure->szOutcomes);
     }
 
     void CheckLeft(const Alive& before)

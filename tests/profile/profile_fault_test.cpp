@@ -3,10 +3,10 @@
 #include "profile/CCXConnectionSettings.h"
 #include "profile/WlanProfileBands.h"
 #include "tests/support/ModuleUnderTest.h"
+#include "tests/support/Pattern.h"
 #include "tests/support/XmlTest.h"
 
 #include <memory>
-#include <regex>
 #include <set>
 
 namespace
@@ -27,7 +27,7 @@ std::string WriteConnection()
 {
     CBstr bstrWritten;
     *bstrWritten.Put() = CCXConnectionSettings().Serialise();
-    return std::regex_replace(tests::ProfileTree(bstrWritten), std::regex("</?CCX>"), "");
+    return tests::Replaced(tests::ProfileTree(bstrWritten), "</?CCX>", "");
 }
 
 constexpr CWideView wirelessProfile = OLESTR(
@@ -51,10 +51,10 @@ std::string WriteBands()
     owner.reset(szProfile);
     if (szProfile == wirelessProfile)
         return bResult ? "true untouched" : "false untouched";
-    auto text = std::regex_replace(tests::Narrow(szProfile), std::regex("<phyType(/>|></phyType>)"), "-");
-    text = std::regex_replace(text, std::regex("<connectivity>"), "[");
-    text = std::regex_replace(text, std::regex("</connectivity>"), "]");
-    return (bResult ? "true " : "false ") + std::regex_replace(text, std::regex("<[^>]*>|\\s"), "");
+    auto text = tests::Replaced(tests::Narrow(szProfile), "<phyType(/>|></phyType>)", "-");
+    text = tests::Replaced(text, "<connectivity>", "[");
+    text = tests::Replaced(text, "</connectivity>", "]");
+    return (bResult ? "true " : "false ") + tests::Replaced(text, "<[^>]*>|\\s", "");
 }
 
 const std::string first = "<Rapido>false</Rapido>";

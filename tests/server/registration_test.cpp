@@ -1,10 +1,9 @@
 // What registration writes and removes, step by step, and how far it gets when a step fails.
 #include "platform/testing/Faults.h"
 #include "tests/support/ModuleUnderTest.h"
+#include "tests/support/Pattern.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
-
-#include <regex>
 
 namespace
 {
@@ -129,7 +128,7 @@ TEST_F(Registration, EachStepThatFailsEndsTheWorkAndStays)
         expected.resize(row.nLines);
         auto lines = m_log.Take();
         for (auto& line : lines)
-            line = std::regex_replace(line, std::regex("hkey = (0x)?0*[1-9A-Fa-f][0-9A-Fa-f]* \n"), "hkey = HANDLE \n");
+            line = tests::Replaced(line, "hkey = (0x)?0*[1-9A-Fa-f][0-9A-Fa-f]* \n", "hkey = HANDLE \n");
         EXPECT_EQ(expected, lines);
     }
     RemoveKeys();

@@ -2,11 +2,11 @@
 
 #include "resources/resource.h"
 #include "tests/support/Machine.h"
+#include "tests/support/Pattern.h"
 
 #include <algorithm>
 #include <iterator>
 #include <optional>
-#include <regex>
 #include <sstream>
 
 namespace tests
@@ -171,12 +171,11 @@ std::vector<std::string> CDialogScenario::CalledFunctions() const
 
 std::vector<std::string> CDialogScenario::CallsOf(std::string_view function) const
 {
-    static const std::regex changing(R"( (handle|xml\.length)=\S+)");
     std::vector<std::string> calls;
     for (const auto& line : m_service.Calls())
     {
         if (line.starts_with(std::string(function) + " "))
-            calls.push_back(std::regex_replace(line, changing, ""));
+            calls.push_back(Replaced(line, R"( (handle|xml\.length)=\S+)", ""));
     }
     return calls;
 }

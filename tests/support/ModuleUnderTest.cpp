@@ -1,6 +1,6 @@
 #include "tests/support/ModuleUnderTest.h"
 
-#include <regex>
+#include "tests/support/Pattern.h"
 
 namespace tests
 {
@@ -66,10 +66,9 @@ std::string TextOf(const CBstr& bstr)
 
 std::string ProfileTree(const CBstr& bstrProfile)
 {
-    std::string text = TextOf(bstrProfile);
-    text = std::regex_replace(text, std::regex(R"( xmlns="[^"]*")"), "");
-    text = std::regex_replace(text, std::regex(R"(>\s+<)"), "><");
-    text = std::regex_replace(text, std::regex(R"(\s+$)"), "");
-    return std::regex_replace(text, std::regex(R"(<(\w+)></\1>)"), "<$1/>");
+    std::string text = Replaced(TextOf(bstrProfile), R"( xmlns="[^"]*")", "");
+    text = Replaced(text, R"(>\s+<)", "><");
+    text = Replaced(text, R"(\s+$)", "");
+    return Replaced(text, R"(<(\w+)></\1>)", "<$1/>");
 }
 } // namespace tests

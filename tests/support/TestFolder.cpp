@@ -2,7 +2,7 @@
 
 #include <atomic>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 namespace tests
 {
@@ -35,10 +35,13 @@ CWideString PlatformNameOf(const std::filesystem::path& path)
     return CWideString(text.begin(), text.end());
 }
 
-std::string ReadBytes(const std::filesystem::path& path)
+std::string ReadBytes(const std::filesystem::path& path, std::size_t cbSkipped)
 {
     std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    file.seekg(static_cast<std::streamoff>(cbSkipped));
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return std::move(bytes).str();
 }
 
 void WriteBytes(const std::filesystem::path& path, std::string_view bytes)

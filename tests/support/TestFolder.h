@@ -31,8 +31,8 @@ private:
 // A path as the platform's functions take it.
 CWideString PlatformNameOf(const std::filesystem::path& path);
 
-// "" for a file that cannot be read.
-std::string ReadBytes(const std::filesystem::path& path);
+// What follows the first bytes of a file; "" for one that cannot be read.
+std::string ReadBytes(const std::filesystem::path& path, std::size_t cbSkipped = 0);
 void WriteBytes(const std::filesystem::path& path, std::string_view bytes);
 
 // 7-bit text widened, and wide text with everything else as '?': for messages and literals.

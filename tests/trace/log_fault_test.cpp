@@ -1,10 +1,10 @@
 // The trace log when the platform fails it: it goes quiet, and nobody else is disturbed.
 #include "platform/testing/Faults.h"
+#include "tests/support/Pattern.h"
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
 #include "trace/KorCmnTracer.h"
 
-#include <regex>
 #include <set>
 #include <thread>
 
@@ -101,9 +101,9 @@ void AwaitWaiter(const std::filesystem::path& file)
 {
     struct stat status = {};
     ASSERT_EQ(0, stat(file.string().c_str(), &status));
-    const std::regex waiter("-> .*:" + std::to_string(status.st_ino) + " ");
+    const std::string waiter = "-> .*:" + std::to_string(status.st_ino) + " ";
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60 * SLOWED_DOWN);
-    while (status.st_ino != 0 && !std::regex_search(tests::ReadBytes("/proc/locks"), waiter))
+    while (status.st_ino != 0 && tests::Found(tests::ReadBytes("/proc/locks"), waiter).empty())
     {
         ASSERT_LT(std::chrono::steady_clock::now(), end) << "the writer does not wait for the lock";
         std::this_thread::yield();

@@ -1,5 +1,6 @@
 // One line of the trace log: its bytes in the file, its levels, its echo.
 #include "platform/testing/Faults.h"
+#include "tests/support/Pattern.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
@@ -7,7 +8,6 @@
 #include "trace/LogLine.h"
 
 #include <cstdio>
-#include <regex>
 
 #include <unistd.h>
 
@@ -71,7 +71,7 @@ TEST(LogLine, NextMessageContinuesALineWithoutEnd)
     IhvuiTrace(traceLevelInfo, OLESTR("first"));
     IhvuiTrace(traceLevelInfo, OLESTR("%s"), OLESTR("\x4E2D cannot be narrowed\n"));
     IhvuiTrace(traceLevelInfo, OLESTR("second\n"));
-    EXPECT_TRUE(std::regex_match(log.Bytes(), std::regex(R"([^\r\n]{33}first[^\r\n]{33}second\r\n)"))) << log.Bytes();
+    EXPECT_TRUE(tests::Matches(log.Bytes(), R"([^\r\n]{33}first[^\r\n]{33}second\r\n)")) << log.Bytes();
 }
 
 TEST(LogLine, TimeAndThread)
@@ -110,7 +110,7 @@ TEST(LogLine, EachModuleHasItsWordAndItsLevel)
                     if (lLevel <= (words[i] == szConfigured ? lConfigured : 2))
                         expected += tests::Narrow(words[i]) + ": ;";
                 }
-            EXPECT_EQ(expected, std::regex_replace(log.Bytes(), std::regex(R"([\d:.]{12} \[.{8}\]   )"), ""));
+            EXPECT_EQ(expected, tests::Replaced(log.Bytes(), R"([\d:.]{12} \[.{8}\]   )", ""));
         }
 }
 
@@ -130,8 +130,7 @@ TEST(LogLine, EchoHappensWhateverTheSwitchesSay)
             IhvuiTrace(traceLevelInfo, OLESTR("%s"), OLESTR("\x4E2D\xD83D\xDE00\xFC\n"));
             const auto shown = testing::internal::GetCapturedStdout();
             KorCmnTracer::Stop();
-            EXPECT_EQ(bEcho ? "|shown\n\n|" + Xs(1963) + "...\n\n|???\xFC\n\n" : "",
-                      std::regex_replace(shown, std::regex(szPrefix), "|"));
+            EXPECT_EQ(bEcho ? "|shown\n\n|" + Xs(1963) + "...\n\n|???\xFC\n\n" : "", tests::Replaced(shown, szPrefix, "|"));
             EXPECT_EQ("", log.Bytes());
         }
 }

@@ -3,6 +3,7 @@
 // Who waits for the log's lock gets it in no order that anybody promises. So whoever has to be through at some time has a
 // number of lines to write, and whoever writes for ever is the one that is killed.
 #include "tests/support/EnvironmentVariable.h"
+#include "tests/support/Pattern.h"
 #include "tests/support/TestProgram.h"
 #include "tests/support/TraceLog.h"
 #include "trace/IhvuiTrace.h"
@@ -13,7 +14,6 @@
 #include <limits>
 #include <map>
 #include <random>
-#include <regex>
 #include <thread>
 
 namespace
@@ -83,11 +83,11 @@ TEST(KilledLogWriter, DISABLED_Victim)
 // How many lines each writer has, which follow one another; strRest receives what stands beside whole lines.
 std::map<std::string, unsigned> CountLines(const std::string& strLog, std::string& strRest)
 {
-    static const std::regex form(R"([\d:.]{12} \[[ 0-9A-F]{8}\]   Ihvui: (\w+) line (\d+)\r\n)");
+    static const std::string form = R"([\d:.]{12} \[[ 0-9A-F]{8}\]   Ihvui: (\w+) line (\d+)\r\n)";
     std::map<std::string, unsigned> lines;
-    for (std::sregex_iterator it(strLog.begin(), strLog.end(), form), end; it != end; ++it)
-        EXPECT_EQ(lines[(*it)[1]]++, std::stoul((*it)[2])) << it->str();
-    strRest = std::regex_replace(strLog, form, "");
+    for (const tests::Match& line : tests::Found(strLog, form))
+        EXPECT_EQ(lines[line[1]]++, std::stoul(line[2])) << line[0];
+    strRest = tests::Replaced(strLog, form, "");
     return lines;
 }
 

@@ -1,13 +1,12 @@
 // The list of adapters, the selected one, and the questions to its driver.
 #include "platform/testing/Faults.h"
+#include "tests/support/Pattern.h"
 #include "tests/support/SimulatedService.h"
 #include "wlan/IhvControl.h"
 #include "wlan/SelectedInterface.h"
 #include "wlan/WlanAdapterList.h"
 
 #include <gtest/gtest.h>
-
-#include <regex>
 
 namespace tests
 {
@@ -42,7 +41,7 @@ protected:
         for (const auto& line : m_service.Calls())
         {
             if (line.starts_with("WlanIhvControl "))
-                requests.push_back(std::regex_replace(line, std::regex(R"( handle=\S+)"), ""));
+                requests.push_back(tests::Replaced(line, R"( handle=\S+)", ""));
         }
         return requests;
     }

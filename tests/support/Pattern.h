@@ -1,0 +1,21 @@
+// Texts by regular expressions, of which the test that first uses one makes the compiler busy for seconds: only Pattern.cpp does.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tests
+{
+// The text that a pattern describes, and those of its groups.
+using Match = std::vector<std::string>;
+
+// Of the whole text; empty when the pattern does not describe it.
+Match MatchOf(const std::string& text, const std::string& pattern);
+bool Matches(const std::string& text, const std::string& pattern);
+
+// Of each place in the text.
+std::vector<Match> Found(const std::string& text, const std::string& pattern);
+std::string Replaced(const std::string& text, const std::string& pattern, const std::string& replacement);
+// What stands before, between and after those places.
+std::vector<std::string> Split(const std::string& text, const std::string& pattern);
+} // namespace tests
