@@ -1,4 +1,4 @@
-#include "benchmarks/Bare.h"
+#include "tests/benchmarks/Bare.h"
 
 #include <array>
 #include <cstdarg>

@@ -1,5 +1,5 @@
 // The native driver: each row is a benchmark of its own, of which each repetition is one of ours.
-#include "benchmarks/Rows.h"
+#include "tests/benchmarks/Rows.h"
 
 #include <benchmark/benchmark.h>
 

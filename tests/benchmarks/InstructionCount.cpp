@@ -1,5 +1,5 @@
 // The driver under callgrind: one turn of each side, whose instructions are written down under its name.
-#include "benchmarks/Rows.h"
+#include "tests/benchmarks/Rows.h"
 
 #include <valgrind/callgrind.h>
 

@@ -1,5 +1,5 @@
 // The driver where there is no benchmark library.
-#include "benchmarks/Rows.h"
+#include "tests/benchmarks/Rows.h"
 
 namespace
 {

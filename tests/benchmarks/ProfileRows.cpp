@@ -1,8 +1,8 @@
 // The profile operations of both properties, and the rewriting of the bands.
-#include "benchmarks/Bare.h"
-#include "benchmarks/Extension.h"
-#include "benchmarks/Rows.h"
 #include "profile/WlanProfileBands.h"
+#include "tests/benchmarks/Bare.h"
+#include "tests/benchmarks/Extension.h"
+#include "tests/benchmarks/Rows.h"
 
 #include <memory>
 

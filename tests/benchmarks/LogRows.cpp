@@ -1,6 +1,6 @@
 // The trace log, on, without echo: one line against the bare calls on the same file, and many writers against one.
-#include "benchmarks/Bare.h"
-#include "benchmarks/Rows.h"
+#include "tests/benchmarks/Bare.h"
+#include "tests/benchmarks/Rows.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestProgram.h"
 #include "trace/IhvuiTrace.h"

@@ -1,4 +1,4 @@
-#include "benchmarks/Rows.h"
+#include "tests/benchmarks/Rows.h"
 
 #include "host/Library.h"
 #include "tests/support/TestFolder.h"

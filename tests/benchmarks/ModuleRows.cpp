@@ -1,8 +1,8 @@
 // Loading and unloading, activation, the dialog, and a whole program.
-#include "benchmarks/Bare.h"
-#include "benchmarks/Extension.h"
-#include "benchmarks/Rows.h"
 #include "resources/resource.h"
+#include "tests/benchmarks/Bare.h"
+#include "tests/benchmarks/Extension.h"
+#include "tests/benchmarks/Rows.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/TestProgram.h"
 
