@@ -47,15 +47,15 @@ void CLogLine::ReplaceUnrepresentable()
 
 CNarrowLine::CNarrowLine(const WCHAR* szLine)
 {
-    std::size_t cbText = wcstombs(m_rgchText, szLine, maxLength);
+    const std::size_t cbText = wcstombs(m_rgchText, szLine, maxLength);
     if (cbText == notRepresentable)
         return;
-    if (cbText != 0 && m_rgchText[cbText - 1] == '\n')
-    {
-        m_rgchText[cbText - 1] = '\r';
-        m_rgchText[cbText++] = '\n';
-    }
     m_text = {m_rgchText, cbText};
+    if (m_text.ends_with('\n'))
+    {
+        std::copy_n("\r\n", 2, m_rgchText + cbText - 1);
+        m_text = {m_rgchText, cbText + 1};
+    }
 }
 
 void FormDefaultLogPath(WCHAR* szPath, std::size_t cchCapacity)
