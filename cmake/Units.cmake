@@ -1,9 +1,10 @@
 # Compiles the sources of one folder together: reading the same headers again and again is what building costs here. The
 # product itself is compiled file by file, so that each of its files shows that it includes what it needs.
 #
-# compile_by_folder(TARGET SOURCES... [ALONE FILES...]): FILES have names of their own that others use too.
-function(compile_by_folder target)
-    cmake_parse_arguments(arg "" "" "ALONE" ${ARGN})
+# compile_in_units(TARGET [TOGETHER] SOURCES... [ALONE FILES...]): TOGETHER makes one unit of all folders, for a library of which each
+# unit would hold a copy. FILES have names of their own that others use too.
+function(compile_in_units target)
+    cmake_parse_arguments(arg "TOGETHER" "" "ALONE" ${ARGN})
     foreach(source ${arg_UNPARSED_ARGUMENTS})
         cmake_path(GET source FILENAME name)
         if(name IN_LIST arg_ALONE)
@@ -13,20 +14,11 @@ function(compile_by_folder target)
         cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} OUTPUT_VARIABLE place)
         cmake_path(RELATIVE_PATH place BASE_DIRECTORY ${CMAKE_SOURCE_DIR})
         cmake_path(GET place PARENT_PATH folder)
+        if(arg_TOGETHER)
+            set(folder ${target})
+        endif()
         string(MAKE_C_IDENTIFIER "${folder}" group)
         set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
     endforeach()
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
-endfunction()
-
-# The same of all folders at once, for a library of which each unit would hold a copy.
-function(compile_together target)
-    compile_by_folder(${target} ${ARGN})
-    get_target_property(sources ${target} SOURCES)
-    foreach(source ${sources})
-        get_source_file_property(group ${source} UNITY_GROUP)
-        if(group)
-            set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${target})
-        endif()
-    endforeach()
 endfunction()
