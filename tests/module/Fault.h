@@ -20,7 +20,7 @@ public:
     static constexpr unsigned never = std::numeric_limits<unsigned>::max();
 
     CFault(const CSimulatedService& service, const PlatformFunction& function, unsigned uNth = never)
-        : m_service(service), m_szFunction(function.szName), m_uNth(uNth), m_bOfTheService(function.how == Fails::AtTheService)
+        : m_service(service), m_function(function), m_uNth(uNth)
     {
     }
 
@@ -30,14 +30,14 @@ public:
     {
         m_service.ClearFaults();
         platform::testing::LimitFaultsToThisThread(true);
-        if (m_bOfTheService)
-            m_service.FailNext(m_szFunction, m_uNth, 1, ERROR_GEN_FAILURE);
+        if (m_function.how == Fails::AtTheService)
+            m_service.FailNext(m_function.szName, m_uNth, 1, ERROR_GEN_FAILURE);
         else
-            platform::testing::PlanFault(m_szFunction, m_uNth, 1);
+            platform::testing::PlanFault(m_function.szName, m_uNth, 1);
     }
     virtual void Disarm()
     {
-        m_uCalls = m_bOfTheService ? m_service.CountCalls(m_szFunction) : platform::testing::CountCalls(m_szFunction);
+        m_uCalls = CallsOf(m_function);
         m_service.ClearFaults();
         platform::testing::ClearFaults();
         platform::testing::LimitFaultsToThisThread(false);
@@ -47,11 +47,17 @@ public:
         return m_uCalls >= m_uNth;
     }
 
+protected:
+    unsigned CallsOf(const PlatformFunction& function) const
+    {
+        return function.how == Fails::AtTheService ? m_service.CountCalls(function.szName)
+                                                   : platform::testing::CountCalls(function.szName);
+    }
+
 private:
     const CSimulatedService& m_service;
-    const char* m_szFunction;
+    const PlatformFunction& m_function;
     unsigned m_uNth;
-    bool m_bOfTheService;
     unsigned m_uCalls = 0;
 };
 
@@ -60,7 +66,7 @@ class CCallCounter final : public CFault
 {
 public:
     CCallCounter(const CSimulatedService& service, std::span<const PlatformFunction> functions)
-        : CFault(service, functions.front()), m_service(service), m_functions(functions)
+        : CFault(service, functions.front()), m_functions(functions)
     {
     }
 
@@ -73,15 +79,13 @@ public:
     void Disarm() override
     {
         for (const auto& function : m_functions)
-            calls[function.szName] = function.how == Fails::AtTheService ? m_service.CountCalls(function.szName)
-                                                                         : platform::testing::CountCalls(function.szName);
+            calls[function.szName] = CallsOf(function);
         CFault::Disarm();
     }
 
     std::map<std::string, unsigned> calls; // of the last time between the two
 
 private:
-    const CSimulatedService& m_service;
     std::span<const PlatformFunction> m_functions;
 };
 } // namespace tests::walk

@@ -150,6 +150,7 @@ private:
 TEST(FaultWalk, EachFunctionIsCalledSomewhere)
 {
     CWorld world;
+    CCallCounter counter(world.service, tests::PlatformFunctions());
     std::set<std::string> uncalled;
     for (const auto& function : tests::PlatformFunctions())
         uncalled.insert(function.szName);
@@ -160,14 +161,10 @@ TEST(FaultWalk, EachFunctionIsCalledSomewhere)
     for (const auto& operation : AllOperations())
     {
         operation.Prepare(world);
-        for (const auto& name : uncalled)
-            platform::testing::PlanFault(name.c_str(), CFault::never, 1);
+        counter.Arm();
         operation.Outcome(world);
-        std::erase_if(uncalled,
-                      [&](const std::string& name) {
-                          return platform::testing::CountCalls(name.c_str()) != 0 || world.service.CountCalls(name.c_str()) != 0;
-                      });
-        platform::testing::ClearFaults();
+        counter.Disarm();
+        std::erase_if(uncalled, [&](const std::string& name) { return counter.calls[name] != 0; });
     }
     testing::internal::GetCapturedStdout();
     EXPECT_EQ(std::set<std::string>{}, uncalled);

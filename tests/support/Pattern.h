@@ -1,4 +1,4 @@
-// Texts by regular expressions, of which the test that first uses one makes the compiler busy for seconds: only Pattern.cpp does.
+// Texts by regular expressions, for which a compiler needs seconds in each file that uses them: Pattern.cpp alone does.
 #pragma once
 
 #include <string>
