@@ -16,12 +16,12 @@ namespace bench
 {
 namespace
 {
-constexpr const WCHAR* szProfile = OLESTR("<CCX><openNetwork/></CCX>");
+constexpr const WCHAR* szTraced = OLESTR("<CCX><openNetwork/></CCX>");
 
 void WriteLines(std::size_t nLines)
 {
     for (std::size_t i = 0; i < nLines; ++i)
-        IhvuiTrace(traceLevelInfo, OLESTR("bstrIHVProfile: %s\n"), szProfile);
+        IhvuiTrace(traceLevelInfo, OLESTR("bstrIHVProfile: %s\n"), szTraced);
 }
 
 // A log of this process's own, switched on as on any machine.
@@ -108,7 +108,7 @@ Sides OneWriter(bool bAllCalls)
     {
         if (!bAllCalls)
             return AppendBare(pFile->Get(), line);
-        const auto szLine = FormLine(OLESTR("bstrIHVProfile: %s\n"), szProfile);
+        const auto szLine = FormLine(OLESTR("bstrIHVProfile: %s\n"), szTraced);
         WaitForSingleObject(pMutex->Get(), INFINITE);
         char bytes[2000];
         const std::size_t cbLine = wcstombs(bytes, szLine.get(), sizeof(bytes));

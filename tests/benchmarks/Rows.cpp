@@ -5,7 +5,6 @@
 
 #include <objbase.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 
@@ -15,25 +14,6 @@ void Require(bool bHolds, const char* szWhat)
 {
     if (!bHolds)
         throw std::runtime_error(szWhat);
-}
-
-double Median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
-
-double CTurns::Take()
-{
-    m_modules.push_back(m_sides.module().count());
-    m_bares.push_back(m_sides.bare().count());
-    return m_modules.back();
-}
-
-void Report(const Row& row, double dModule, double dBare, double dRatio)
-{
-    // Standard output takes the echo.
-    std::fprintf(stderr, "%s\t%.2f\t%.9f\t%.9f\t%.3f\n", row.strName.c_str(), row.dGoal, dModule, dBare, dRatio);
 }
 
 int RunRows(int nArguments, char** pszArguments, Which which, const std::function<void(const Row&, const Sides&)>& run)

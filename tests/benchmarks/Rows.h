@@ -57,38 +57,4 @@ enum class Which
     Counted,
 };
 int RunRows(int nArguments, char** pszArguments, Which which, const std::function<void(const Row&, const Sides&)>& run);
-
-// How long and how often a row is measured.
-constexpr int nRepetitions = 9;
-constexpr Seconds leastTime(0.05); // of the module's side, in each repetition
-
-double Median(std::vector<double> values);
-
-// One repetition: both sides take turns, and the medians of their turns count, which no turn moves in which the processor was
-// somebody else's.
-class CTurns
-{
-public:
-    explicit CTurns(const Sides& sides) : m_sides(sides)
-    {
-    }
-    // The time of the module's side.
-    double Take();
-    double Module() const
-    {
-        return Median(m_modules);
-    }
-    double Bare() const
-    {
-        return Median(m_bares);
-    }
-
-private:
-    const Sides& m_sides;
-    std::vector<double> m_modules;
-    std::vector<double> m_bares;
-};
-
-// The line of a row that ./bench reads.
-void Report(const Row& row, double dModule, double dBare, double dRatio);
 } // namespace bench
