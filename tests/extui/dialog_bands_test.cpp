@@ -67,16 +67,16 @@ TEST(DialogBands, AreShownAndStored)
                                                               : OfficeProfile(row.before);
         CDialogScenario scenario(row.szAdapters, before);
         if (row.szFailing)
-            scenario.Service().FailNext(row.szFailing, 1, 100, row.dwError);
+            CSimulatedService::FailNext(row.szFailing, 1, 100, row.dwError);
         scenario.Expect(row.dialog);
-        EXPECT_TRUE(!row.szFailing || scenario.Service().CountCalls(row.szFailing) != 0);
-        scenario.Service().ClearFaults();
+        EXPECT_TRUE(!row.szFailing || SimulatedWlanCalls(row.szFailing) != 0);
+        SimulatedWlanClearFaults();
 
         const std::string after = scenario.StoredProfile();
         EXPECT_EQ(row.szStored ? TreeOf(OfficeProfile(row.szStored)) : TreeOf(before), TreeOf(after));
         EXPECT_EQ(std::string::npos, after.find(R"( xmlns="")"));
         EXPECT_EQ(row.szStored ? 1u : 0u, scenario.CallsOf("WlanSetProfile").size());
-        EXPECT_EQ(0, scenario.Service().LiveBlocks());
+        EXPECT_EQ(0, SimulatedWlanLiveBlocks());
     }
 }
 
@@ -101,7 +101,7 @@ const Calls storeProfile = {"WlanSetProfile"};
 TEST(DialogService, IsAskedInThisOrderAndGetsBackAllButTheSharedHandle)
 {
     CDialogScenario scenario(twoAdapters);
-    const LONG lHandles = scenario.Service().LiveHandles();
+    const LONG lHandles = SimulatedWlanLiveHandles();
     const Calls look = readProfile + readCapabilities + select + askDriver + select + askDriver + askDriver;
     const Calls first = listAdapters + openShared + look;
     scenario.Expect({"", "cancel"});
@@ -118,11 +118,11 @@ TEST(DialogService, IsAskedInThisOrderAndGetsBackAllButTheSharedHandle)
     EXPECT_EQ("WlanSetProfile " + office + "flags=0x5 security=null overwrite=1 name=\"Office\" -> 0",
               scenario.CallsOf("WlanSetProfile").at(0));
     EXPECT_NE(std::string::npos, scenario.CallsOf("WlanGetInterfaceCapability").at(0).find(office));
-    EXPECT_EQ(lHandles + 2, scenario.Service().LiveHandles()) << "the list's and the shared one";
+    EXPECT_EQ(lHandles + 2, SimulatedWlanLiveHandles()) << "the list's and the shared one";
     scenario.Unload();
     EXPECT_EQ(second + close, scenario.CalledFunctions());
-    EXPECT_EQ(lHandles + 1, scenario.Service().LiveHandles()) << "the shared one is never closed";
-    EXPECT_EQ(0, scenario.Service().LiveBlocks());
+    EXPECT_EQ(lHandles + 1, SimulatedWlanLiveHandles()) << "the shared one is never closed";
+    EXPECT_EQ(0, SimulatedWlanLiveBlocks());
 }
 
 TEST(DialogService, IsNotAskedAboutAMissingContext)

@@ -19,8 +19,7 @@ public:
     // Of a call that is never reached: only counts.
     static constexpr unsigned never = std::numeric_limits<unsigned>::max();
 
-    CFault(const CSimulatedService& service, const PlatformFunction& function, unsigned uNth = never)
-        : m_service(service), m_function(function), m_uNth(uNth)
+    explicit CFault(const PlatformFunction& function, unsigned uNth = never) : m_function(function), m_uNth(uNth)
     {
     }
 
@@ -28,17 +27,17 @@ public:
 
     virtual void Arm() const
     {
-        m_service.ClearFaults();
+        SimulatedWlanClearFaults();
         platform::testing::LimitFaultsToThisThread(true);
         if (m_function.how == Fails::AtTheService)
-            m_service.FailNext(m_function.szName, m_uNth, 1, ERROR_GEN_FAILURE);
+            CSimulatedService::FailNext(m_function.szName, m_uNth, 1, ERROR_GEN_FAILURE);
         else
             platform::testing::PlanFault(m_function.szName, m_uNth, 1);
     }
     virtual void Disarm()
     {
         m_uCalls = CallsOf(m_function);
-        m_service.ClearFaults();
+        SimulatedWlanClearFaults();
         platform::testing::ClearFaults();
         platform::testing::LimitFaultsToThisThread(false);
     }
@@ -48,14 +47,13 @@ public:
     }
 
 protected:
-    unsigned CallsOf(const PlatformFunction& function) const
+    static unsigned CallsOf(const PlatformFunction& function)
     {
-        return function.how == Fails::AtTheService ? m_service.CountCalls(function.szName)
+        return function.how == Fails::AtTheService ? SimulatedWlanCalls(function.szName)
                                                    : platform::testing::CountCalls(function.szName);
     }
 
 private:
-    const CSimulatedService& m_service;
     const PlatformFunction& m_function;
     unsigned m_uNth;
     unsigned m_uCalls = 0;
@@ -65,8 +63,7 @@ private:
 class CCallCounter final : public CFault
 {
 public:
-    CCallCounter(const CSimulatedService& service, std::span<const PlatformFunction> functions)
-        : CFault(service, functions.front()), m_functions(functions)
+    explicit CCallCounter(std::span<const PlatformFunction> functions) : CFault(functions.front()), m_functions(functions)
     {
     }
 

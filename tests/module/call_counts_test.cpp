@@ -28,7 +28,7 @@ std::map<std::string, unsigned> CallsOf(const Operation& operation, CWorld& worl
 {
     world.Unload();
     operation.Prepare(world);
-    CCallCounter counter(world.service, tests::PlatformFunctions());
+    CCallCounter counter(tests::PlatformFunctions());
     world.pFault = &counter;
     operation.Outcome(world);
     world.pFault = nullptr;

@@ -29,7 +29,7 @@ public:
         m_usual = Run(nullptr);
         if (Run(nullptr) != m_usual)
             Complain("gives one outcome and then another: " + m_usual);
-        CCallCounter counter(m_world.service, m_functions);
+        CCallCounter counter(m_functions);
         Run(&counter);
         for (const auto& function : m_functions)
         {
@@ -68,7 +68,7 @@ private:
 
     void Try(const PlatformFunction& function, unsigned uNth)
     {
-        CFault fault(m_world.service, function, uNth);
+        CFault fault(function, uNth);
         const Alive before = m_world.CountAlive();
         const std::string outcome = Run(&fault);
         if (!fault.HasFired())
@@ -150,7 +150,7 @@ private:
 TEST(FaultWalk, EachFunctionIsCalledSomewhere)
 {
     CWorld world;
-    CCallCounter counter(world.service, tests::PlatformFunctions());
+    CCallCounter counter(tests::PlatformFunctions());
     std::set<std::string> uncalled;
     for (const auto& function : tests::PlatformFunctions())
         uncalled.insert(function.szName);

@@ -1,8 +1,5 @@
-// The simulated service as its clients see it: a module loaded by its path, functions found by their names, a folder.
-#include "simulator/SimulatedWlan.h"
-#include "tests/support/EnvironmentVariable.h"
-#include "tests/support/ModuleUnderTest.h"
-#include "tests/support/TestFolder.h"
+// The simulated service as its clients see it.
+#include "tests/support/SimulatedService.h"
 #include "values/Utf8Text.h"
 
 #include <windows.h>
@@ -55,44 +52,27 @@ std::string Request(DWORD dwObjectIdentifier, char chPayload)
     return bytes;
 }
 
-// A function of the module by its exported name.
-struct Exported
-{
-    HMODULE hModule;
-    const char* szName;
-    template <class Function>
-    operator Function*() const
-    {
-        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(hModule, szName)));
-    }
-};
-
 // A service folder of its own for each case, an open client handle, and the check that the case leaves nothing behind.
 class ServiceTest : public testing::Test
 {
 protected:
     ServiceTest()
     {
-        WriteAdapters(twoAdapters);
-        ClearFaults();
         DWORD dwVersion = 0;
-        EXPECT_EQ(success, Open(2, nullptr, &dwVersion, &hClient));
+        EXPECT_EQ(success, WlanOpenHandle(2, nullptr, &dwVersion, &hClient));
     }
     ~ServiceTest() override
     {
-        EXPECT_EQ(success, Close(hClient, nullptr));
-        EXPECT_EQ(lHandles, LiveHandles());
-        EXPECT_EQ(lBlocks, LiveBlocks());
+        EXPECT_EQ(success, WlanCloseHandle(hClient, nullptr));
+        EXPECT_EQ(lHandles, SimulatedWlanLiveHandles());
+        EXPECT_EQ(lBlocks, SimulatedWlanLiveBlocks());
     }
 
-    void WriteAdapters(const std::string& json) const
-    {
-        WriteBytes(folder.Path() / "adapters.json", json);
-    }
     fs::path Place(const std::string& fileName) const
     {
-        fs::create_directories(folder.Path() / "profiles/11112222-3333-4444-5555-666677778888");
-        return folder.Path() / "profiles/11112222-3333-4444-5555-666677778888" / fileName;
+        const fs::path place = service.Folder() / "profiles/11112222-3333-4444-5555-666677778888";
+        fs::create_directories(place);
+        return place / fileName;
     }
     std::set<std::string> Files() const
     {
@@ -103,15 +83,15 @@ protected:
     }
     DWORD Set(const CWideString& xml, BOOL bOverwrite = TRUE, DWORD dwFlags = 0)
     {
-        return SetProfile(hClient, &firstGuid, dwFlags, xml.c_str(), nullptr, bOverwrite, nullptr, &dwReason);
+        return WlanSetProfile(hClient, &firstGuid, dwFlags, xml.c_str(), nullptr, bOverwrite, nullptr, &dwReason);
     }
     DWORD Get(CWideView name, CWideString& xml, DWORD* pdwFlags = nullptr) const
     {
         LPWSTR szXml = nullptr;
-        const DWORD dwResult = GetProfile(hClient, &firstGuid, CWideString(name).c_str(), nullptr, &szXml, pdwFlags, nullptr);
+        const DWORD dwResult = WlanGetProfile(hClient, &firstGuid, CWideString(name).c_str(), nullptr, &szXml, pdwFlags, nullptr);
         EXPECT_EQ(dwResult == ERROR_SUCCESS, szXml != nullptr);
         xml = szXml ? szXml : CWideString();
-        FreeMemory(szXml);
+        WlanFreeMemory(szXml);
         return dwResult;
     }
     void ExpectStored(CWideView name, const CWideString& xml) const
@@ -122,29 +102,14 @@ protected:
     }
     DWORD Ask(std::string& request, DWORD cbOut, std::string& out, DWORD& cbReturned) const
     {
-        return IhvControl(hClient, &firstGuid, driver, static_cast<DWORD>(request.size()), request.data(), cbOut, out.data(),
-                          &cbReturned);
+        return WlanIhvControl(hClient, &firstGuid, driver, static_cast<DWORD>(request.size()), request.data(), cbOut, out.data(),
+                              &cbReturned);
     }
 
-    const HMODULE hModule = LoadLibraryW(PlatformNameOf(BuildFolder() / "simulated" / "wlanapi.dll").c_str()); // never unloaded
-    const decltype(&WlanOpenHandle) Open = Exported{hModule, "WlanOpenHandle"};
-    const decltype(&WlanCloseHandle) Close = Exported{hModule, "WlanCloseHandle"};
-    const decltype(&WlanEnumInterfaces) EnumInterfaces = Exported{hModule, "WlanEnumInterfaces"};
-    const decltype(&WlanGetInterfaceCapability) GetCapability = Exported{hModule, "WlanGetInterfaceCapability"};
-    const decltype(&WlanGetProfile) GetProfile = Exported{hModule, "WlanGetProfile"};
-    const decltype(&WlanSetProfile) SetProfile = Exported{hModule, "WlanSetProfile"};
-    const decltype(&WlanIhvControl) IhvControl = Exported{hModule, "WlanIhvControl"};
-    const decltype(&WlanFreeMemory) FreeMemory = Exported{hModule, "WlanFreeMemory"};
-    const decltype(&SimulatedWlanLiveHandles) LiveHandles = Exported{hModule, "SimulatedWlanLiveHandles"};
-    const decltype(&SimulatedWlanLiveBlocks) LiveBlocks = Exported{hModule, "SimulatedWlanLiveBlocks"};
-    const decltype(&SimulatedWlanClearFaults) ClearFaults = Exported{hModule, "SimulatedWlanClearFaults"};
-
+    const CSimulatedService service{twoAdapters};
     // Others in the process may hold some.
-    const LONG lHandles = LiveHandles();
-    const LONG lBlocks = LiveBlocks();
-    const CTestFolder folder;
-    const CEnvironmentVariable folderName{"WLAN_SERVICE_DIR", folder.Path()};
-    const CEnvironmentVariable logName{"WLAN_SERVICE_LOG", folder.Path() / "calls.log"};
+    const LONG lHandles = SimulatedWlanLiveHandles();
+    const LONG lBlocks = SimulatedWlanLiveBlocks();
     HANDLE hClient = nullptr;
     DWORD dwReason = 0xDEAD;
 };
@@ -161,17 +126,17 @@ TEST_F(ServiceTest, RefusesWhatIsNotAsItMustBe)
     const CWideString xml = Profile(OLESTR("Office"));
     const LPCWSTR szName = OLESTR("Office");
     const auto get = [&](HANDLE h, const GUID* p, LPCWSTR szWanted)
-    { return GetProfile(h, p, szWanted, nullptr, &szXml, nullptr, nullptr); };
+    { return WlanGetProfile(h, p, szWanted, nullptr, &szXml, nullptr, nullptr); };
     const auto set = [&](HANDLE h, const GUID* p, LPCWSTR szText, LPCWSTR szSecurity)
-    { return SetProfile(h, p, 0, szText, szSecurity, TRUE, nullptr, &dwOut); };
+    { return WlanSetProfile(h, p, 0, szText, szSecurity, TRUE, nullptr, &dwOut); };
     const auto ask = [&](HANDLE h, const GUID* p, DWORD cbIn, void* pIn)
-    { return IhvControl(h, p, driver, cbIn, pIn, 32, buffer, &dwOut); };
+    { return WlanIhvControl(h, p, driver, cbIn, pIn, 32, buffer, &dwOut); };
     const auto expect = [](DWORD dwExpected, const std::vector<DWORD>& results)
     { EXPECT_EQ(std::vector<DWORD>(results.size(), dwExpected), results); };
     const auto expectOfAll = [&](DWORD dwExpected, HANDLE h, const GUID* p)
     {
-        expect(dwExpected, {GetCapability(h, p, nullptr, &pCapability), get(h, p, szName), set(h, p, xml.c_str(), nullptr),
-                            ask(h, p, 32, buffer)});
+        expect(dwExpected, {WlanGetInterfaceCapability(h, p, nullptr, &pCapability), get(h, p, szName),
+                            set(h, p, xml.c_str(), nullptr), ask(h, p, 32, buffer)});
     };
 
     const HANDLE h = hClient;
@@ -179,21 +144,21 @@ TEST_F(ServiceTest, RefusesWhatIsNotAsItMustBe)
     for (const HANDLE hWrong : {HANDLE{}, HANDLE{&hOther}})
     {
         expectOfAll(ERROR_INVALID_HANDLE, hWrong, p);
-        expect(ERROR_INVALID_HANDLE, {Close(hWrong, nullptr), EnumInterfaces(hWrong, nullptr, &pInterfaces)});
+        expect(ERROR_INVALID_HANDLE, {WlanCloseHandle(hWrong, nullptr), WlanEnumInterfaces(hWrong, nullptr, &pInterfaces)});
     }
     expectOfAll(ERROR_NOT_FOUND, h, &unknownGuid);
     expect(ERROR_NOT_FOUND, {get(h, p, szName)});
     expectOfAll(ERROR_INVALID_PARAMETER, h, nullptr);
-    expect(ERROR_INVALID_PARAMETER,
-           {Open(2, buffer, &dwOut, &hOther), Close(h, buffer), EnumInterfaces(h, nullptr, nullptr), get(h, p, nullptr),
-            set(h, p, nullptr, nullptr), ask(h, p, 23, buffer), ask(h, p, 32, Request(vendorQuery, 9).data())});
-    expect(ERROR_NOT_SUPPORTED,
-           {set(h, p, xml.c_str(), OLESTR("O:SY")), Open(0, nullptr, &dwOut, &hOther), Open(3, nullptr, &dwOut, &hOther),
-            IhvControl(h, p, wlan_ihv_control_type_service, 32, buffer, 32, buffer, &dwOut)});
+    expect(ERROR_INVALID_PARAMETER, {WlanOpenHandle(2, buffer, &dwOut, &hOther), WlanCloseHandle(h, buffer),
+                                     WlanEnumInterfaces(h, nullptr, nullptr), get(h, p, nullptr), set(h, p, nullptr, nullptr),
+                                     ask(h, p, 23, buffer), ask(h, p, 32, Request(vendorQuery, 9).data())});
+    expect(ERROR_NOT_SUPPORTED, {set(h, p, xml.c_str(), OLESTR("O:SY")), WlanOpenHandle(0, nullptr, &dwOut, &hOther),
+                                 WlanOpenHandle(3, nullptr, &dwOut, &hOther),
+                                 WlanIhvControl(h, p, wlan_ihv_control_type_service, 32, buffer, 32, buffer, &dwOut)});
     for (const WCHAR* szFolder : {static_cast<const WCHAR*>(nullptr), OLESTR("no such folder")})
     {
         SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), szFolder);
-        expect(ERROR_SERVICE_NOT_ACTIVE, {Open(2, nullptr, &dwOut, &hOther)});
+        expect(ERROR_SERVICE_NOT_ACTIVE, {WlanOpenHandle(2, nullptr, &dwOut, &hOther)});
     }
     EXPECT_TRUE(dwOut == 77 && !szXml && !pInterfaces && !pCapability && !hOther);
     EXPECT_TRUE(Files().empty());
@@ -202,18 +167,18 @@ TEST_F(ServiceTest, RefusesWhatIsNotAsItMustBe)
 TEST_F(ServiceTest, TellsOfItsAdaptersAndFreesItsOwnMemoryOnce)
 {
     PWLAN_INTERFACE_INFO_LIST pList = nullptr;
-    ASSERT_EQ(success, EnumInterfaces(hClient, nullptr, &pList));
+    ASSERT_EQ(success, WlanEnumInterfaces(hClient, nullptr, &pList));
     ASSERT_EQ(2u, pList->dwNumberOfItems);
     const WLAN_INTERFACE_INFO* pInfo = pList->InterfaceInfo;
     EXPECT_EQ("Plain Adapter", Narrow(pInfo[0].strInterfaceDescription));
     EXPECT_EQ(wlan_interface_state_connected, pInfo[0].isState);
     EXPECT_EQ(wlan_interface_state_disconnected, pInfo[1].isState);
     int mine = 0;
-    FreeMemory(&mine);
-    EXPECT_EQ(lBlocks + 1, LiveBlocks());
-    FreeMemory(pList);
-    FreeMemory(pList);
-    EXPECT_EQ(lBlocks, LiveBlocks());
+    WlanFreeMemory(&mine);
+    EXPECT_EQ(lBlocks + 1, SimulatedWlanLiveBlocks());
+    WlanFreeMemory(pList);
+    WlanFreeMemory(pList);
+    EXPECT_EQ(lBlocks, SimulatedWlanLiveBlocks());
 }
 
 TEST_F(ServiceTest, RefusesAnAdapterFileThatItDoesNotUnderstand)
@@ -229,9 +194,9 @@ TEST_F(ServiceTest, RefusesAnAdapterFileThatItDoesNotUnderstand)
         std::string file = "[" + strAdapter + "]";
         if (const std::size_t nGuid = file.find("GUID"); nGuid != std::string::npos)
             file.replace(nGuid, 4, firstAdapter);
-        WriteAdapters(file);
+        service.SetAdapters(file);
         PWLAN_INTERFACE_INFO_LIST pList = nullptr;
-        EXPECT_EQ(DWORD{ERROR_INVALID_DATA}, EnumInterfaces(hClient, nullptr, &pList)) << file;
+        EXPECT_EQ(DWORD{ERROR_INVALID_DATA}, WlanEnumInterfaces(hClient, nullptr, &pList)) << file;
         EXPECT_EQ(nullptr, pList);
     }
 }
@@ -264,7 +229,7 @@ TEST_F(ServiceTest, DriverAnswers)
     for (const DriverCase& c : driverCases)
     {
         SCOPED_TRACE(std::string(c.szAdapter) + " " + std::to_string(c.dwObjectIdentifier) + " " + std::to_string(c.cbOut));
-        WriteAdapters(std::string("[{") + firstAdapter + ", " + c.szAdapter + "}]");
+        service.SetAdapters(std::string("[{") + firstAdapter + ", " + c.szAdapter + "}]");
         std::string request = Request(c.dwObjectIdentifier, 8);
         std::string out(256, '\xCC');
         DWORD cbReturned = 77;
@@ -283,7 +248,7 @@ TEST_F(ServiceTest, LogsEveryCallAndNoKeys)
     std::string out(128, '\0');
     DWORD cbReturned = 0;
     Ask(request, 128, out, cbReturned);
-    const std::string log = ReadBytes(folder.Path() / "calls.log");
+    const std::string log = ReadBytes(service.Folder() / "calls.log");
     EXPECT_EQ(std::string::npos, log.find("hidden-phrase"));
     for (const char* szPiece :
          {"WlanOpenHandle version=2 handle=0x", "name=\"Off\\u000Aice\" -> 0\n",
@@ -403,7 +368,8 @@ TEST_F(ServiceTest, ReadersNextToWritersSeeWholeProfiles)
                 DWORD dwOwnReason = 0;
                 for (int i = 0; i < 20; ++i)
                 {
-                    EXPECT_EQ(success, SetProfile(hClient, &firstGuid, 0, pText->c_str(), nullptr, TRUE, nullptr, &dwOwnReason));
+                    EXPECT_EQ(success,
+                              WlanSetProfile(hClient, &firstGuid, 0, pText->c_str(), nullptr, TRUE, nullptr, &dwOwnReason));
                     EXPECT_TRUE(Get(OLESTR("Office"), back) == success && (back == longer || back == shorter));
                 }
             });

@@ -66,10 +66,6 @@ public:
         m_pConnectionContext = pConnectionContext;
     }
 
-    CSimulatedService& Service()
-    {
-        return m_service;
-    }
     HMODULE Module() const
     {
         return m_module.Handle();

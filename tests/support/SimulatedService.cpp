@@ -15,12 +15,12 @@ CSimulatedService::CSimulatedService(std::string_view adapters)
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), m_folder.PlatformName().c_str());
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), m_folder.PlatformName(OLESTR("calls.log")).c_str());
     m_library.Reset(LoadLibraryW(PlatformNameOf(BuildFolder() / "simulated" / "wlanapi.dll").c_str()));
-    ClearFaults();
+    SimulatedWlanClearFaults();
 }
 
 CSimulatedService::~CSimulatedService()
 {
-    ClearFaults();
+    SimulatedWlanClearFaults();
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), nullptr);
     SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), nullptr);
 }

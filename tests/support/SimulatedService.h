@@ -37,28 +37,15 @@ public:
     // The calls since the service was made, one line each.
     std::vector<std::string> Calls() const;
 
-    LONG LiveHandles() const
+    const std::filesystem::path& Folder() const
     {
-        return Export<decltype(&SimulatedWlanLiveHandles)>(m_library.Get(), "SimulatedWlanLiveHandles")();
-    }
-    LONG LiveBlocks() const
-    {
-        return Export<decltype(&SimulatedWlanLiveBlocks)>(m_library.Get(), "SimulatedWlanLiveBlocks")();
+        return m_folder.Path();
     }
     // See SimulatedWlanFailNext.
-    void FailNext(const char* szFunction, unsigned uFirst, unsigned uCount, DWORD dwError) const
+    static void FailNext(const char* szFunction, unsigned uFirst, unsigned uCount, DWORD dwError)
     {
-        if (!Export<decltype(&SimulatedWlanFailNext)>(m_library.Get(), "SimulatedWlanFailNext")(szFunction, uFirst, uCount,
-                                                                                                dwError))
+        if (!SimulatedWlanFailNext(szFunction, uFirst, uCount, dwError))
             throw std::invalid_argument(szFunction);
-    }
-    void ClearFaults() const
-    {
-        Export<decltype(&SimulatedWlanClearFaults)>(m_library.Get(), "SimulatedWlanClearFaults")();
-    }
-    unsigned CountCalls(const char* szFunction) const
-    {
-        return Export<decltype(&SimulatedWlanCalls)>(m_library.Get(), "SimulatedWlanCalls")(szFunction);
     }
 
 private:

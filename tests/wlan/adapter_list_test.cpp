@@ -171,6 +171,6 @@ TEST_F(AdapterListTest, ClientKeepsItsFirstErrorUntilItIsOpenedAgain)
     client.Close();
     client.Open();
     EXPECT_EQ(DWORD{ERROR_SUCCESS}, ask(true));
-    EXPECT_EQ(2u, m_service.CountCalls("WlanCloseHandle")) << "of the selection and of the client";
+    EXPECT_EQ(2u, SimulatedWlanCalls("WlanCloseHandle")) << "of the selection and of the client";
 }
 } // namespace tests

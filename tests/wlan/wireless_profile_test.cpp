@@ -58,7 +58,7 @@ TEST_F(WirelessClientTest, HandleIsOpenedOnceForAll)
     EXPECT_EQ(office, Read(m_office.Get()));
     EXPECT_EQ("1111", Capabilities(adapterGuid, true));
     EXPECT_TRUE(SetWirelessProfile(m_office.Get(), Widen(office).c_str()));
-    EXPECT_EQ(3u, m_service.CountCalls("WlanOpenHandle"));
+    EXPECT_EQ(3u, SimulatedWlanCalls("WlanOpenHandle"));
 }
 
 TEST_F(WirelessProfileTest, IsFalseForWhatIsNotThere)
