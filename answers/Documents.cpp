@@ -7,9 +7,7 @@
 #include "host/Module.h"
 #include "profile/CCXConnectionSettings.h"
 #include "profile/CCXSecuritySettings.h"
-#include "profile/WlanProfileBands.h"
-
-#include <memory>
+#include "tests/support/BandsRewrite.h"
 
 namespace answers
 {
@@ -125,11 +123,9 @@ private:
         Add("bands", std::to_string(bRead) + " " + std::to_string(bands));
         for (const auto choice : {bands24GHz, bands5GHz, bandsBoth})
         {
-            auto* szProfile = new WCHAR[text.size() + 1];
-            szProfile[text.copy(szProfile, text.size())] = WCHAR{};
-            const bool bWritten = WriteProfileBands(&szProfile, choice);
-            const std::unique_ptr<WCHAR[]> owner(szProfile);
-            Add("bands " + std::to_string(choice), std::to_string(bWritten) + " " + Shown(CWideView(szProfile)));
+            CWideString profile = text;
+            const bool bWritten = tests::RewriteBands(profile, choice);
+            Add("bands " + std::to_string(choice), std::to_string(bWritten) + " " + Shown(profile));
         }
     }
 

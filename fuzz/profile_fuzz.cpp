@@ -3,9 +3,7 @@
 
 #include "profile/CCXConnectionSettings.h"
 #include "profile/CCXSecuritySettings.h"
-#include "profile/WlanProfileBands.h"
-
-#include <memory>
+#include "tests/support/BandsRewrite.h"
 
 namespace
 {
@@ -49,17 +47,15 @@ CWideString Remainder(const WCHAR* szProfile)
 
 void TryBands(const CWideString& text, WlanProfileBands choice)
 {
-    auto* szProfile = new WCHAR[text.size() + 1];
-    szProfile[text.copy(szProfile, text.size())] = WCHAR{};
-    const bool bWritten = WriteProfileBands(&szProfile, choice);
-    const std::unique_ptr<WCHAR[]> owner(szProfile);
+    CWideString profile = text;
+    const bool bWritten = tests::RewriteBands(profile, choice);
     const CWideString remainder = Remainder(text.c_str());
     // A declaration of the profile's own may be what was taken out.
     if (!bWritten || remainder.find(OLESTR(" xmlns=\"\"")) != CWideString::npos)
         return;
     auto bands = bandsNotRead;
-    Require(ReadProfileBands(szProfile, &bands) && bands == choice, "the choice reads back");
-    Require(Remainder(szProfile) == remainder, "everything else is as it was");
+    Require(ReadProfileBands(profile.c_str(), &bands) && bands == choice, "the choice reads back");
+    Require(Remainder(profile.c_str()) == remainder, "everything else is as it was");
 }
 } // namespace
 

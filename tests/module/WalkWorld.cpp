@@ -52,7 +52,7 @@ void CWorld::Unload()
 
 Alive CWorld::CountAlive() const
 {
-    return {LiveObjects(), service.LiveBlocks(), service.LiveHandles()};
+    return {LiveObjects(), SimulatedWlanLiveBlocks(), SimulatedWlanLiveHandles()};
 }
 
 bool CWorld::IsLineWritten()
@@ -78,9 +78,6 @@ bool CWorld::IsLineWritten()
 
 bool CWorld::IsLogFree() const
 {
-    const CUniqueFile file(CreateFileW(PlatformNameOf(log.File()).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    OVERLAPPED region = {};
-    return file && LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 2, 0, &region);
+    return static_cast<bool>(log.HeldByAnother(0, 2));
 }
 } // namespace tests::walk

@@ -1,9 +1,7 @@
 // The bands of a Windows wireless profile: read from its connectivity section and written back.
-#include "profile/WlanProfileBands.h"
+#include "tests/support/BandsRewrite.h"
 #include "tests/support/TestFolder.h"
 #include "tests/support/XmlTest.h"
-
-#include <memory>
 
 namespace
 {
@@ -30,14 +28,10 @@ CWideString Types(std::initializer_list<const WCHAR*> texts)
 class ProfileBands : public tests::xml::XmlTest
 {
 protected:
-    static CWideString Written(const CWideString& before, WlanProfileBands bands, bool bResult)
+    static CWideString Written(CWideString profile, WlanProfileBands bands, bool bResult)
     {
-        auto owner = std::make_unique<WCHAR[]>(before.size() + 1);
-        before.copy(owner.get(), before.size());
-        WCHAR* szProfile = owner.release();
-        EXPECT_EQ(bResult, WriteProfileBands(&szProfile, bands));
-        owner.reset(szProfile);
-        return szProfile;
+        EXPECT_EQ(bResult, tests::RewriteBands(profile, bands));
+        return profile;
     }
     static void Check(const CWideString& before, WlanProfileBands bands, bool bResult, const CWideString& after)
     {

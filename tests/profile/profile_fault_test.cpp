@@ -1,12 +1,11 @@
 // Profiles when the platform fails them: each call in turn, and what is then read or written.
 #include "platform/testing/Faults.h"
 #include "profile/CCXConnectionSettings.h"
-#include "profile/WlanProfileBands.h"
+#include "tests/support/BandsRewrite.h"
 #include "tests/support/ModuleUnderTest.h"
 #include "tests/support/Pattern.h"
 #include "tests/support/XmlTest.h"
 
-#include <memory>
 #include <set>
 
 namespace
@@ -44,14 +43,11 @@ std::string ReadBands()
 // The result and the section's types, one pair of brackets for each section; a dash for a type without text.
 std::string WriteBands()
 {
-    auto owner = std::make_unique<WCHAR[]>(wirelessProfile.size() + 1);
-    wirelessProfile.copy(owner.get(), wirelessProfile.size());
-    WCHAR* szProfile = owner.release();
-    const bool bResult = WriteProfileBands(&szProfile, bandsBoth);
-    owner.reset(szProfile);
-    if (szProfile == wirelessProfile)
+    CWideString profile(wirelessProfile);
+    const bool bResult = tests::RewriteBands(profile, bandsBoth);
+    if (profile == wirelessProfile)
         return bResult ? "true untouched" : "false untouched";
-    auto text = tests::Replaced(tests::Narrow(szProfile), "<phyType(/>|></phyType>)", "-");
+    auto text = tests::Replaced(tests::Narrow(profile), "<phyType(/>|></phyType>)", "-");
     text = tests::Replaced(text, "<connectivity>", "[");
     text = tests::Replaced(text, "</connectivity>", "]");
     return (bResult ? "true " : "false ") + tests::Replaced(text, "<[^>]*>|\\s", "");

@@ -21,4 +21,15 @@ std::vector<std::string> CTraceLog::Take()
             message.replace(message.size() - 2, 2, "\n");
     return messages;
 }
+
+CUniqueFile CTraceLog::HeldByAnother(DWORD dwOffset, DWORD cbLock) const
+{
+    CUniqueFile file(CreateFileW(PlatformNameOf(File()).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    OVERLAPPED region = {};
+    region.Offset = dwOffset;
+    if (!LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, cbLock, 0, &region))
+        file.Reset();
+    return file;
+}
 } // namespace tests

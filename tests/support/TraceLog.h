@@ -35,6 +35,9 @@ public:
     // line feeds. Lines of another form are handed out as they are, so that a comparison shows them.
     std::vector<std::string> Take();
 
+    // The file as another program opens it, which holds this lock in it; none when the lock is somebody else's.
+    CUniqueFile HeldByAnother(DWORD dwOffset, DWORD cbLock) const;
+
 private:
     CTestFolder m_folder;
     CRegistryValue m_enable;

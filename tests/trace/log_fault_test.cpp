@@ -16,20 +16,6 @@ using platform::testing::CFailNth;
 using tests::CRegistryValue;
 using Lines = std::vector<std::string>;
 
-// The log's file as another program opens it.
-CUniqueFile OpenByAnother(const tests::CTraceLog& log)
-{
-    return CUniqueFile(CreateFileW(tests::PlatformNameOf(log.File()).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                   nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-}
-
-bool Lock(const CUniqueFile& file, DWORD dwOffset, DWORD cbLock)
-{
-    OVERLAPPED region = {};
-    region.Offset = dwOffset;
-    return LockFileEx(file.Get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, cbLock, 0, &region) != FALSE;
-}
-
 // Three lines, and the calls that fail from the start on.
 TEST(LogFaults, CostALineOrTheLog)
 {
@@ -124,8 +110,8 @@ TEST(LogFaults, WritersWaitForTheFirstTwoBytesAlone)
         const tests::CTraceLog log;
         tests::WriteBytes(log.File(), "what was before\n");
         KorCmnTracer::Start(OLESTR("unused"), false, false);
-        auto another = OpenByAnother(log);
-        EXPECT_TRUE(Lock(another, row.dwOffset, row.cbHeld));
+        auto another = log.HeldByAnother(row.dwOffset, row.cbHeld);
+        EXPECT_TRUE(another);
         std::thread writer([] { IhvuiTrace(traceLevelError, OLESTR("x\n")); });
         if (row.bWaits)
         {
