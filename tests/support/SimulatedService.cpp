@@ -12,8 +12,6 @@ namespace tests
 CSimulatedService::CSimulatedService(std::string_view adapters)
 {
     SetAdapters(adapters);
-    SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), m_folder.PlatformName().c_str());
-    SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), m_folder.PlatformName(OLESTR("calls.log")).c_str());
     m_library.Reset(LoadLibraryW(PlatformNameOf(BuildFolder() / "simulated" / "wlanapi.dll").c_str()));
     SimulatedWlanClearFaults();
 }
@@ -21,8 +19,6 @@ CSimulatedService::CSimulatedService(std::string_view adapters)
 CSimulatedService::~CSimulatedService()
 {
     SimulatedWlanClearFaults();
-    SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_DIR"), nullptr);
-    SetEnvironmentVariableW(OLESTR("WLAN_SERVICE_LOG"), nullptr);
 }
 
 void CSimulatedService::SetAdapters(std::string_view adapters) const

@@ -2,9 +2,10 @@
 // before the module is loaded, so that the module finds it in place of the system's.
 #pragma once
 
-#include "host/Library.h"
 #include "simulator/SimulatedWlan.h"
+#include "tests/support/EnvironmentVariable.h"
 #include "tests/support/TestFolder.h"
+#include "values/Unique.h"
 
 #include <stdexcept>
 #include <string>
@@ -50,6 +51,8 @@ public:
 
 private:
     CTestFolder m_folder;
+    CEnvironmentVariable m_folderName{"WLAN_SERVICE_DIR", m_folder.Path()};
+    CEnvironmentVariable m_logName{"WLAN_SERVICE_LOG", m_folder.Path() / "calls.log"};
     CUniqueLibrary m_library;
 };
 
